@@ -19,7 +19,8 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/velaConfigVersion.cmake"
 install(FILES "${PROJECT_BINARY_DIR}/velaConfig.cmake" "${PROJECT_BINARY_DIR}/velaConfigVersion.cmake"
     DESTINATION "${packageFolder}")
 
-# Flags for pkg-config: the definitions of the interface as compiler options.
+# The pkg-config file finds its neighbours from its own place, so that an installed tree can be moved.
+file(RELATIVE_PATH pcToInclude "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_FULL_INCLUDEDIR}")
 list(TRANSFORM VELA_PLATFORM_DEFINITIONS PREPEND "-D" OUTPUT_VARIABLE pcDefinitions)
 list(JOIN pcDefinitions " " pcDefinitions)
 configure_file("${PROJECT_SOURCE_DIR}/cmake/vela.pc.in" "${PROJECT_BINARY_DIR}/vela.pc" @ONLY)
