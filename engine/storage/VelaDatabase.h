@@ -1,0 +1,88 @@
+#pragma once
+
+#include <memory>
+
+#include "engine/core/VelaStatus.h"
+#include "engine/storage/VelaFileAccess.h"
+#include "engine/storage/VelaSchema.h"
+#include "engine/storage/VelaTable.h"
+
+namespace vela {
+
+// VelaDatabase is one open database: its schema, its open tables, the tables dropped in the open transaction, the clock
+// texts and the file access, all of which it owns.
+//
+// There is one implicit transaction: every change stays pending until Commit or Rollback. Destroying the object drops what
+// is pending; callers that close a database commit first.
+class VelaDatabase {
+public:
+    // Opens the schema on the files, and with it every table that the schema names. A database without schema rows gets the
+    // seven self-describing ones as pending rows.
+    explicit VelaDatabase(std::unique_ptr<VelaFileAccess> files);
+    ~VelaDatabase();
+    VelaDatabase(const VelaDatabase&) = delete;
+    VelaDatabase& operator=(const VelaDatabase&) = delete;
+
+    // True when the schema could be opened and has at least one column and one row.
+    [[nodiscard]] bool IsValid();
+
+    // Writes every pending change of every table. Returns nothing; when it failed (disk full, I/O error),
+    // LastCommitFailed() says so, the changes stay pending, and Commit can be called again or Rollback.
+    void Commit();
+    // Drops every pending change: rows, schema, indexes and dropped tables are as after the last commit. Table objects may be
+    // replaced: pointers into OpenTables() are void afterwards.
+    void Rollback();
+    // Whether a table was dropped or has pending rows. Created and dropped indexes alone don't count.
+    [[nodiscard]] bool TransactionInProgress();
+
+    // Whether the last Commit could not write everything, and why, for people. False before the first Commit.
+    [[nodiscard]] bool LastCommitFailed() const { return !mCommitError.empty(); }
+    [[nodiscard]] const string& CommitErrorText() const { return mCommitError; }
+
+    // "SCHEMADA" followed by the bytes of the schema's record file; empty, with status set, when that can't be given.
+    [[nodiscard]] string GetSchemaData(VelaStatus* status);
+    // Replaces the schema by what GetSchemaData once gave. When a check fails, nothing is changed.
+    void ReplaceSchemaData(const string& data, VelaStatus* status);
+
+    // Takes the local time into the three clock texts: "2026-11-21", "09:05:00", and both with a blank between.
+    void UpdateClock();
+    [[nodiscard]] const string& CurrentDate() const { return mCurrentDate; }
+    [[nodiscard]] const string& CurrentTime() const { return mCurrentTime; }
+    [[nodiscard]] const string& CurrentTimestamp() const { return mCurrentTimestamp; }
+
+    // The open tables; element 0 is the schema. Owned by the database, good until Rollback or ReplaceSchemaData.
+    [[nodiscard]] SimpleVector<VelaTable*>& OpenTables() { return mOpenTables; }
+    [[nodiscard]] VelaSchema* Schema();
+    // The position of the open table of exactly that name; -1 when there is none. First match wins.
+    [[nodiscard]] long FindOpenTable(const string& name) const;
+    // Takes a table object into the open tables.
+    void AddOpenTable(std::unique_ptr<VelaTable> table);
+    // Moves an open table to the dropped ones: its files go at the next Commit, Rollback brings it back.
+    void MoveToDropped(size_t position);
+
+    // The row id that the open table of that name handed out last; false when there is none of that name.
+    [[nodiscard]] bool LastRowID(const string& tableName, uint32_t* rowID) const;
+
+    // The option that SET ESCAPE sets: empty, or one byte.
+    [[nodiscard]] const string& EscapeOption() const { return mEscapeOption; }
+    void SetEscapeOption(const string& value) { mEscapeOption = value; }
+
+    [[nodiscard]] VelaFileAccess* Files() { return mFiles.get(); }
+
+private:
+    void CloseTables();
+    void OpenSchemaAndTables();
+    void RestoreDroppedTables();
+    bool CommitTables();
+
+    SimpleVector<VelaTable*> mOpenTables;
+    SimpleVector<VelaTable*> mDroppedTables;
+    string mCurrentDate;
+    string mCurrentTime;
+    string mCurrentTimestamp;
+    string mEscapeOption;
+    string mCommitError;
+    std::unique_ptr<VelaFileAccess> mFiles;
+};
+
+}  // namespace vela
