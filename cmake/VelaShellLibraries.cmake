@@ -4,11 +4,12 @@
 set(VELA_SHELL_LIBRARIES_FOUND OFF)
 set(missingPackages "")
 
-# find_library() prefers the host's folders; a 32-bit build must look in its own.
+# find_library() prefers the host's folders; a 32-bit build must look in its own, or where scripts/install-deps unpacks.
 set(libraryFolders "")
 set(packageSuffix "")
 if(CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_HOST_SYSTEM_PROCESSOR STREQUAL "x86_64")
-    set(libraryFolders PATHS /usr/lib/i386-linux-gnu NO_DEFAULT_PATH)
+    set(libraryFolders PATHS /usr/lib/i386-linux-gnu "${PROJECT_SOURCE_DIR}/build/i386/usr/lib/i386-linux-gnu"
+        NO_DEFAULT_PATH)
     set(packageSuffix ":i386")
 endif()
 
