@@ -36,7 +36,7 @@ bool GetVelaFuncCode(string* name, VelaFuncCode* code);
 [[nodiscard]] VelaDataType VelaFuncResultType(VelaFuncCode code);
 // Evaluates a scalar function; absent arguments are null pointers. False, with result untouched, when code is an
 // aggregate, a required argument is absent, or the database is needed and null. True: result has the value, maybe NULL.
-bool VelaFuncEval(VelaFuncCode code, VelaDatabase* database, const VelaValue* arg1, const VelaValue* arg2, const VelaValue* arg3,
-                  VelaValue* result);
+bool VelaFuncEval(VelaFuncCode code, VelaDatabase* database, const VelaValue* arg1,
+                  const VelaValue* arg2, const VelaValue* arg3, VelaValue* result);
 
-}  // namespace vela
+}   // namespace vela
