@@ -6,7 +6,8 @@
 
 namespace vela {
 
-// Big-endian numbers in memory, at any alignment. The caller answers for the room behind the pointer.
+// Big-endian numbers in memory, at any alignment. The caller answers for the room behind the
+// pointer.
 
 inline uint32_t LoadBigEndian32(const void* from)
 {
@@ -24,14 +25,16 @@ inline uint64_t LoadBigEndian64(const void* from)
 
 inline void StoreBigEndian32(void* to, uint32_t number)
 {
-    if (std::endian::native == std::endian::little) number = __builtin_bswap32(number);
+    if (std::endian::native == std::endian::little)
+        number = __builtin_bswap32(number);
     std::memcpy(to, &number, sizeof number);
 }
 
 inline void StoreBigEndian64(void* to, uint64_t number)
 {
-    if (std::endian::native == std::endian::little) number = __builtin_bswap64(number);
+    if (std::endian::native == std::endian::little)
+        number = __builtin_bswap64(number);
     std::memcpy(to, &number, sizeof number);
 }
 
-}  // namespace vela
+}   // namespace vela

@@ -4,8 +4,8 @@
 
 namespace vela {
 
-// FileLocator names a place in the host file system: a file or folder, existing or not. It is a path and no more: holding
-// one opens nothing. Paths are bytes as the platform takes them.
+// FileLocator names a place in the host file system: a file or folder, existing or not. It is a
+// path and no more: holding one opens nothing. Paths are bytes as the platform takes them.
 class FileLocator {
 public:
     FileLocator() = default;
@@ -24,4 +24,4 @@ private:
     string mPath;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -1,16 +1,19 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <utility>
 #include <vector>
 
 namespace vela {
 
-// SimpleVector is the growable array that lists of every layer are made of: push_back, resize, size and indexing.
+// SimpleVector is the growable array that lists of every layer are made of: push_back, resize, size
+// and indexing.
 //
-// Appending is amortised constant time; memory grows by at least kGrowth elements at a time, so that short lists don't
-// reallocate at every step. Indexing is not checked. Pointers into it are good until the next growth.
-// A SimpleVector of pointers does not own what they point to; its holder says who does.
+// Appending is amortised constant time; memory grows by at least kGrowth elements at a time, so
+// that short lists don't reallocate at every step. Indexing is not checked. Pointers into it are
+// good until the next growth. A SimpleVector of pointers does not own what they point to; its
+// holder says who does.
 template <class T>
 class SimpleVector {
 public:
@@ -58,7 +61,8 @@ private:
 
     void GrowForOneMore()
     {
-        if (mItems.size() < mItems.capacity()) return;
+        if (mItems.size() < mItems.capacity())
+            return;
         const size_t step = mItems.size() / 2 > kGrowth ? mItems.size() / 2 : kGrowth;
         mItems.reserve(mItems.size() + step);
     }
@@ -66,4 +70,4 @@ private:
     std::vector<T> mItems;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -9,48 +9,58 @@
 
 namespace vela {
 
-// The shared bytes behind a string. Reference counts are plain numbers: a string and its copies stay on one thread.
+// The shared bytes behind a string. Reference counts are plain numbers: a string and its copies
+// stay on one thread.
 struct StringStorage {
     uint32_t references;
     TextEncoding encoding;
-    size_t length;    // bytes of text, without the NUL that always follows them
-    size_t capacity;  // bytes of text that fit before the storage must move
+    size_t length;     // bytes of text, without the NUL that always follows them
+    size_t capacity;   // bytes of text that fit before the storage must move
 
     char* Bytes() { return reinterpret_cast<char*>(this + 1); }
     const char* Bytes() const { return reinterpret_cast<const char*>(this + 1); }
     void Retain() { ++references; }
     void Release()
     {
-        if (--references == 0) Free();
+        if (--references == 0)
+            Free();
     }
     void Free();
-    // A storage with one reference and room for capacity bytes; its text has length bytes, not yet set.
+    // A storage with one reference and room for capacity bytes; its text has length bytes, not yet
+    // set.
     static StringStorage* Create(size_t length, size_t capacity, TextEncoding encoding);
 };
 
-// string is the engine's byte string: reference-counted, copied on write, tagged with a text encoding.
+// string is the engine's byte string: reference-counted, copied on write, tagged with a text
+// encoding.
 //
-// It may hold any bytes, NUL included. Copying shares the bytes; the first change to a shared string copies them.
-// An absent text (default construction) is empty and tagged US-ASCII. Positions and counts are bytes, from 0.
+// It may hold any bytes, NUL included. Copying shares the bytes; the first change to a shared
+// string copies them. An absent text (default construction) is empty and tagged US-ASCII. Positions
+// and counts are bytes, from 0.
 class string {
 public:
     string() = default;
-    string(const char* text, TextEncoding encoding = kEncodingASCII);  // NUL-terminated; null is the empty text
+    string(const char* text,
+           TextEncoding encoding = kEncodingASCII);   // NUL-terminated; null is the empty text
     string(const char* bytes, size_t size, TextEncoding encoding);
     string(std::string_view text, TextEncoding encoding);
     string(const string& other) : mStorage(other.mStorage)
     {
-        if (mStorage) mStorage->Retain();
+        if (mStorage)
+            mStorage->Retain();
     }
     string(string&& other) noexcept : mStorage(other.mStorage) { other.mStorage = nullptr; }
     ~string()
     {
-        if (mStorage) mStorage->Release();
+        if (mStorage)
+            mStorage->Release();
     }
     string& operator=(const string& other)
     {
-        if (other.mStorage) other.mStorage->Retain();
-        if (mStorage) mStorage->Release();
+        if (other.mStorage)
+            other.mStorage->Retain();
+        if (mStorage)
+            mStorage->Release();
         mStorage = other.mStorage;
         return *this;
     }
@@ -71,7 +81,10 @@ public:
     {
         return static_cast<unsigned char>(mStorage->Bytes()[position]);
     }
-    [[nodiscard]] TextEncoding Encoding() const { return mStorage ? mStorage->encoding : kEncodingASCII; }
+    [[nodiscard]] TextEncoding Encoding() const
+    {
+        return mStorage ? mStorage->encoding : kEncodingASCII;
+    }
     // Changes the tag alone; the bytes stay.
     void SetEncoding(TextEncoding encoding);
 
@@ -83,13 +96,18 @@ public:
     [[nodiscard]] string TrimLeft() const;
     [[nodiscard]] string TrimRight() const;
     [[nodiscard]] string Trim() const { return TrimLeft().TrimRight(); }
-    // UTF-8 text maps one code point to one, whatever the process's locale is; other text maps its ASCII letters.
+    // UTF-8 text maps one code point to one, whatever the process's locale is; other text maps its
+    // ASCII letters.
     [[nodiscard]] string Lowercase() const;
     [[nodiscard]] string Uppercase() const;
 
-    // Below 0, 0 or above 0. Bytes as unsigned numbers, the shorter text first when one starts the other; encoding tags
-    // don't take part. The two differ in name only, kept for the places that promise to respect case.
-    [[nodiscard]] int Compare(const string& other) const { return CompareBytes(View(), other.View()); }
+    // Below 0, 0 or above 0. Bytes as unsigned numbers, the shorter text first when one starts the
+    // other; encoding tags don't take part. The two differ in name only, kept for the places that
+    // promise to respect case.
+    [[nodiscard]] int Compare(const string& other) const
+    {
+        return CompareBytes(View(), other.View());
+    }
     [[nodiscard]] int CompareWithCase(const string& other) const { return Compare(other); }
     // ASCII letters are equal in both cases; all else as in Compare.
     [[nodiscard]] bool EqualsIgnoringCase(std::string_view other) const;
@@ -97,23 +115,31 @@ public:
     // The result has the encoding of the left side, unless that is empty: then that of the right.
     string& operator+=(const string& other);
     string& operator+=(std::string_view bytes);
+    string& operator+=(const char* text) { return *this += std::string_view(text); }
     string& operator+=(char byte) { return *this += std::string_view(&byte, 1); }
 
-    // The bytes for changing in place, unshared first; exactly length() of them. Null when the text is absent.
+    // The bytes for changing in place, unshared first; exactly length() of them. Null when the text
+    // is absent.
     [[nodiscard]] char* MutableBytes();
     // Cuts the text or lengthens it with NUL bytes.
     void Resize(size_t size);
+    // Makes room for capacity bytes in all, so that growing up to there moves nothing. False, with
+    // nothing changed, when there is no memory for it; the operations above take memory for
+    // granted.
+    [[nodiscard]] bool Reserve(size_t capacity);
 
     static int CompareBytes(std::string_view a, std::string_view b)
     {
         const size_t common = a.size() < b.size() ? a.size() : b.size();
         const int order = common == 0 ? 0 : std::memcmp(a.data(), b.data(), common);
-        if (order != 0) return order;
+        if (order != 0)
+            return order;
         return a.size() < b.size() ? -1 : (a.size() > b.size() ? 1 : 0);
     }
 
-    // For VelaValue, which keeps the reference in its payload. ReleaseStorage gives the caller this string's reference
-    // (null for an absent text) and leaves it absent; AdoptStorage makes a string of a reference that the caller owned.
+    // For VelaValue, which keeps the reference in its payload. ReleaseStorage gives the caller this
+    // string's reference (null for an absent text) and leaves it absent; AdoptStorage makes a
+    // string of a reference that the caller owned.
     [[nodiscard]] StringStorage* ReleaseStorage()
     {
         StringStorage* storage = mStorage;
@@ -139,18 +165,33 @@ private:
     left += right;
     return left;
 }
-[[nodiscard]] inline bool operator==(const string& a, const string& b) { return a.View() == b.View(); }
-[[nodiscard]] inline bool operator!=(const string& a, const string& b) { return !(a == b); }
-[[nodiscard]] inline bool operator==(const string& a, std::string_view b) { return a.View() == b; }
-[[nodiscard]] inline bool operator==(const string& a, const char* b) { return a.View() == b; }
+[[nodiscard]] inline bool operator==(const string& a, const string& b)
+{
+    return a.View() == b.View();
+}
+[[nodiscard]] inline bool operator!=(const string& a, const string& b)
+{
+    return !(a == b);
+}
+[[nodiscard]] inline bool operator==(const string& a, std::string_view b)
+{
+    return a.View() == b;
+}
+[[nodiscard]] inline bool operator==(const string& a, const char* b)
+{
+    return a.View() == b;
+}
 [[nodiscard]] inline string operator+(string left, const char* right)
 {
     left += std::string_view(right);
     return left;
 }
-[[nodiscard]] inline string operator+(const char* left, const string& right) { return string(left) + right; }
+[[nodiscard]] inline string operator+(const char* left, const string& right)
+{
+    return string(left) + right;
+}
 
 // ASCII letters equal in both cases; lengths must agree.
 [[nodiscard]] bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 
-}  // namespace vela
+}   // namespace vela

@@ -6,12 +6,15 @@
 
 namespace vela {
 
-// A value and the id of the column it belongs to. Rows travel between the layers as lists of pointers to these.
+// A value and the id of the column it belongs to. Rows travel between the layers as lists of
+// pointers to these.
 class VelaValueWithID : public VelaValue {
 public:
     VelaValueWithID() = default;
     explicit VelaValueWithID(uint32_t columnID) : mColumnID(columnID) {}
-    VelaValueWithID(const VelaValue& value, uint32_t columnID) : VelaValue(value), mColumnID(columnID) {}
+    VelaValueWithID(const VelaValue& value, uint32_t columnID)
+        : VelaValue(value), mColumnID(columnID)
+    {}
 
     [[nodiscard]] uint32_t ColumnID() const { return mColumnID; }
     void SetColumnID(uint32_t columnID) { mColumnID = columnID; }
@@ -22,4 +25,4 @@ private:
     uint32_t mColumnID = 0;
 };
 
-}  // namespace vela
+}   // namespace vela

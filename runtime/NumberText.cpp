@@ -1,0 +1,199 @@
+#include "runtime/NumberText.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace vela {
+
+namespace {
+
+constexpr double kPlainFrom = 1e-5;    // plain notation from here ...
+constexpr double kPlainBelow = 1e15;   // ... to below here
+
+bool IsDigit(char byte)
+{
+    return byte >= '0' && byte <= '9';
+}
+
+// What the C library calls white space: the blanks that may stand before a number.
+bool IsBlank(char byte)
+{
+    return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
+
+std::string_view WithoutLeadingBlanks(std::string_view text)
+{
+    size_t start = 0;
+    while (start < text.size() && IsBlank(text[start]))
+        start++;
+    return text.substr(start);
+}
+
+size_t DigitsFrom(std::string_view text, size_t start)
+{
+    size_t end = start;
+    while (end < text.size() && IsDigit(text[end]))
+        end++;
+    return end - start;
+}
+
+// Takes an optional sign off the text.
+bool TakeSign(std::string_view* text)
+{
+    if (text->empty() || ((*text)[0] != '-' && (*text)[0] != '+'))
+        return false;
+    const bool isNegative = (*text)[0] == '-';
+    text->remove_prefix(1);
+    return isNegative;
+}
+
+// The shortest plain decimal text; to_chars knows it, in every locale.
+string PlainText(double number)
+{
+    char text[64];
+    const auto result = std::to_chars(text, text + sizeof text, number, std::chars_format::fixed);
+    return string(text, static_cast<size_t>(result.ptr - text), kEncodingASCII);
+}
+
+// The shortest text with an exponent: a point in the mantissa always, no zeros before the exponent.
+string ExponentText(double number)
+{
+    char text[64];
+    const auto result =
+        std::to_chars(text, text + sizeof text, number, std::chars_format::scientific);
+    const std::string_view whole(text, static_cast<size_t>(result.ptr - text));
+    const size_t exponentAt = whole.find('e');
+    const std::string_view mantissa = whole.substr(0, exponentAt);
+    std::string_view exponent = whole.substr(exponentAt + 2);
+    while (exponent.size() > 1 && exponent[0] == '0')
+        exponent.remove_prefix(1);
+
+    string made(mantissa, kEncodingASCII);
+    if (mantissa.find('.') == std::string_view::npos)
+        made += ".0";
+    made += whole.substr(exponentAt, 2);
+    made += exponent;
+    return made;
+}
+
+// The bytes at the start of text, which has no sign, that are a decimal number with optional
+// fraction and exponent; 0 when there is no digit.
+size_t NumberSize(std::string_view text)
+{
+    const size_t whole = DigitsFrom(text, 0);
+    size_t end = whole;
+    size_t fraction = 0;
+    if (end < text.size() && text[end] == '.') {
+        fraction = DigitsFrom(text, end + 1);
+        end += 1 + fraction;
+    }
+    if (whole + fraction == 0)
+        return 0;
+    if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
+        size_t digitsAt = end + 1;
+        if (digitsAt < text.size() && (text[digitsAt] == '-' || text[digitsAt] == '+'))
+            digitsAt++;
+        const size_t digits = DigitsFrom(text, digitsAt);
+        if (digits > 0)
+            end = digitsAt + digits;
+    }
+    return end;
+}
+
+// The exponent written in number ("12e-7": -7), saturated far outside a double's range but able to
+// meet any count of digits.
+int64_t WrittenExponent(std::string_view number)
+{
+    constexpr int64_t kLimit = std::numeric_limits<int64_t>::max() / 4;
+    const size_t at = number.find_first_of("eE");
+    if (at == std::string_view::npos)
+        return 0;
+    std::string_view digits = number.substr(at + 1);
+    const bool isNegative = TakeSign(&digits);
+    int64_t exponent = 0;
+    for (const char digit : digits) {
+        exponent = exponent * 10 + (digit - '0');
+        if (exponent > kLimit / 10)
+            exponent = kLimit / 10;
+    }
+    return isNegative ? -exponent : exponent;
+}
+
+// Whether a number that no double can hold is too large, rather than too small. It has a digit
+// other than 0.
+bool IsTooLarge(std::string_view number)
+{
+    const std::string_view mantissa = number.substr(0, number.find_first_of("eE"));
+    const size_t firstDigit = mantissa.find_first_of("123456789");
+    size_t point = mantissa.find('.');
+    if (point == std::string_view::npos)
+        point = mantissa.size();
+    const int64_t magnitude = static_cast<int64_t>(point) - static_cast<int64_t>(firstDigit);
+    return magnitude + WrittenExponent(number) > 0;
+}
+
+}   // namespace
+
+string IntegerText(int64_t number)
+{
+    char text[24];
+    const auto result = std::to_chars(text, text + sizeof text, number);
+    return string(text, static_cast<size_t>(result.ptr - text), kEncodingASCII);
+}
+
+string DoubleText(double number)
+{
+    if (std::isnan(number))
+        return "nan";
+    if (std::isinf(number))
+        return number < 0 ? "-inf" : "inf";
+    const double magnitude = std::fabs(number);
+    const bool isPlain = magnitude == 0 || (magnitude >= kPlainFrom && magnitude < kPlainBelow);
+    return isPlain ? PlainText(number) : ExponentText(number);
+}
+
+int32_t TextToInteger(std::string_view text)
+{
+    text = WithoutLeadingBlanks(text);
+    const bool isNegative = TakeSign(&text);
+    const int64_t limit = isNegative ? -static_cast<int64_t>(INT32_MIN) : INT32_MAX;
+    int64_t magnitude = 0;
+    for (const char byte : text) {
+        if (!IsDigit(byte))
+            break;
+        magnitude = magnitude * 10 + (byte - '0');
+        if (magnitude >= limit) {
+            magnitude = limit;
+            break;
+        }
+    }
+    return static_cast<int32_t>(isNegative ? -magnitude : magnitude);
+}
+
+double TextToDouble(std::string_view text)
+{
+    text = WithoutLeadingBlanks(text);
+    const bool isNegative = TakeSign(&text);
+    text = text.substr(0, NumberSize(text));
+    if (text.empty())
+        return 0.0;
+    double number = 0.0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (result.ec == std::errc::result_out_of_range)
+        number = IsTooLarge(text) ? std::numeric_limits<double>::infinity() : 0.0;
+    return isNegative ? -number : number;
+}
+
+int32_t DoubleToInteger(double number)
+{
+    if (std::isnan(number))
+        return 0;
+    if (number >= static_cast<double>(INT32_MAX))
+        return INT32_MAX;
+    if (number <= static_cast<double>(INT32_MIN))
+        return INT32_MIN;
+    return static_cast<int32_t>(number);
+}
+
+}   // namespace vela
