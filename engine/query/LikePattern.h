@@ -46,15 +46,11 @@ private:
         size_t longestPiece = 0;   // the one to search for; meaningless without pieces
     };
 
-    void Parse();
     size_t AddWildcards(size_t position);
     size_t AddLiteral(size_t position);
-    void AddPiece(std::string_view literal);
+    void AddPiece(size_t start);
 
-    [[nodiscard]] std::string_view PieceBytes(const Piece& piece) const
-    {
-        return {mLiterals.data() + piece.start, piece.size};
-    }
+    [[nodiscard]] bool MatchesEnd(std::string_view rest) const;
     // Whether the chunk stands at the start of text, which is at least as long.
     [[nodiscard]] bool MatchesAt(const Chunk& chunk, const char* text) const;
     // The first position, from start on, where the chunk stands in text; npos for none.

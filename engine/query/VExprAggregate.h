@@ -39,9 +39,14 @@ public:
     void CollectTables(std::vector<bool>* tables) const override;
 
 private:
+    [[nodiscard]] VelaValue RememberedResult(const VelaEvalContext& context) const;
+    // The result over the context's group, with an operand.
+    [[nodiscard]] VelaValue ResultOver(const VelaEvalContext& context) const;
+
     VelaExprPtr mOperand;
     VelaFuncCode mFunc;
     bool mDistinct;
+    bool mHoldsAggregate;   // in the operand
 };
 
 }   // namespace vela

@@ -27,6 +27,8 @@ public:
     void CollectTables(std::vector<bool>* tables) const override;
 
 private:
+    [[nodiscard]] string DescribeArguments() const;
+
     VelaFuncCode mFunc;
     VelaExprPtr mArg1;
     VelaExprPtr mArg2;

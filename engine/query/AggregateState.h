@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "engine/core/VelaValue.h"
+#include "engine/query/DistinctValues.h"
+#include "engine/query/VelaFunctions.h"
+
+namespace vela {
+
+// AggregateState takes the operand values of one group, one after another, and gives what an
+// aggregate function makes of them. VExprAggregate.h tells the rules.
+class AggregateState {
+public:
+    // func is kFuncAvg to kFuncSum. distinct counts for AVG, COUNT and SUM.
+    AggregateState(VelaFuncCode func, bool distinct);
+
+    // NULLs are skipped.
+    void Take(const VelaValue& value);
+    // The result for the values taken so far; may be NULL.
+    [[nodiscard]] VelaValue Result() const;
+
+private:
+    void Add(const VelaValue& value);
+    void AddInteger(int32_t number);
+    void KeepIfBeyond(const VelaValue& value);
+    [[nodiscard]] VelaValue Sum() const;
+
+    VelaFuncCode mFunc;
+    std::unique_ptr<DistinctValues> mSeen;   // null when all values count
+    uint64_t mCount = 0;                     // values taken
+    int64_t mIntegers = 0;                   // SUM, AVG: what Integers and Booleans add up to
+    double mDoubles = 0.0;                   // what the others add up to
+    bool mAreDoubles = false;                // whether the sum is a Double
+    VelaValue mExtreme;                      // MIN, MAX
+};
+
+// A count as a value: an Integer when it fits one, else a Double.
+[[nodiscard]] VelaValue CountValue(uint64_t count);
+
+}   // namespace vela
