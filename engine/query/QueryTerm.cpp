@@ -1,0 +1,60 @@
+#include "engine/query/QueryTerm.h"
+
+#include "engine/query/VExprAndOr.h"
+
+namespace vela {
+
+namespace {
+
+std::vector<size_t> TablesOf(const VelaExpr& expr, size_t tableCount)
+{
+    std::vector<bool> refersTo(tableCount);
+    expr.CollectTables(&refersTo);
+    std::vector<size_t> tables;
+    for (size_t table = 0; table < tableCount; table++) {
+        if (refersTo[table])
+            tables.push_back(table);
+    }
+    return tables;
+}
+
+// A missing term is UNKNOWN and rejects nothing. Nesting may be deep: the open conjunctions wait in
+// a list.
+std::vector<const VelaExpr*> ConjunctionTerms(const VelaExpr& conjunction)
+{
+    std::vector<const VelaExpr*> waiting = {&conjunction};
+    std::vector<const VelaExpr*> terms;
+    while (!waiting.empty()) {
+        const VelaExpr* expr = waiting.back();
+        waiting.pop_back();
+        const auto* nested = dynamic_cast<const VExprAnd*>(expr);
+        if (nested == nullptr)
+            terms.push_back(expr);
+        for (size_t i = nested ? nested->Terms().size() : 0; i > 0; i--) {
+            if (nested->Terms()[i - 1])
+                waiting.push_back(nested->Terms()[i - 1].get());
+        }
+    }
+    return terms;
+}
+
+}   // namespace
+
+bool QueryTerm::Keeps(const VelaEvalContext& context) const
+{
+    VelaValue value;
+    const bool known = expr->Evaluate(context, &value);
+    return value.GetInteger() != 0 || (inConjunction && !known);
+}
+
+std::vector<QueryTerm> SplitIntoTerms(const VelaExpr& where, size_t tableCount)
+{
+    if (dynamic_cast<const VExprAnd*>(&where) == nullptr)
+        return {QueryTerm{&where, false, TablesOf(where, tableCount)}};
+    std::vector<QueryTerm> terms;
+    for (const VelaExpr* term : ConjunctionTerms(where))
+        terms.push_back(QueryTerm{term, true, TablesOf(*term, tableCount)});
+    return terms;
+}
+
+}   // namespace vela

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace vela {
+
+// RowList is a list of rows, by row id or row number, in table order. All rows of a table by number
+// are a count alone.
+class RowList {
+public:
+    RowList() = default;
+    explicit RowList(std::vector<uint32_t> rows)
+        : mRows(std::move(rows)), mCount(static_cast<uint32_t>(mRows.size())), mIsRange(false)
+    {}
+    // The numbers 0 to count - 1.
+    [[nodiscard]] static RowList Range(uint32_t count)
+    {
+        RowList list;
+        list.mCount = count;
+        return list;
+    }
+
+    [[nodiscard]] uint32_t Count() const { return mCount; }
+    [[nodiscard]] uint32_t At(uint32_t index) const { return mIsRange ? index : mRows[index]; }
+    [[nodiscard]] bool IsRange() const { return mIsRange; }
+
+private:
+    std::vector<uint32_t> mRows;
+    uint32_t mCount = 0;
+    bool mIsRange = true;
+};
+
+}   // namespace vela

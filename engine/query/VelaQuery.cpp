@@ -1,0 +1,132 @@
+#include "engine/query/VelaQuery.h"
+
+#include "engine/query/DistinctRows.h"
+#include "engine/query/RecSetEnumerator.h"
+#include "engine/query/RecSetGrouper.h"
+
+namespace vela {
+
+namespace {
+
+void CollectRecSets(RecSetEnumerator* recSets, RecSetList* list)
+{
+    while (recSets->Next())
+        list->Add(recSets->Rows().data());
+}
+
+// What the outputs of an aggregate query are evaluated against.
+VelaEvalContext GroupContext(const VelaEvalContext& context, const VelaRecSetGroup& group)
+{
+    VelaEvalContext result = context;
+    result.recSet = nullptr;
+    result.group = &group;
+    return result;
+}
+
+void DropUnlessNew(DistinctRows* distinctRows, VelaTempTable* result)
+{
+    if (!distinctRows->IsNew())
+        result->RemoveLastRow();
+}
+
+}   // namespace
+
+void VelaQuery::AddSortKey(long column, long direction)
+{
+    mSortColumns.push_back(column);
+    mSortDirections.push_back(direction);
+}
+
+std::unique_ptr<VelaTempTable> VelaQuery::RunQuery()
+{
+    std::unique_ptr<VelaTempTable> result = MakeResultTable();
+    RecSetEnumerator recSets(mDatabase, mTables, mWhere.get());
+    if (IsAggregateQuery())
+        AddAggregateRows(&recSets, result.get());
+    else
+        AddPlainRows(&recSets, result.get());
+    mRecSetsConsidered += recSets.Considered();
+    result->Sort(mSortColumns, mSortDirections);
+    return result;
+}
+
+std::unique_ptr<VelaTempTable> VelaQuery::MakeResultTable() const
+{
+    auto result = std::make_unique<VelaTempTable>(mTables.size());
+    for (const VelaExprPtr& output : mOutputs) {
+        const string name = output->Name().empty() ? output->Description() : output->Name();
+        result->AddColumn(name, output->GetType(mTables));
+    }
+    return result;
+}
+
+bool VelaQuery::IsAggregateQuery() const
+{
+    for (const VelaExprPtr& output : mOutputs) {
+        if (output->HasAggregate())
+            return true;
+    }
+    return false;
+}
+
+void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const
+{
+    DistinctRows distinctRows(*result);
+    std::vector<uint32_t> rowIDs(mTables.size());
+    const VelaRecSet source(rowIDs.data());
+    while (recSets->Next()) {
+        for (size_t table = 0; table < rowIDs.size(); table++)
+            rowIDs[table] = recSets->RowIDOf(table, recSets->Rows()[table]);
+        EvaluateOutputs(recSets->Context(), result->AppendRow(&source));
+        if (mDistinct)
+            DropUnlessNew(&distinctRows, result);
+    }
+}
+
+void VelaQuery::AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* result) const
+{
+    RecSetList list(mTables.size());
+    CollectRecSets(recSets, &list);
+    if (!mGroupBy.empty()) {
+        AddGroupRows(recSets->Context(), &list, result);
+        return;
+    }
+    const VelaRecSetGroup all = list.Group(0, list.Count());
+    EvaluateOutputs(GroupContext(recSets->Context(), all), result->AppendRow(nullptr));
+}
+
+void VelaQuery::AddGroupRows(const VelaEvalContext& context, RecSetList* list,
+                             VelaTempTable* result) const
+{
+    std::vector<size_t> starts = RecSetGrouper(mGroupBy, context).SortIntoGroups(list);
+    starts.push_back(list->Count());
+    DistinctRows distinctRows(*result);
+    for (size_t i = 0; i + 1 < starts.size(); i++) {
+        const VelaRecSetGroup group = list->Group(starts[i], starts[i + 1]);
+        const VelaEvalContext groupContext = GroupContext(context, group);
+        if (!HavingKeeps(groupContext))
+            continue;
+        EvaluateOutputs(groupContext, result->AppendRow(nullptr));
+        if (mDistinct)
+            DropUnlessNew(&distinctRows, result);
+    }
+}
+
+// As WHERE, HAVING is judged by the integer form of what it leaves, whatever its flag says.
+bool VelaQuery::HavingKeeps(const VelaEvalContext& context) const
+{
+    if (mHaving == nullptr)
+        return true;
+    VelaValue value;
+    mHaving->Evaluate(context, &value);
+    return value.GetInteger() != 0;
+}
+
+// An output that is UNKNOWN leaves what it leaves; nothing makes a null.
+void VelaQuery::EvaluateOutputs(const VelaEvalContext& context, VelaValue* row) const
+{
+    for (size_t i = 0; i < mOutputs.size(); i++)
+        mOutputs[i]->Evaluate(context, &row[i]);
+}
+
+}   // namespace vela

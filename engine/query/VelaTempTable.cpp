@@ -1,0 +1,166 @@
+#include "engine/query/VelaTempTable.h"
+
+#include "engine/query/TempRowSorter.h"
+
+namespace vela {
+
+namespace {
+
+constexpr size_t kFirstBlock = 64;
+constexpr size_t kLargestBlock = 16384;
+constexpr uint32_t kNoSource = 0xFFFFFFFF;
+
+template <class T>
+void Permute(std::vector<T>* items, const std::vector<uint32_t>& order)
+{
+    if (items->empty())
+        return;
+    std::vector<T> permuted;
+    permuted.reserve(items->size());
+    for (const uint32_t position : order)
+        permuted.push_back((*items)[position]);
+    items->swap(permuted);
+}
+
+}   // namespace
+
+void VelaTempTable::AddColumn(const string& name, VelaDataType type)
+{
+    const auto columnID = static_cast<uint32_t>(mColumns.size());
+    mColumns.push_back(VelaColumnInfo{name, VelaValue::Null(type), columnID});
+}
+
+uint32_t VelaTempTable::AddRow(VelaRow& values, bool takeOwnership, const VelaRecSet* source)
+{
+    VelaValue* row = NewRow(values.size());
+    for (size_t i = 0; i < values.size(); i++)
+        row[i] = *values[i];
+    if (takeOwnership)
+        Discard(values);
+    NoteSource(source);
+    return static_cast<uint32_t>(mRows.size() - 1);
+}
+
+uint32_t VelaTempTable::AddRow(VelaRow& values, bool takeOwnership)
+{
+    return AddRow(values, takeOwnership, nullptr);
+}
+
+VelaValue* VelaTempTable::AppendRow(const VelaRecSet* source)
+{
+    VelaValue* row = NewRow(mColumns.size());
+    NoteSource(source);
+    return row;
+}
+
+void VelaTempTable::RemoveLastRow()
+{
+    const size_t last = mRows.size() - 1;
+    const size_t width = RowWidth(last);
+    for (size_t i = 0; i < width; i++)
+        mRows[last][i] = VelaValue();
+    mBlockUsed -= width;
+    mRows.pop_back();
+    if (!mWidths.empty())
+        mWidths.pop_back();
+    if (mSourceNumber.empty())
+        return;
+    if (mSourceNumber.back() != kNoSource)
+        mSourceRows.resize(mSourceRows.size() - mSourceTables);
+    mSourceNumber.pop_back();
+}
+
+void VelaTempTable::Sort(const SimpleVector<long>& columns, const SimpleVector<long>& directions)
+{
+    if (mRows.size() < 2 || columns.empty())
+        return;
+    ApplyOrder(TempRowSorter(*this, columns, directions).SortedOrder());
+}
+
+const VelaColumnInfo* VelaTempTable::Column(long number) const
+{
+    if (number < 0 || static_cast<size_t>(number) >= mColumns.size())
+        return nullptr;
+    return &mColumns[static_cast<size_t>(number)];
+}
+
+void VelaTempTable::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
+{
+    rowIDs->resize(mRows.size());
+    for (size_t row = 0; row < mRows.size(); row++)
+        (*rowIDs)[row] = static_cast<uint32_t>(row);
+}
+
+bool VelaTempTable::GetValue(uint32_t rowID, long number, VelaValue* value)
+{
+    if (rowID >= mRows.size() || number < 0 || static_cast<size_t>(number) >= RowWidth(rowID))
+        return false;
+    *value = mRows[rowID][number];
+    return true;
+}
+
+std::optional<VelaRecSet> VelaTempTable::GetSourceRecSet(long row) const
+{
+    if (row < 0 || static_cast<size_t>(row) >= mSourceNumber.size())
+        return std::nullopt;
+    const uint32_t number = mSourceNumber[static_cast<size_t>(row)];
+    if (number == kNoSource)
+        return std::nullopt;
+    return VelaRecSet(mSourceRows.data() + number * mSourceTables);
+}
+
+VelaValue* VelaTempTable::NewRow(size_t width)
+{
+    NoteWidth(width);
+    VelaValue* row = TakeValues(width);
+    mRows.push_back(row);
+    return row;
+}
+
+// A row lies in one block; what is left of a block that can't hold it stays unused.
+VelaValue* VelaTempTable::TakeValues(size_t count)
+{
+    if (mBlocks.empty() || mBlockSize - mBlockUsed < count) {
+        size_t size = mBlocks.empty() ? kFirstBlock : mBlockSize * 2;
+        size = size > kLargestBlock ? kLargestBlock : size;
+        mBlockSize = size < count ? count : size;
+        mBlocks.push_back(std::make_unique<VelaValue[]>(mBlockSize));
+        mBlockUsed = 0;
+    }
+    VelaValue* values = mBlocks.back().get() + mBlockUsed;
+    mBlockUsed += count;
+    return values;
+}
+
+void VelaTempTable::NoteWidth(size_t width)
+{
+    if (mRows.empty())
+        mCommonWidth = width;
+    if (mWidths.empty() && width == mCommonWidth)
+        return;
+    if (mWidths.empty())
+        mWidths.assign(mRows.size(), static_cast<uint32_t>(mCommonWidth));
+    mWidths.push_back(static_cast<uint32_t>(width));
+}
+
+// Called for every row, after it was added.
+void VelaTempTable::NoteSource(const VelaRecSet* source)
+{
+    if (source == nullptr && mSourceNumber.empty())
+        return;
+    mSourceNumber.resize(mRows.size(), kNoSource);
+    if (source == nullptr)
+        return;
+    const size_t number = mSourceTables == 0 ? 0 : mSourceRows.size() / mSourceTables;
+    mSourceNumber.back() = static_cast<uint32_t>(number);
+    mSourceRows.insert(mSourceRows.end(), source->Rows(), source->Rows() + mSourceTables);
+}
+
+void VelaTempTable::ApplyOrder(const std::vector<uint32_t>& order)
+{
+    Permute(&mRows, order);
+    Permute(&mWidths, order);
+    Permute(&mSourceNumber, order);
+}
+
+}   // namespace vela

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "engine/query/VelaRecSet.h"
+#include "engine/storage/VelaTable.h"
+
+namespace vela {
+
+// VelaTempTable is a table in memory: the result of a SELECT. Its row ids are the row positions, 0
+// to QtyRows() - 1. Readers can't change it (UpdateRow refuses, DeleteRow does nothing); whoever
+// fills it adds columns first, then rows.
+//
+// A row may remember its source: the record set, of row ids, that produced it. Values lie in blocks
+// that never move, 16 bytes each; a row costs 8 bytes beside them, and 4 for each table of its
+// source and 4 for the source itself.
+class VelaTempTable : public VelaTable {
+public:
+    // sourceTables: how many tables the source record sets of its rows cover.
+    explicit VelaTempTable(size_t sourceTables = 0) : mSourceTables(sourceTables) {}
+
+    // The column's id is its number.
+    void AddColumn(const string& name, VelaDataType type);
+    // Appends a row of copies of the values, in the order of the list; their column ids are not
+    // looked at. The row has as many values as the list. source may be null. The new row's
+    // position.
+    uint32_t AddRow(VelaRow& values, bool takeOwnership, const VelaRecSet* source);
+    // The same without a source.
+    uint32_t AddRow(VelaRow& values, bool takeOwnership) override;
+    // Appends a row of null values of type None, one per column, to be filled in place; the values
+    // stay where they are until the table dies or RemoveLastRow takes the row.
+    VelaValue* AppendRow(const VelaRecSet* source);
+    // Takes back the row added last, which must be there, before any Sort.
+    void RemoveLastRow();
+    // Sorts the rows by the columns, in key order; a direction is +1 (ascending) or -1. Rows equal
+    // on all keys keep their order. See TempRowSorter for how values compare. Keys of columns that
+    // are not there are passed over.
+    void Sort(const SimpleVector<long>& columns, const SimpleVector<long>& directions);
+
+    // Empty: a result has no name.
+    [[nodiscard]] const string& TableName() const override { return mName; }
+    [[nodiscard]] long QtyColumns() const override { return static_cast<long>(mColumns.size()); }
+    [[nodiscard]] const VelaColumnInfo* Column(long number) const override;
+    [[nodiscard]] size_t QtyRows() override { return mRows.size(); }
+    void GetRowIDs(SimpleVector<uint32_t>* rowIDs) override;
+    [[nodiscard]] bool HasRow(uint32_t rowID) override { return rowID < mRows.size(); }
+    bool GetValue(uint32_t rowID, long number, VelaValue* value) override;
+    void DeleteRow(uint32_t) override {}
+
+    // The row ids that produced the row, one per source table; none when the row has no source or
+    // there is no such row. Good until the next row is added.
+    [[nodiscard]] std::optional<VelaRecSet> GetSourceRecSet(long row) const;
+
+    [[nodiscard]] size_t RowCount() const { return mRows.size(); }
+    // The values of a row that is there, and how many they are. Good as long as the table.
+    [[nodiscard]] const VelaValue* RowValues(size_t row) const { return mRows[row]; }
+    [[nodiscard]] size_t RowWidth(size_t row) const
+    {
+        return mWidths.empty() ? mCommonWidth : mWidths[row];
+    }
+
+private:
+    VelaValue* NewRow(size_t width);
+    VelaValue* TakeValues(size_t count);
+    void NoteWidth(size_t width);
+    void NoteSource(const VelaRecSet* source);
+    void ApplyOrder(const std::vector<uint32_t>& order);
+
+    string mName;
+    SimpleVector<VelaColumnInfo> mColumns;
+
+    std::vector<std::unique_ptr<VelaValue[]>> mBlocks;
+    size_t mBlockSize = 0;   // values in the last block
+    size_t mBlockUsed = 0;   // of them taken
+    std::vector<VelaValue*> mRows;
+    size_t mCommonWidth = 0;   // of every row while mWidths is empty
+    std::vector<uint32_t>
+        mWidths;   // one per row, from the first row on that differs from those before it
+
+    size_t mSourceTables;
+    std::vector<uint32_t> mSourceRows;     // the sources one after another
+    std::vector<uint32_t> mSourceNumber;   // which of them a row has; empty while no row has one
+};
+
+}   // namespace vela
