@@ -31,8 +31,14 @@ public:
     // Cuts the stream, or lengthens it with zero bytes. False when that failed. A position past the new end stays.
     virtual bool SetLength(int64_t length) = 0;
     virtual int64_t GetPosition() = 0;
-    // Everything written so far reaches the device before this returns. False: some of it may not have.
+    // Everything written so far reaches the device before this returns. False: some of it may not have. The base does
+    // nothing and returns true.
     virtual bool FlushToDisk();
+    // Makes sure that the stream can grow to this length without running out of room; its length stays. False when the
+    // device lacks the room. A stream that can't tell, as the base, says true.
+    [[nodiscard]] virtual bool Reserve(int64_t length);
+    // The error number (errno) of the last operation that failed; 0 when none has, or the stream doesn't know.
+    [[nodiscard]] virtual int ErrorNumber() const { return 0; }
     // The byte order of the typed multi-byte operations. Streams start little-endian.
     virtual void SetBigEndian() { mBigEndian = true; }
     virtual void SetLittleEndian() { mBigEndian = false; }

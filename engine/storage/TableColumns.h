@@ -12,30 +12,48 @@ namespace vela {
 struct ColumnData {
     enum class Form : uint8_t {
         kUnloaded,
-        kIntegers,  // numbers: Integer columns, and Boolean ones as 0 and 1
+        kIntegers,   // numbers: Integer columns, and Boolean ones as 0 and 1
         kDoubles,
-        kTexts,  // text-backed values of the column's type
-        kValues  // anything else: values of several types, or with several hundred encodings
+        kTexts,   // text-backed values of the column's type
+        kValues   // anything else: values of several types, or with several hundred encodings
     };
 
     Form form = Form::kUnloaded;
-    VelaDataType type = kTypeNone;  // of every value, but in kValues
+    VelaDataType type = kTypeNone;   // of every value, but in kValues
     std::vector<int32_t> integers;
     std::vector<double> doubles;
-    std::vector<uint32_t> textStarts;     // kTexts: where text i starts in texts
-    std::vector<uint32_t> textLengths;    // kTexts: bytes of text i
-    std::vector<char> texts;              // the bytes of all texts, with gaps where texts were replaced
-    std::vector<uint8_t> encodingNumber;  // kTexts: position in encodings; empty when all texts have encodings[0]
+    std::vector<uint32_t> textStarts;    // kTexts: where text i starts in texts
+    std::vector<uint32_t> textLengths;   // kTexts: bytes of text i
+    std::vector<char> texts;   // the bytes of all texts, with gaps where texts were replaced
+    std::vector<uint8_t>
+        encodingNumber;   // kTexts: position in encodings; empty when all texts have encodings[0]
     std::vector<TextEncoding> encodings;
-    std::vector<bool> nulls;  // empty when no value is null; else one flag a row (not used by kValues)
+    std::vector<bool> nulls;   // a flag for each row up to the last null one; not used by kValues
     std::vector<VelaValue> values;
 
-    [[nodiscard]] bool IsNull(uint32_t row) const { return !nulls.empty() && nulls[row]; }
+    // Empties the column and chooses the form for values of a type.
+    void Start(VelaDataType columnType);
+    // Appends a value, or sets that of a row; a value that the form can't hold turns the column into kValues. False when
+    // that would be too much: more than 4 GiB of text. The column is then not to be used.
+    [[nodiscard]] bool Append(const VelaValue& value);
+    [[nodiscard]] bool AppendText(std::string_view text, TextEncoding encoding);
+    [[nodiscard]] bool Set(uint32_t row, const VelaValue& value);
+    // Takes rows out; rows are ascending row numbers.
+    void RemoveRows(const std::vector<uint32_t>& rows);
+    [[nodiscard]] size_t Count() const;
+
+    [[nodiscard]] bool IsNull(uint32_t row) const { return row < nulls.size() && nulls[row]; }
     [[nodiscard]] std::string_view Text(uint32_t row) const
     {
         return {texts.data() + textStarts[row], textLengths[row]};
     }
     void GetValue(uint32_t row, VelaValue* value) const;
+
+private:
+    [[nodiscard]] bool StoreText(std::string_view text, TextEncoding encoding, uint32_t row);
+    [[nodiscard]] bool Holds(const VelaValue& value) const;
+    void TurnIntoValues();
+    void SetNull(uint32_t row, bool null);
 };
 
 // TableColumns offers a table's rows for fast reading: by row number, 0 to RowCount() - 1 in the order of GetRowIDs, with
@@ -52,8 +70,10 @@ public:
     // A column for direct access, loaded when it isn't yet; null when it can't be had that way (column 0, a column that is
     // not there, or memory is short): GetValue still answers.
     [[nodiscard]] virtual const ColumnData* Load(long number) = 0;
+    // Loads several columns (numbers[i] set: column i) in one pass, where that saves passes. No promise: Load tells.
+    virtual void Prepare(const std::vector<bool>& numbers) { (void)numbers; }
     // As the table's GetValue of that row.
     virtual bool GetValue(uint32_t row, long number, VelaValue* value) = 0;
 };
 
-}  // namespace vela
+}   // namespace vela

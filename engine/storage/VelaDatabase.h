@@ -72,7 +72,8 @@ public:
 private:
     void CloseTables();
     void OpenSchemaAndTables();
-    void RestoreDroppedTables();
+    void ReloadAllTables();
+    void ReloadTouchedTables();
     bool CommitTables();
 
     SimpleVector<VelaTable*> mOpenTables;
@@ -85,4 +86,4 @@ private:
     std::unique_ptr<VelaFileAccess> mFiles;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -24,7 +24,8 @@ public:
 
     // The stream of a file, big-endian, at position 0; null when it is missing (unless create) or can't be opened. In a
     // read-only container streams open for reading, and create is refused. The stream must not outlive the container.
-    [[nodiscard]] virtual std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name, bool create) = 0;
+    [[nodiscard]] virtual std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name,
+                                                                          bool create) = 0;
     // A new, empty file, also over an existing one. False when it can't be made.
     virtual bool CreateFile(const string& name) = 0;
     // True when the file is gone afterwards.
@@ -37,4 +38,4 @@ public:
     virtual void FindFiles(const string& pattern, SimpleVector<string>* names) const = 0;
 };
 
-}  // namespace vela
+}   // namespace vela

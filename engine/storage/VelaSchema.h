@@ -7,7 +7,7 @@
 namespace vela {
 
 // The name of the table that describes all tables, itself included.
-extern const char* const kSchemaTableName;  // "_schema"
+extern const char* const kSchemaTableName;   // "_schema"
 
 // VelaSchema is the stored table _schema: one row per column of every table, and the operations that make open tables of
 // these rows. A table exists exactly when _schema has a row with its name; its columns stand in the order of their rows.
@@ -27,9 +27,12 @@ public:
     // files must outlive the schema. A schema without stored rows gets the rows that describe _schema itself, pending.
     explicit VelaSchema(VelaFileAccess* files);
 
+    // Adds the seven rows that describe _schema itself, pending, when there is no row at all.
+    void PopulateInitialSchema();
     // Appends one schema row.
-    void AddSchemaRow(const string& tableName, uint32_t columnID, const string& columnName, VelaDataType typeCode, int32_t length,
-                      bool notNull, const string& defaultValue);
+    void AddSchemaRow(const string& tableName, uint32_t columnID, const string& columnName,
+                      VelaDataType typeCode, int32_t length, bool notNull,
+                      const string& defaultValue);
     // A new object for a table whose rows were just added: it has no files until its first Commit, which makes new ones in
     // place of whatever lies there.
     [[nodiscard]] std::unique_ptr<VelaTrans> CreateTable(const string& name);
@@ -44,6 +47,16 @@ public:
 
     // The table _TABLES; one instance for the whole process.
     [[nodiscard]] static VelaTable* GetTablesTable();
+
+private:
+    struct ColumnRow {
+        string tableName;
+        VelaColumnInfo column;
+    };
+
+    SimpleVector<ColumnRow> ReadColumns(const string* name);
+    std::unique_ptr<VelaTrans> MakeTable(const string& name, Files state,
+                                         const SimpleVector<ColumnRow>& rows);
 };
 
-}  // namespace vela
+}   // namespace vela

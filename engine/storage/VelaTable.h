@@ -65,4 +65,4 @@ protected:
     static void Discard(VelaRow& values);
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -1,17 +1,17 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "engine/storage/RowMap.h"
+#include "engine/storage/StoredTableColumns.h"
 #include "engine/storage/VTChangedRow.h"
 #include "engine/storage/VelaFileAccess.h"
+#include "engine/storage/VelaIndex.h"
+#include "engine/storage/VelaStorage.h"
 #include "engine/storage/VelaTable.h"
 
 namespace vela {
-
-class StoredTableColumns;
-class VelaIndex;
-class VelaStorage;
 
 // VelaTrans is an open stored table with its open transaction: inserts, updates and deletes stay in memory, visible to
 // readers of this object, until Commit writes them to the record file or Rollback drops them.
@@ -29,11 +29,17 @@ public:
     ~VelaTrans() override;
 
     [[nodiscard]] const string& TableName() const override { return mName; }
-    [[nodiscard]] long QtyColumns() const override { return static_cast<long>(mColumns.size()) + 1; }
+    [[nodiscard]] long QtyColumns() const override
+    {
+        return static_cast<long>(mColumns.size()) + 1;
+    }
     [[nodiscard]] const VelaColumnInfo* Column(long number) const override;
     [[nodiscard]] size_t QtyRows() override;
     void GetRowIDs(SimpleVector<uint32_t>* rowIDs) override;
-    bool GetValue(uint32_t rowID, long number, VelaValue* value) override { return GetValue(rowID, number, value, true); }
+    bool GetValue(uint32_t rowID, long number, VelaValue* value) override
+    {
+        return GetValue(rowID, number, value, true);
+    }
     // Without useIndexes the answer comes from the pending change or the record alone.
     bool GetValue(uint32_t rowID, long number, VelaValue* value, bool useIndexes);
     uint32_t AddRow(VelaRow& values, bool takeOwnership) override;
@@ -43,7 +49,8 @@ public:
     bool AddIndex(const string& name, const SimpleVector<uint32_t>& columnIDs) override;
     void GetIndexNames(SimpleVector<string>& names) const override;
     [[nodiscard]] bool HasRow(uint32_t rowID) override;
-    bool FindRowsByIndex(long number, const VelaValue& key, SimpleVector<uint32_t>* rowIDs) override;
+    bool FindRowsByIndex(long number, const VelaValue& key,
+                         SimpleVector<uint32_t>* rowIDs) override;
     [[nodiscard]] TableColumns* Columns() override;
     [[nodiscard]] VelaTrans* AsStoredTable() override { return this; }
 
@@ -73,11 +80,66 @@ public:
     bool DeleteStorage();
 
 protected:
+    friend class StoredTableColumns;
+    friend class VelaSchema;
+
+    // An index with what the open transaction knows of it.
+    struct OpenIndex {
+        std::unique_ptr<VelaIndex> index;
+        bool created = false;   // in this transaction: it has no file
+        bool loaded = true;     // else its entries are still in its file, unread
+    };
+
     void LoadMetadata();
+    bool SaveMetadata();
+
+    bool HasNewFiles() const { return mNewFiles; }
+    bool OpenFiles();
+    bool MakeNewFiles(string* error);
+    void OpenIndexes();
+    VelaIndex* NeedIndex(OpenIndex& open);
+    string IndexFileName(const string& indexName) const;
+    OpenIndex* FindIndex(const string& name);
+
+    void AddRowToIndices(uint32_t rowID);
+    void AddRowToIndex(uint32_t rowID, size_t indexNumber);
+    void RemoveRowFromIndex(uint32_t rowID, size_t indexNumber);
+    void FillIndex(OpenIndex& open);
+    [[nodiscard]] VelaDataType NullTypeOf(long number) const;
+    bool CommitIndices(string* error);
+    bool CommitIndex(OpenIndex& open);
+
+    bool ReadStoredRow(uint32_t rowID);
+    bool GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value);
+    bool WriteChanges(bool* moved);
+    bool WriteChange(const VTChangedRow& change, bool* moved);
+    bool ReserveRoom();
+    bool FailCommit(string* error);
+    void ForgetChanges();
+    [[nodiscard]] uint64_t TableOrderOf(uint32_t rowID);
 
     VelaFileAccess* mFiles;
     string mName;
-    SimpleVector<VelaColumnInfo> mColumns;
+    SimpleVector<VelaColumnInfo> mColumns;   // without column 0
+    uint32_t mLastRowID = 0;                 // the last one that AddRow handed out
+    uint32_t mLastUsedRowID = 0;
+    uint32_t mLastUsedColumnID = 0;
+
+    std::unique_ptr<RandomAccessMechanism> mRecordStream;
+    std::unique_ptr<RandomAccessMechanism> mMapStream;
+    std::unique_ptr<VelaStorage>
+        mStorage;   // null when the record file could not be opened, or is still to be made
+    bool mNewFiles;
+
+    RowMap<VTChangedRow*>
+        mChangedRows;   // owned; the list keeps the order in which rows were first changed
+    RowMap<uint8_t> mDeletedRows;   // 1 each, in order of deletion
+    SimpleVector<OpenIndex> mIndexes;
+    SimpleVector<OpenIndex> mDroppedIndexes;   // in this transaction
+
+    uint32_t mCachedRowID = kInvalidRowID;   // the row whose record was read last
+    std::vector<char> mCachedBody;
+    std::unique_ptr<StoredTableColumns> mRows;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -1,0 +1,359 @@
+#include "engine/storage/StoredTableColumns.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "engine/storage/RecordScanner.h"
+#include "engine/storage/VelaTrans.h"
+
+namespace vela {
+
+namespace {
+
+// A column that is read value by value this often, and for this part of the rows, had better be loaded.
+constexpr uint32_t kFewValues = 64;
+constexpr uint32_t kPartOfRows = 16;
+
+// RecordShape knows where the wanted values of a record are by the bytes that list its columns. Neighbouring records
+// mostly have the same ones, and are then taken apart without looking at the list again.
+class RecordShape {
+public:
+    // wanted: by column number, the column ids that are asked for.
+    explicit RecordShape(const std::vector<std::pair<uint32_t, uint32_t>>& wanted) : mWanted(wanted)
+    {}
+
+    // Calls take(number, field) for every wanted value of the body, and marks the numbers that were there.
+    template <class Take>
+    void Read(std::string_view body, std::vector<bool>* present, const Take& take)
+    {
+        if (mList.empty() || body.substr(0, mList.size()) != mList)
+            Learn(body);
+        const char* payload = body.data() + mList.size();
+        const char* end = body.data() + body.size();
+        RecordField field;
+        for (const Entry& entry : mEntries) {
+            field.type = entry.type;
+            if (!ReadPayload(&payload, end, &field))
+                return;
+            if (entry.number == 0 || (*present)[entry.number])
+                continue;
+            (*present)[entry.number] = true;
+            take(entry.number, field);
+        }
+    }
+
+private:
+    struct Entry {
+        uint32_t number;   // 0: not wanted
+        VelaDataType type;
+    };
+
+    void Learn(std::string_view body);
+
+    const std::vector<std::pair<uint32_t, uint32_t>>& mWanted;   // column id, number
+    std::string mList;
+    std::vector<Entry> mEntries;
+};
+
+void RecordShape::Learn(std::string_view body)
+{
+    mEntries.clear();
+    mList.clear();
+    uint32_t count = 0;
+    const char* end = body.data() + body.size();
+    const char* from = DecodeByteChunk(body.data(), end, &count);
+    for (uint32_t i = 0; i < count && from != nullptr; i++) {
+        uint32_t columnID = 0;
+        from = DecodeByteChunk(from, end, &columnID);
+        if (from == nullptr || from == end)
+            break;
+        Entry entry{0, static_cast<VelaDataType>(*from++)};
+        for (const auto& [id, number] : mWanted)
+            if (id == columnID)
+                entry.number = number;
+        mEntries.push_back(entry);
+    }
+    if (from == nullptr || mEntries.size() != count)
+        mEntries.clear();
+    else
+        mList.assign(body.data(), from);
+    if (mEntries.empty())
+        return;
+    while (!mEntries.empty() && mEntries.back().number == 0)
+        mEntries.pop_back();
+}
+
+}   // namespace
+
+StoredTableColumns::StoredTableColumns(VelaTrans* table) : mTable(table) {}
+
+void StoredTableColumns::Drop()
+{
+    mRowsKnown = false;
+    mRowIDs.clear();
+    mNumbersKnown = false;
+    mNumbers.RemoveAll();
+    mDeletedNumbers.clear();
+    mColumns.clear();
+}
+
+void StoredTableColumns::NeedRows()
+{
+    if (mColumns.empty())
+        mColumns.resize(static_cast<size_t>(mTable->QtyColumns()));
+    if (mRowsKnown)
+        RemoveDeletedRows();
+    else
+        LoadColumns({});
+}
+
+uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
+{
+    const uint32_t count = RowCount();
+    const uint32_t next = mLastNumber + 1;
+    if (next < count && mRowIDs[next] == rowID)
+        return mLastNumber = next;
+    if (mAscending) {
+        const auto found = std::lower_bound(mRowIDs.begin(), mRowIDs.end(), rowID);
+        if (found == mRowIDs.end() || *found != rowID)
+            return kInvalidRowID;
+        return mLastNumber = static_cast<uint32_t>(found - mRowIDs.begin());
+    }
+    if (!mNumbersKnown) {
+        mNumbers.Presize(count);
+        for (uint32_t row = 0; row < count; row++)
+            mNumbers.Set(mRowIDs[row], row);
+        mNumbersKnown = true;
+    }
+    const uint32_t* number = mNumbers.FindNode(rowID);
+    return number == nullptr ? kInvalidRowID : (mLastNumber = *number);
+}
+
+const ColumnData* StoredTableColumns::Load(long number)
+{
+    if (number < 1 || number >= static_cast<long>(mColumns.size()))
+        return nullptr;
+    const uint32_t column = static_cast<uint32_t>(number);
+    if (mColumns[column].refused)
+        return nullptr;
+    if (!Loaded(column))
+        LoadColumns({column});
+    return Loaded(column) ? &mColumns[column].data : nullptr;
+}
+
+void StoredTableColumns::Prepare(const std::vector<bool>& numbers)
+{
+    std::vector<uint32_t> wanted;
+    for (uint32_t number = 1; number < mColumns.size() && number < numbers.size(); number++)
+        if (numbers[number] && !Loaded(number) && !mColumns[number].refused)
+            wanted.push_back(number);
+    if (!wanted.empty())
+        LoadColumns(wanted);
+}
+
+bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
+{
+    if (row >= RowCount() || number < 0 || number >= static_cast<long>(mColumns.size()))
+        return false;
+    if (number == 0) {
+        value->SetInteger(static_cast<int32_t>(mRowIDs[row]));
+        return true;
+    }
+    Column& column = mColumns[static_cast<size_t>(number)];
+    if (!Loaded(static_cast<size_t>(number))) {
+        if (column.refused || ++column.asked < kFewValues + RowCount() / kPartOfRows ||
+            Load(number) == nullptr)
+            return mTable->GetValue(mRowIDs[row], number, value, true);
+    }
+    column.data.GetValue(row, value);
+    return true;
+}
+
+void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
+{
+    std::vector<std::pair<uint32_t, uint32_t>> wanted;
+    for (uint32_t number : numbers) {
+        const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
+        mColumns[number].data.Start(info->Type());
+        wanted.emplace_back(info->columnID, number);
+    }
+    const bool listRows = !mRowsKnown;
+    if (listRows) {
+        mRowIDs.clear();
+        mNumbersKnown = false;
+        mLastNumber = 0;
+    }
+    size_t rows = 0;
+    RecordShape shape(wanted);
+    std::vector<bool> present(mColumns.size());
+    const bool changes = mTable->mChangedRows.Count() > 0;
+    const bool deletions = mTable->mDeletedRows.Count() > 0;
+    if (mTable->mStorage) {
+        RecordScanner scanner(mTable->mStorage->RecordStream());
+        while (scanner.Next()) {
+            const uint32_t rowID = scanner.Header().rowID;
+            if (!scanner.Header().live || (deletions && mTable->mDeletedRows.Contains(rowID)))
+                continue;
+            rows++;
+            if (listRows)
+                mRowIDs.push_back(rowID);
+            if (numbers.empty())
+                continue;
+            std::fill(present.begin(), present.end(), false);
+            const VTChangedRow* change = changes ? mTable->mChangedRows.GetItem(rowID) : nullptr;
+            for (uint32_t number : numbers)
+                if (change != nullptr && AppendFromChange(*change, number))
+                    present[number] = true;
+            shape.Read(scanner.Body(), &present, [this](uint32_t number, const RecordField& field) {
+                AppendField(number, field);
+            });
+            for (uint32_t number : numbers)
+                if (!present[number])
+                    AppendMissing(number);
+        }
+    }
+    for (size_t i = 0; i < mTable->mChangedRows.Count(); i++) {
+        const VTChangedRow* change = mTable->mChangedRows.GetItemByIndex(i);
+        if (!change->IsInsert() || (deletions && mTable->mDeletedRows.Contains(change->RowID())))
+            continue;
+        rows++;
+        if (listRows)
+            mRowIDs.push_back(change->RowID());
+        for (uint32_t number : numbers)
+            if (!AppendFromChange(*change, number))
+                Refuse(number);
+    }
+    if (listRows) {
+        mAscending = std::is_sorted(mRowIDs.begin(), mRowIDs.end());
+        mRowsKnown = true;
+    }
+    for (uint32_t number : numbers)
+        if (mColumns[number].refused || mColumns[number].data.Count() != mRowIDs.size() ||
+            rows != mRowIDs.size())
+            Refuse(number);
+}
+
+bool StoredTableColumns::AppendFromChange(const VTChangedRow& change, uint32_t number)
+{
+    const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
+    VelaValue value;
+    if (!change.GetValue(info->columnID, info->Type(), &value))
+        return false;
+    if (!mColumns[number].refused && !mColumns[number].data.Append(value))
+        Refuse(number);
+    return true;
+}
+
+void StoredTableColumns::AppendMissing(uint32_t number)
+{
+    const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
+    if (!mColumns[number].refused && !mColumns[number].data.Append(info->defaultValue))
+        Refuse(number);
+}
+
+void StoredTableColumns::AppendField(uint32_t number, const RecordField& field)
+{
+    ColumnData& data = mColumns[number].data;
+    if (mColumns[number].refused)
+        return;
+    if (data.type == field.type && data.form == ColumnData::Form::kIntegers) {
+        data.integers.push_back(FieldInteger(field));
+    } else if (data.type == field.type && data.form == ColumnData::Form::kDoubles) {
+        data.doubles.push_back(FieldDouble(field));
+    } else if (data.type == field.type && data.form == ColumnData::Form::kTexts) {
+        const TextEncoding encoding = field.type == kTypeString ? field.encoding : kEncodingASCII;
+        if (!data.AppendText(field.payload, encoding))
+            Refuse(number);
+    } else {
+        VelaValue value;
+        DecodeField(field, &value);
+        value.CoerceToType(mTable->Column(static_cast<long>(number))->Type());
+        if (!data.Append(value))
+            Refuse(number);
+    }
+}
+
+void StoredTableColumns::Refuse(uint32_t number)
+{
+    mColumns[number].data = ColumnData();
+    mColumns[number].refused = true;
+}
+
+void StoredTableColumns::RowAdded(const VTChangedRow& change)
+{
+    if (!mRowsKnown || mTable->mDeletedRows.Contains(change.RowID()))
+        return;
+    if (!mRowIDs.empty() && mRowIDs.back() >= change.RowID())
+        mAscending = false;
+    if (mNumbersKnown)
+        mNumbers.Set(change.RowID(), RowCount());
+    mRowIDs.push_back(change.RowID());
+    for (uint32_t number = 1; number < mColumns.size(); number++)
+        if (Loaded(number) && !AppendFromChange(change, number))
+            Refuse(number);
+}
+
+void StoredTableColumns::RowUpdated(const VTChangedRow& change)
+{
+    if (!mRowsKnown)
+        return;
+    const uint32_t row = RowNumberOf(change.RowID());
+    if (row == kInvalidRowID)
+        return;
+    for (uint32_t number = 1; number < mColumns.size(); number++) {
+        const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
+        VelaValue value;
+        if (!Loaded(number) || !change.GetValue(info->columnID, info->Type(), &value))
+            continue;
+        if (!mColumns[number].data.Set(row, value))
+            Refuse(number);
+    }
+}
+
+void StoredTableColumns::RowDeleted(uint32_t rowID)
+{
+    if (!mRowsKnown)
+        return;
+    const uint32_t row = RowNumberOf(rowID);
+    if (row != kInvalidRowID)
+        mDeletedNumbers.push_back(row);
+}
+
+void StoredTableColumns::RemoveDeletedRows()
+{
+    if (mDeletedNumbers.empty())
+        return;
+    std::sort(mDeletedNumbers.begin(), mDeletedNumbers.end());
+    mDeletedNumbers.erase(std::unique(mDeletedNumbers.begin(), mDeletedNumbers.end()),
+                          mDeletedNumbers.end());
+    for (Column& column : mColumns)
+        if (column.data.form != ColumnData::Form::kUnloaded)
+            column.data.RemoveRows(mDeletedNumbers);
+    size_t kept = 0;
+    size_t next = 0;
+    for (uint32_t row = 0; row < mRowIDs.size(); row++) {
+        if (next < mDeletedNumbers.size() && mDeletedNumbers[next] == row)
+            next++;
+        else
+            mRowIDs[kept++] = mRowIDs[row];
+    }
+    mRowIDs.resize(kept);
+    mDeletedNumbers.clear();
+    mNumbersKnown = false;
+    mLastNumber = 0;
+}
+
+void StoredTableColumns::Settle()
+{
+    if (mRowsKnown)
+        RemoveDeletedRows();
+}
+
+void StoredTableColumns::ChangesCommitted()
+{
+    for (Column& column : mColumns)
+        column.refused = false;
+}
+
+}   // namespace vela

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <vector>
+
+#include "engine/storage/RecordFormat.h"
+#include "engine/storage/RowMap.h"
+#include "engine/storage/TableColumns.h"
+#include "engine/storage/VTChangedRow.h"
+
+namespace vela {
+
+class VelaTrans;
+
+// StoredTableColumns is the column-wise form of a stored table: the list of its rows, and those columns that were asked
+// for, filled in one pass over the record file with the pending changes laid over. Later changes are told to it and keep it
+// current; what can't be kept so is dropped and read again when it is next needed.
+class StoredTableColumns : public TableColumns {
+public:
+    // Reads nothing yet. table owns this object.
+    explicit StoredTableColumns(VelaTrans* table);
+
+    [[nodiscard]] uint32_t RowCount() const override
+    {
+        return static_cast<uint32_t>(mRowIDs.size());
+    }
+    [[nodiscard]] const uint32_t* RowIDs() const override { return mRowIDs.data(); }
+    [[nodiscard]] uint32_t RowNumberOf(uint32_t rowID) override;
+    [[nodiscard]] const ColumnData* Load(long number) override;
+    void Prepare(const std::vector<bool>& numbers) override;
+    bool GetValue(uint32_t row, long number, VelaValue* value) override;
+
+    // Brings the row list up to date; called before the object is handed out.
+    void NeedRows();
+    // What changed, after it did.
+    void RowAdded(const VTChangedRow& change);
+    void RowUpdated(const VTChangedRow& change);
+    void RowDeleted(uint32_t rowID);
+    // Takes in what was deleted; before the table forgets its deletions.
+    void Settle();
+    // All pending changes are in the files now, and no row has moved there.
+    void ChangesCommitted();
+    // Forgets everything.
+    void Drop();
+
+private:
+    struct Column {
+        ColumnData data;
+        uint32_t asked = 0;     // values asked for one by one
+        bool refused = false;   // can't be had as ColumnData, as things are
+    };
+
+    void LoadColumns(const std::vector<uint32_t>& numbers);
+    void AppendPendingRow(const VTChangedRow& change, const std::vector<uint32_t>& numbers);
+    bool AppendFromChange(const VTChangedRow& change, uint32_t number);
+    void AppendMissing(uint32_t number);
+    void AppendField(uint32_t number, const RecordField& field);
+    void Refuse(uint32_t number);
+    void ResetColumn(uint32_t number);
+    void RemoveDeletedRows();
+    [[nodiscard]] bool Loaded(size_t number) const
+    {
+        return mColumns[number].data.form != ColumnData::Form::kUnloaded;
+    }
+
+    VelaTrans* mTable;
+    bool mRowsKnown = false;
+    std::vector<uint32_t> mRowIDs;
+    bool mAscending = true;      // mRowIDs
+    RowMap<uint32_t> mNumbers;   // row id to number, when they don't ascend
+    bool mNumbersKnown = false;
+    uint32_t mLastNumber = 0;   // what RowNumberOf found last
+    std::vector<uint32_t> mDeletedNumbers;
+    std::vector<Column> mColumns;   // by column number, 0 unused
+};
+
+}   // namespace vela

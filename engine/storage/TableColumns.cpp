@@ -1,0 +1,200 @@
+#include "engine/storage/TableColumns.h"
+
+#include <algorithm>
+
+namespace vela {
+
+namespace {
+
+template <class T>
+void RemoveAt(std::vector<T>* items, const std::vector<uint32_t>& rows)
+{
+    if (items->empty())
+        return;
+    size_t kept = rows.empty() ? items->size() : rows[0];
+    for (size_t i = 0; i < rows.size(); i++) {
+        const size_t end = i + 1 < rows.size() ? rows[i + 1] : items->size();
+        for (size_t row = rows[i] + 1; row < end; row++)
+            (*items)[kept++] = std::move((*items)[row]);
+    }
+    items->resize(kept);
+}
+
+}   // namespace
+
+void ColumnData::Start(VelaDataType columnType)
+{
+    *this = ColumnData();
+    type = columnType;
+    if (columnType == kTypeInteger || columnType == kTypeBoolean)
+        form = Form::kIntegers;
+    else if (columnType == kTypeDouble)
+        form = Form::kDoubles;
+    else if (IsTextBacked(columnType) && columnType != kTypeBinary)
+        form = Form::kTexts;
+    else
+        form = Form::kValues;
+}
+
+size_t ColumnData::Count() const
+{
+    switch (form) {
+        case Form::kIntegers:
+            return integers.size();
+        case Form::kDoubles:
+            return doubles.size();
+        case Form::kTexts:
+            return textStarts.size();
+        case Form::kValues:
+            return values.size();
+        case Form::kUnloaded:
+            break;
+    }
+    return 0;
+}
+
+bool ColumnData::Holds(const VelaValue& value) const
+{
+    return value.GetType() == type;
+}
+
+void ColumnData::SetNull(uint32_t row, bool null)
+{
+    if (nulls.empty() && !null)
+        return;
+    if (nulls.size() <= row)
+        nulls.resize(row + 1, false);
+    nulls[row] = null;
+}
+
+bool ColumnData::Append(const VelaValue& value)
+{
+    if (form != Form::kValues && !Holds(value))
+        TurnIntoValues();
+    const uint32_t row = static_cast<uint32_t>(Count());
+    switch (form) {
+        case Form::kIntegers:
+            integers.push_back(value.GetInteger());
+            break;
+        case Form::kDoubles:
+            doubles.push_back(value.GetDouble());
+            break;
+        case Form::kTexts:
+            if (!AppendText(value.TextView(), value.TextEncodingTag()))
+                return false;
+            break;
+        default:
+            values.push_back(value);
+            return true;
+    }
+    if (form != Form::kValues)
+        SetNull(row, value.IsNull());
+    return true;
+}
+
+bool ColumnData::AppendText(std::string_view text, TextEncoding encoding)
+{
+    const uint32_t row = static_cast<uint32_t>(textStarts.size());
+    textStarts.push_back(0);
+    textLengths.push_back(0);
+    if (!encodingNumber.empty())
+        encodingNumber.push_back(0);
+    return StoreText(text, encoding, row);
+}
+
+bool ColumnData::StoreText(std::string_view text, TextEncoding encoding, uint32_t row)
+{
+    const auto found = std::find(encodings.begin(), encodings.end(), encoding);
+    const size_t number = static_cast<size_t>(found - encodings.begin());
+    if (found == encodings.end())
+        encodings.push_back(encoding);
+    if (number > UINT8_MAX || texts.size() + text.size() > UINT32_MAX)
+        return false;
+    if (number != 0 && encodingNumber.empty())
+        encodingNumber.resize(textStarts.size(), 0);
+    if (!encodingNumber.empty())
+        encodingNumber[row] = static_cast<uint8_t>(number);
+    textStarts[row] = static_cast<uint32_t>(texts.size());
+    textLengths[row] = static_cast<uint32_t>(text.size());
+    texts.insert(texts.end(), text.begin(), text.end());
+    return true;
+}
+
+bool ColumnData::Set(uint32_t row, const VelaValue& value)
+{
+    if (form != Form::kValues && !Holds(value))
+        TurnIntoValues();
+    switch (form) {
+        case Form::kIntegers:
+            integers[row] = value.GetInteger();
+            break;
+        case Form::kDoubles:
+            doubles[row] = value.GetDouble();
+            break;
+        case Form::kTexts:
+            if (!StoreText(value.TextView(), value.TextEncodingTag(), row))
+                return false;
+            break;
+        default:
+            values[row] = value;
+            return true;
+    }
+    SetNull(row, value.IsNull());
+    return true;
+}
+
+void ColumnData::TurnIntoValues()
+{
+    std::vector<VelaValue> made(Count());
+    for (uint32_t row = 0; row < made.size(); row++)
+        GetValue(row, &made[row]);
+    *this = ColumnData();
+    form = Form::kValues;
+    values = std::move(made);
+}
+
+void ColumnData::RemoveRows(const std::vector<uint32_t>& rows)
+{
+    if (!nulls.empty())
+        nulls.resize(Count(), false);
+    RemoveAt(&integers, rows);
+    RemoveAt(&doubles, rows);
+    RemoveAt(&textStarts, rows);
+    RemoveAt(&textLengths, rows);
+    RemoveAt(&encodingNumber, rows);
+    RemoveAt(&values, rows);
+    if (nulls.empty())
+        return;
+    std::vector<bool> kept;
+    size_t next = 0;
+    for (uint32_t row = 0; row < nulls.size(); row++) {
+        if (next < rows.size() && rows[next] == row)
+            next++;
+        else
+            kept.push_back(nulls[row]);
+    }
+    nulls = std::move(kept);
+}
+
+void ColumnData::GetValue(uint32_t row, VelaValue* value) const
+{
+    if (form == Form::kValues) {
+        *value = values[row];
+        return;
+    }
+    if (row < nulls.size() && nulls[row]) {
+        value->SetNull(type);
+        return;
+    }
+    if (form == Form::kDoubles)
+        value->SetDouble(doubles[row]);
+    else if (form == Form::kTexts)
+        value->SetText(
+            type, string(Text(row), encodings[encodingNumber.empty() ? 0 : encodingNumber[row]]));
+    else if (type == kTypeBoolean)
+        value->SetBoolean(integers[row] != 0);
+    else
+        value->SetInteger(integers[row]);
+}
+
+}   // namespace vela

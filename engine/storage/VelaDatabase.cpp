@@ -1,0 +1,251 @@
+#include "engine/storage/VelaDatabase.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "engine/storage/SchemaData.h"
+#include "runtime/LocalClock.h"
+
+namespace vela {
+
+namespace {
+
+const char* const kSchemaRecordFile = "_schema.dat";
+const char* const kSchemaMapFile = "_schema.map";
+const char* const kNewSchemaFile = "_schema.dat.new";
+
+bool ReadWholeFile(RandomAccessMechanism* stream, string* bytes)
+{
+    const int64_t length = stream->GetLength();
+    if (length > INT32_MAX || !stream->SeekFromStart(0))
+        return false;
+    bytes->Resize(static_cast<size_t>(length));
+    return length == 0 ||
+           stream->ReadData(bytes->MutableBytes(), static_cast<int>(length), nullptr);
+}
+
+// A file of this name with these bytes, safely on the device.
+bool WriteWholeFile(VelaFileAccess* files, const string& name, std::string_view bytes)
+{
+    if (!files->CreateFile(name))
+        return false;
+    const auto stream = files->OpenFile(name, false);
+    return stream && stream->WriteData(bytes.data(), static_cast<int>(bytes.size())) &&
+           stream->FlushToDisk();
+}
+
+}   // namespace
+
+VelaDatabase::VelaDatabase(std::unique_ptr<VelaFileAccess> files) : mFiles(std::move(files))
+{
+    OpenSchemaAndTables();
+    UpdateClock();
+}
+
+VelaDatabase::~VelaDatabase()
+{
+    CloseTables();
+}
+
+void VelaDatabase::CloseTables()
+{
+    for (VelaTable* table : mOpenTables)
+        delete table;
+    for (VelaTable* table : mDroppedTables)
+        delete table;
+    mOpenTables.clear();
+    mDroppedTables.clear();
+}
+
+void VelaDatabase::OpenSchemaAndTables()
+{
+    mOpenTables.push_back(new VelaSchema(mFiles.get()));
+    Schema()->LoadAllTables(&mOpenTables);
+}
+
+bool VelaDatabase::IsValid()
+{
+    return !mOpenTables.empty() && mOpenTables[0] != nullptr && mOpenTables[0]->QtyColumns() > 0 &&
+           mOpenTables[0]->QtyRows() > 0;
+}
+
+VelaSchema* VelaDatabase::Schema()
+{
+    return mOpenTables.empty() ? nullptr : static_cast<VelaSchema*>(mOpenTables[0]);
+}
+
+long VelaDatabase::FindOpenTable(const string& name) const
+{
+    for (size_t i = 0; i < mOpenTables.size(); i++)
+        if (mOpenTables[i]->TableName().Compare(name) == 0)
+            return static_cast<long>(i);
+    return -1;
+}
+
+void VelaDatabase::AddOpenTable(std::unique_ptr<VelaTable> table)
+{
+    mOpenTables.push_back(table.release());
+}
+
+void VelaDatabase::MoveToDropped(size_t position)
+{
+    mDroppedTables.push_back(mOpenTables[position]);
+    mOpenTables.erase(position);
+}
+
+bool VelaDatabase::LastRowID(const string& tableName, uint32_t* rowID) const
+{
+    const long position = FindOpenTable(tableName);
+    if (position < 0)
+        return false;
+    *rowID = mOpenTables[static_cast<size_t>(position)]->AsStoredTable()->LastRowID();
+    return true;
+}
+
+// ---- transactions
+
+bool VelaDatabase::TransactionInProgress()
+{
+    return !mDroppedTables.empty() ||
+           std::any_of(mOpenTables.begin(), mOpenTables.end(), [](VelaTable* table) {
+               return table->AsStoredTable()->HasChangesToCommit();
+           });
+}
+
+void VelaDatabase::Commit()
+{
+    mCommitError = string();
+    if (CommitTables())
+        mCommitError = string();
+}
+
+// The schema goes last: until then a table that is new in it is not there, and what is dropped still is.
+bool VelaDatabase::CommitTables()
+{
+    for (size_t i = mOpenTables.size(); i > 0; i--)
+        if (!mOpenTables[i - 1]->AsStoredTable()->Commit(&mCommitError))
+            return false;
+    while (!mDroppedTables.empty()) {
+        VelaTrans* dropped = mDroppedTables.back()->AsStoredTable();
+        // A table that was made again under the name has replaced the files already.
+        if (FindOpenTable(dropped->TableName()) < 0 && !dropped->DeleteStorage()) {
+            mCommitError = "The files of the dropped table " + dropped->TableName() +
+                           " could not be deleted: " + mFiles->ErrorText();
+            return false;
+        }
+        delete dropped;
+        mDroppedTables.pop_back();
+    }
+    return true;
+}
+
+void VelaDatabase::Rollback()
+{
+    const bool schemaChanged = Schema()->IsTouched() || !mDroppedTables.empty();
+    Schema()->Rollback();
+    Schema()->PopulateInitialSchema();
+    if (schemaChanged)
+        ReloadAllTables();
+    else
+        ReloadTouchedTables();
+    mCommitError = string();
+}
+
+// Tables that the transaction created, altered or dropped are then as the rolled-back schema describes them.
+void VelaDatabase::ReloadAllTables()
+{
+    VelaTable* schema = mOpenTables[0];
+    mOpenTables.erase(0);
+    CloseTables();
+    mOpenTables.push_back(schema);
+    Schema()->LoadAllTables(&mOpenTables);
+}
+
+void VelaDatabase::ReloadTouchedTables()
+{
+    for (size_t i = 1; i < mOpenTables.size(); i++) {
+        if (!mOpenTables[i]->AsStoredTable()->IsTouched())
+            continue;
+        const string name = mOpenTables[i]->TableName();
+        delete mOpenTables[i];
+        mOpenTables[i] = Schema()->LoadTable(name).release();
+    }
+}
+
+// ---- the schema as a block of data
+
+string VelaDatabase::GetSchemaData(VelaStatus* status)
+{
+    if (Schema() == nullptr) {
+        Fail(status, kVETableNotFound, "Schema table not found.");
+        return {};
+    }
+    if (TransactionInProgress()) {
+        Fail(status, kVETransactionInProgress,
+             "Can't get schema data while transaction is in progress.");
+        return {};
+    }
+    if (!mFiles) {
+        Fail(status, kVETableNotFound, "Data files not available.");
+        return {};
+    }
+    const auto stream = mFiles->OpenFile(kSchemaRecordFile, false);
+    string bytes;
+    if (!stream || !ReadWholeFile(stream.get(), &bytes)) {
+        Fail(status, kVETableNotFound, "Schema file not found.");
+        return {};
+    }
+    if (status != nullptr)
+        *status = VelaStatus();
+    return string(kSchemaDataMark, kEncodingASCII) + bytes;
+}
+
+void VelaDatabase::ReplaceSchemaData(const string& data, VelaStatus* status)
+{
+    if (TransactionInProgress()) {
+        Fail(status, kVETransactionInProgress,
+             "Can't replace schema while transaction is in progress.");
+        return;
+    }
+    const std::string_view bytes = data.View();
+    if (bytes.size() < kSchemaDataMark.size() ||
+        !EqualsIgnoringCase(bytes.substr(0, kSchemaDataMark.size()), kSchemaDataMark) ||
+        !IsSchemaRecordFile(bytes.substr(kSchemaDataMark.size()))) {
+        Fail(status, kVEInvalidParameter, "Invalid schema data.");
+        return;
+    }
+    // The new file is complete before the old one and what depends on it are touched.
+    if (!WriteWholeFile(mFiles.get(), kNewSchemaFile, bytes.substr(kSchemaDataMark.size()))) {
+        Fail(status, kVETableNotFound, "Unable to write schema file.");
+        return;
+    }
+    CloseTables();
+    const bool replaced = mFiles->RenameFile(kNewSchemaFile, kSchemaRecordFile);
+    const char* leftOver = replaced ? kSchemaMapFile : kNewSchemaFile;
+    if (mFiles->ContainsFile(leftOver))
+        mFiles->DeleteFile(leftOver);
+    OpenSchemaAndTables();
+    if (replaced) {
+        if (status != nullptr)
+            *status = VelaStatus();
+    } else {
+        Fail(status, kVETableNotFound, "Unable to write schema file.");
+    }
+}
+
+// ---- the clock
+
+void VelaDatabase::UpdateClock()
+{
+    const LocalTime now = CurrentLocalTime();
+    char text[64];
+    std::snprintf(text, sizeof text, "%d-%02d-%02d", now.year, now.month, now.day);
+    mCurrentDate = string(text);
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", now.hour, now.minute, now.second);
+    mCurrentTime = string(text);
+    mCurrentTimestamp = mCurrentDate + " " + mCurrentTime;
+}
+
+}   // namespace vela

@@ -1,0 +1,364 @@
+#include "engine/storage/VelaIndex.h"
+
+#include <bit>
+#include <cstring>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "engine/storage/RecordFormat.h"
+#include "engine/storage/RecordScanner.h"
+
+namespace vela {
+
+namespace {
+
+constexpr size_t kWriteBlock = size_t{1} << 18;
+
+// Values that are the same key hash alike: numbers by value, with one zero for doubles; texts by their bytes.
+size_t HashKey(const VelaValue& value)
+{
+    if (value.IsNull())
+        return 0;
+    if (IsTextBacked(value.GetType()))
+        return std::hash<std::string_view>()(value.TextView());
+    uint64_t bits = static_cast<uint32_t>(value.GetInteger());
+    if (value.GetType() == kTypeDouble)
+        bits = std::bit_cast<uint64_t>(value.GetDouble() + 0.0);
+    bits *= 0x9E3779B97F4A7C15u;
+    return static_cast<size_t>(bits ^ bits >> 32);
+}
+
+bool SameKey(const VelaValue& a, const VelaValue& b)
+{
+    if (a.IsNull() || b.IsNull() || a.GetType() != b.GetType())
+        return false;
+    if (IsTextBacked(a.GetType()))
+        return a.TextView() == b.TextView();
+    if (a.GetType() == kTypeDouble)
+        return a.GetDouble() == b.GetDouble();
+    return a.GetInteger() == b.GetInteger();
+}
+
+// What an entry's value of a type is compared with in VelaValue::Equals, as a value of that type. False when that can't be
+// said as one: doubles are compared by payload.
+bool EqualsOperand(const VelaValue& given, VelaDataType type, VelaValue* operand)
+{
+    if (given.IsNull())
+        return false;
+    if (IsTextBacked(type))
+        operand->SetText(type, given.GetString());
+    else if (type == kTypeInteger)
+        operand->SetInteger(given.GetInteger());
+    else
+        return false;
+    return true;
+}
+
+}   // namespace
+
+bool VelaIndexEntry::Matches(const SimpleVector<VelaValue>& values) const
+{
+    for (size_t i = 0; i < mCount; i++)
+        if (i >= values.size() || !mValues[i].Equals(values[i]))
+            return false;
+    return true;
+}
+
+VelaIndex::VelaIndex(const string& name, const SimpleVector<uint32_t>& columnIDs)
+    : mName(name), mColumnIDs(columnIDs)
+{}
+
+long VelaIndex::PositionOfColumn(uint32_t columnID) const
+{
+    for (size_t i = 0; i < mColumnIDs.size(); i++)
+        if (mColumnIDs[i] == columnID)
+            return static_cast<long>(i);
+    return -1;
+}
+
+VelaIndexEntry VelaIndex::EntryAt(size_t position)
+{
+    const uint32_t rowID = mEntries.GetRowIDByIndex(position);
+    return {SlotValues(mEntries.GetItem(rowID)), mColumnIDs.size(), rowID};
+}
+
+void VelaIndex::Add(const SimpleVector<VelaValue>& values, uint32_t rowID)
+{
+    const uint32_t slot = NewSlot();
+    for (size_t i = 0; i < mColumnIDs.size(); i++)
+        SlotValues(slot)[i] = values[i];
+    AddEntry(rowID, slot);
+    mChanged = true;
+}
+
+void VelaIndex::AddEntry(uint32_t rowID, uint32_t slot)
+{
+    const VelaValue* values = SlotValues(slot);
+    for (size_t i = 0; i < mColumnIDs.size(); i++)
+        mHasNulls = mHasNulls || values[i].IsNull();
+    NoteType(values[0]);
+    mSlotRows[slot] = rowID;
+    mEntries.Append(rowID, slot);
+    if (mHashed)
+        Link(slot);
+}
+
+uint32_t VelaIndex::NewSlot()
+{
+    if (!mFreeSlots.empty()) {
+        const uint32_t slot = mFreeSlots.back();
+        mFreeSlots.pop_back();
+        return slot;
+    }
+    const uint32_t slot = static_cast<uint32_t>(mSlotRows.size());
+    mSlotRows.push_back(kInvalidRowID);
+    for (size_t i = 0; i < mColumnIDs.size(); i++)
+        mValues.push_back(VelaValue());
+    if (mHashed) {
+        mNext.push_back(0);
+        mPrevious.push_back(0);
+    }
+    return slot;
+}
+
+void VelaIndex::Delete(uint32_t rowID)
+{
+    const uint32_t* found = mEntries.FindNode(rowID);
+    if (found == nullptr)
+        return;
+    const uint32_t slot = *found;
+    if (mHashed)
+        Unlink(slot);
+    mEntries.RemoveItem(rowID);
+    for (size_t i = 0; i < mColumnIDs.size(); i++)
+        SlotValues(slot)[i] = VelaValue();
+    mFreeSlots.push_back(slot);
+    mEntriesInFile = 0;
+    mChanged = true;
+}
+
+uint32_t VelaIndex::Lookup(const SimpleVector<VelaValue>& values)
+{
+    VelaValue operand;
+    NeedHash();
+    if (mMixedTypes || values.empty() || !EqualsOperand(values[0], mKeyType, &operand)) {
+        for (size_t i = 0; i < Count(); i++)
+            if (EntryAt(i).Matches(values))
+                return EntryAt(i).RowID();
+        return kInvalidRowID;
+    }
+    for (uint32_t next = BucketOf(operand); next != 0; next = mNext[next - 1]) {
+        const VelaIndexEntry entry(SlotValues(next - 1), mColumnIDs.size(), mSlotRows[next - 1]);
+        if (entry.Matches(values))
+            return entry.RowID();
+    }
+    return kInvalidRowID;
+}
+
+bool VelaIndex::GetColumnValue(uint32_t rowID, uint32_t columnID, VelaValue* value) const
+{
+    const long position = PositionOfColumn(columnID);
+    if (position < 0)
+        return false;
+    const uint32_t* slot = mEntries.FindNode(rowID);
+    if (slot == nullptr)
+        return false;
+    *value = SlotValues(*slot)[position];
+    return true;
+}
+
+bool VelaIndex::FindRows(const VelaValue& key, SimpleVector<uint32_t>* rowIDs)
+{
+    NeedHash();
+    if (mMixedTypes || (mKeyType != key.GetType() && mKeyType != kTypeNone))
+        return false;
+    for (uint32_t next = BucketOf(key); next != 0; next = mNext[next - 1])
+        if (SameKey(SlotValues(next - 1)[0], key))
+            rowIDs->push_back(mSlotRows[next - 1]);
+    return true;
+}
+
+void VelaIndex::ReplaceNulls(const SimpleVector<VelaValue>& defaults)
+{
+    if (!mHasNulls)
+        return;
+    mHasNulls = false;
+    mHashed = false;
+    for (size_t position = 0; position < Count(); position++) {
+        VelaValue* values = SlotValues(mEntries.GetItemByIndex(position));
+        for (size_t i = 0; i < mColumnIDs.size(); i++)
+            if (values[i].IsNull())
+                values[i] = defaults[i];
+        NoteType(values[0]);
+    }
+}
+
+void VelaIndex::LoadColumns(RandomAccessMechanism* stream)
+{
+    RecordScanner scanner(stream);
+    while (scanner.Next()) {
+        if (!scanner.Header().live)
+            continue;
+        RecordReader reader(scanner.Body());
+        RecordField field;
+        mColumnIDs.clear();
+        while (reader.Next(&field))
+            mColumnIDs.push_back(field.columnID);
+        return;
+    }
+}
+
+void VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
+{
+    LoadColumns(stream);
+    if (mColumnIDs.empty())
+        return;
+    bool plain = true;   // the file holds the entries and nothing else
+    RecordScanner scanner(stream);
+    while (scanner.Next()) {
+        const uint32_t rowID = scanner.Header().rowID;
+        plain = plain && scanner.Header().live;
+        if (!scanner.Header().live || rowID == kInvalidRowID || mEntries.Contains(rowID)) {
+            plain = false;
+            continue;
+        }
+        RecordReader reader(scanner.Body());
+        const uint32_t slot = NewSlot();
+        RecordField field;
+        size_t count = 0;
+        while (count < mColumnIDs.size() && reader.Next(&field) &&
+               field.columnID == mColumnIDs[count])
+            DecodeField(field, &SlotValues(slot)[count++]);
+        if (count == mColumnIDs.size() && reader.EndsExactly()) {
+            AddEntry(rowID, slot);
+            continue;
+        }
+        mFreeSlots.push_back(slot);
+        plain = false;
+    }
+    mEntriesInFile = plain ? Count() : 0;
+    mChanged = false;
+}
+
+bool VelaIndex::SaveToFile(RandomAccessMechanism* stream)
+{
+    if (!stream->SetLength(kMetadataSize) || !stream->SeekFromStart(kMetadataSize))
+        return false;
+    const bool written = Count() == 0 ? WriteColumnRecord(stream) : WriteEntries(stream, 0);
+    if (!written)
+        return false;
+    mEntriesInFile = Count();
+    mChanged = false;
+    return true;
+}
+
+bool VelaIndex::AppendToFile(RandomAccessMechanism* stream)
+{
+    if (!stream->SeekFromStart(stream->GetLength()) || !WriteEntries(stream, mEntriesInFile))
+        return false;
+    mEntriesInFile = Count();
+    mChanged = false;
+    return true;
+}
+
+bool VelaIndex::WriteEntries(RandomAccessMechanism* stream, size_t first)
+{
+    SimpleVector<VelaValueWithID> values;
+    VelaRow row;
+    values.resize(mColumnIDs.size());
+    for (size_t i = 0; i < mColumnIDs.size(); i++) {
+        values[i].SetColumnID(mColumnIDs[i]);
+        row.push_back(&values[i]);
+    }
+    std::vector<char> block;
+    for (size_t position = first; position < Count(); position++) {
+        const VelaIndexEntry entry = EntryAt(position);
+        for (size_t i = 0; i < mColumnIDs.size(); i++)
+            values[i].SetValue(entry.Value(i));
+        AppendRecord(&block, entry.RowID(), row);
+        if (block.size() < kWriteBlock && position + 1 < Count())
+            continue;
+        if (!stream->WriteData(block.data(), static_cast<int>(block.size())))
+            return false;
+        block.clear();
+    }
+    return true;
+}
+
+bool VelaIndex::WriteColumnRecord(RandomAccessMechanism* stream)
+{
+    VelaRow row;
+    for (uint32_t columnID : mColumnIDs)
+        row.push_back(new VelaValueWithID(VelaValue::Integer(0), columnID));
+    std::vector<char> record;
+    AppendRecord(&record, kInvalidRowID, row);
+    DeleteValues(&row);
+    return stream->WriteData(record.data(), static_cast<int>(record.size()));
+}
+
+void VelaIndex::NoteType(const VelaValue& value)
+{
+    if (value.IsNull())
+        return;
+    if (mKeyType == kTypeNone)
+        mKeyType = value.GetType();
+    if (mKeyType != value.GetType())
+        mMixedTypes = true;
+}
+
+void VelaIndex::NeedHash()
+{
+    if (mHashed && Count() <= mBuckets.size())
+        return;
+    mBuckets.clear();
+    mBuckets.resize(std::bit_ceil(Count() * 2 + 16));
+    mNext.clear();
+    mNext.resize(mSlotRows.size());
+    mPrevious.clear();
+    mPrevious.resize(mSlotRows.size());
+    mHashed = true;
+    for (size_t position = 0; position < Count(); position++)
+        Link(mEntries.GetItemByIndex(position));
+}
+
+uint32_t& VelaIndex::BucketOf(const VelaValue& value)
+{
+    return mBuckets[HashKey(value) & (mBuckets.size() - 1)];
+}
+
+void VelaIndex::Link(uint32_t slot)
+{
+    uint32_t& bucket = BucketOf(SlotValues(slot)[0]);
+    mNext[slot] = 0;
+    if (bucket == 0) {
+        bucket = slot + 1;
+        mPrevious[slot] = slot + 1;
+        return;
+    }
+    const uint32_t first = bucket - 1;
+    const uint32_t last = mPrevious[first] - 1;
+    mNext[last] = slot + 1;
+    mPrevious[slot] = last + 1;
+    mPrevious[first] = slot + 1;
+}
+
+void VelaIndex::Unlink(uint32_t slot)
+{
+    uint32_t& bucket = BucketOf(SlotValues(slot)[0]);
+    const uint32_t next = mNext[slot];
+    const uint32_t previous = mPrevious[slot];
+    if (bucket == slot + 1) {
+        bucket = next;
+        if (next != 0)
+            mPrevious[next - 1] = previous;   // the last one
+        return;
+    }
+    mNext[previous - 1] = next;
+    if (next != 0)
+        mPrevious[next - 1] = previous;
+    else
+        mPrevious[bucket - 1] = previous;
+}
+
+}   // namespace vela

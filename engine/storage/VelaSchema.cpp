@@ -1,0 +1,188 @@
+#include "engine/storage/VelaSchema.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/storage/VelaTablesTable.h"
+
+namespace vela {
+
+namespace {
+
+struct FieldDefinition {
+    VelaSchema::Field field;
+    const char* name;
+    VelaDataType type;
+};
+
+constexpr FieldDefinition kFields[] = {
+    {VelaSchema::kTableName, "TableName", kTypeString},
+    {VelaSchema::kColumnID, "ColumnID", kTypeInteger},
+    {VelaSchema::kColumnName, "ColumnName", kTypeString},
+    {VelaSchema::kTypeCode, "TypeCode", kTypeInteger},
+    {VelaSchema::kLength, "Length", kTypeInteger},
+    {VelaSchema::kNotNull, "NotNull", kTypeInteger},
+    {VelaSchema::kDefaultValue, "DefaultValue", kTypeString},
+};
+
+// The default value of a column from its text in the schema.
+VelaValue DefaultFromText(VelaDataType type, const VelaValue& text)
+{
+    if (text.IsNull())
+        return VelaValue::Null(type);
+    switch (type) {
+        case kTypeInteger:
+            return VelaValue::Integer(text.GetInteger());
+        case kTypeBoolean:
+            return VelaValue::Boolean(text.GetInteger() != 0);
+        case kTypeDouble:
+            return VelaValue::Double(text.GetDouble());
+        default:
+            return IsTextBacked(type) ? VelaValue::Text(type, text.StoredText())
+                                      : VelaValue::Null(type);
+    }
+}
+
+VelaDataType TypeFromCode(int32_t code)
+{
+    return code >= 0 && code <= UINT8_MAX && IsDataType(static_cast<uint8_t>(code))
+               ? static_cast<VelaDataType>(code)
+               : kTypeNone;
+}
+
+}   // namespace
+
+const char* const kSchemaTableName = "_schema";
+
+VelaSchema::VelaSchema(VelaFileAccess* files)
+    : VelaTrans(files, kSchemaTableName,
+                files->ContainsFile("_schema.dat") || files->IsReadOnly() ? Files::kExisting
+                                                                          : Files::kNew)
+{
+    for (const FieldDefinition& field : kFields)
+        mColumns.push_back({field.name, VelaValue::Null(field.type), field.field});
+    mLastUsedColumnID = std::max<uint32_t>(mLastUsedColumnID, kDefaultValue);
+    mRows->Drop();
+    PopulateInitialSchema();
+}
+
+void VelaSchema::PopulateInitialSchema()
+{
+    if ((!mStorage && !mNewFiles) || Columns()->RowCount() > 0)
+        return;
+    for (const FieldDefinition& field : kFields)
+        AddSchemaRow(kSchemaTableName, field.field, field.name, field.type, 0, true, "");
+}
+
+void VelaSchema::AddSchemaRow(const string& tableName, uint32_t columnID, const string& columnName,
+                              VelaDataType typeCode, int32_t length, bool notNull,
+                              const string& defaultValue)
+{
+    VelaRow row;
+    row.push_back(new VelaValueWithID(VelaValue::String(tableName), kTableName));
+    row.push_back(
+        new VelaValueWithID(VelaValue::Integer(static_cast<int32_t>(columnID)), kColumnID));
+    row.push_back(new VelaValueWithID(VelaValue::String(columnName), kColumnName));
+    row.push_back(new VelaValueWithID(VelaValue::Integer(typeCode), kTypeCode));
+    row.push_back(new VelaValueWithID(VelaValue::Integer(length), kLength));
+    row.push_back(new VelaValueWithID(VelaValue::Integer(notNull ? 1 : 0), kNotNull));
+    row.push_back(new VelaValueWithID(VelaValue::String(defaultValue), kDefaultValue));
+    AddRow(row, true);
+}
+
+// Reads the columns of the named table, or of every table when name is null.
+SimpleVector<VelaSchema::ColumnRow> VelaSchema::ReadColumns(const string* name)
+{
+    SimpleVector<ColumnRow> found;
+    TableColumns* columns = Columns();
+    columns->Prepare(std::vector<bool>(static_cast<size_t>(QtyColumns()), true));
+    for (uint32_t row = 0; row < columns->RowCount(); row++) {
+        VelaValue tableName;
+        columns->GetValue(row, kTableName, &tableName);
+        if (name != nullptr && tableName.StoredText().Compare(*name) != 0)
+            continue;
+        VelaValue columnID;
+        VelaValue columnName;
+        VelaValue typeCode;
+        VelaValue defaultText;
+        columns->GetValue(row, kColumnID, &columnID);
+        columns->GetValue(row, kColumnName, &columnName);
+        columns->GetValue(row, kTypeCode, &typeCode);
+        columns->GetValue(row, kDefaultValue, &defaultText);
+        const VelaDataType type = TypeFromCode(typeCode.GetInteger());
+        found.push_back({tableName.StoredText(),
+                         {columnName.StoredText(), DefaultFromText(type, defaultText),
+                          static_cast<uint32_t>(columnID.GetInteger())}});
+    }
+    return found;
+}
+
+std::unique_ptr<VelaTrans> VelaSchema::MakeTable(const string& name, Files state,
+                                                 const SimpleVector<ColumnRow>& rows)
+{
+    auto table = std::make_unique<VelaTrans>(mFiles, name, state);
+    for (const ColumnRow& row : rows) {
+        if (row.tableName.Compare(name) != 0)
+            continue;
+        table->mColumns.push_back(row.column);
+        table->mLastUsedColumnID = std::max(table->mLastUsedColumnID, row.column.columnID);
+    }
+    table->mRows->Drop();
+    if (table->mColumns.empty())
+        table.reset();
+    return table;
+}
+
+std::unique_ptr<VelaTrans> VelaSchema::CreateTable(const string& name)
+{
+    return MakeTable(name, Files::kNew, ReadColumns(&name));
+}
+
+std::unique_ptr<VelaTrans> VelaSchema::LoadTable(const string& name)
+{
+    return MakeTable(name, Files::kExisting, ReadColumns(&name));
+}
+
+void VelaSchema::LoadAllTables(SimpleVector<VelaTable*>* tables)
+{
+    const SimpleVector<ColumnRow> rows = ReadColumns(nullptr);
+    SimpleVector<string> names;
+    names.push_back(kSchemaTableName);
+    for (const ColumnRow& row : rows) {
+        const auto isSame = [&row](const string& name) { return name.Compare(row.tableName) == 0; };
+        if (isSame(names.back()) || std::any_of(names.begin(), names.end(), isSame))
+            continue;
+        names.push_back(row.tableName);
+        if (auto table = MakeTable(row.tableName, Files::kExisting, rows))
+            tables->push_back(table.release());
+    }
+}
+
+void VelaSchema::ReloadTable(VelaTrans** table)
+{
+    std::unique_ptr<VelaTrans> old(*table);
+    const string name = old->mName;
+    const Files state = old->mNewFiles ? Files::kNew : Files::kExisting;
+    const uint32_t lastRowID = old->mLastUsedRowID;
+    const uint32_t lastColumnID = old->mLastUsedColumnID;
+    auto indexes = std::move(old->mIndexes);
+    auto droppedIndexes = std::move(old->mDroppedIndexes);
+    old.reset();   // gives the files free before they are opened again
+    std::unique_ptr<VelaTrans> fresh = MakeTable(name, state, ReadColumns(&name));
+    if (fresh) {
+        fresh->mLastUsedRowID = std::max(fresh->mLastUsedRowID, lastRowID);
+        fresh->mLastUsedColumnID = std::max(fresh->mLastUsedColumnID, lastColumnID);
+        fresh->mLastRowID = fresh->mLastUsedRowID;
+        fresh->mIndexes = std::move(indexes);
+        fresh->mDroppedIndexes = std::move(droppedIndexes);
+    }
+    *table = fresh.release();
+}
+
+VelaTable* VelaSchema::GetTablesTable()
+{
+    static VelaTablesTable table;
+    return &table;
+}
+
+}   // namespace vela

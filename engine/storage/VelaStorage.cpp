@@ -1,0 +1,508 @@
+#include "engine/storage/VelaStorage.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+
+#include "engine/storage/BodyMerge.h"
+#include "engine/storage/RecordFormat.h"
+#include "runtime/ByteOrder.h"
+
+namespace vela {
+
+namespace {
+
+constexpr size_t kMapHeaderSize = 8;
+constexpr size_t kMapPairSize = 8;
+// After this many single look-ups in the map file, loading it whole is the better way.
+constexpr int kMaxFileLookups = 32;
+constexpr size_t kPairsPerBlock = 8192;
+
+// A row as the storage takes it: the body of its non-null values, and the columns of the null ones.
+struct EncodedRow {
+    std::vector<char> body;
+    SimpleVector<uint32_t> nullColumns;
+
+    explicit EncodedRow(const VelaRow& values)
+    {
+        VelaRow present;
+        for (VelaValueWithID* value : values) {
+            if (value->IsNull())
+                nullColumns.push_back(value->ColumnID());
+            else
+                present.push_back(value);
+        }
+        body.resize(CalcSchemaAndDataSize(present));
+        EncodeRecordBody(body.data(), present);
+    }
+    [[nodiscard]] std::string_view View() const { return {body.data(), body.size()}; }
+};
+
+bool WriteNumberAt(RandomAccessMechanism* stream, int64_t position, uint32_t number)
+{
+    char bytes[4];
+    StoreBigEndian32(bytes, number);
+    return stream->SeekFromStart(position) && stream->WriteData(bytes, sizeof bytes);
+}
+
+bool ReadBytesAt(RandomAccessMechanism* stream, int64_t position, char* bytes, size_t count)
+{
+    return stream->SeekFromStart(position) &&
+           stream->ReadData(bytes, static_cast<int>(count), nullptr);
+}
+
+}   // namespace
+
+VelaStorage::VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechanism* mapStream)
+    : mFile(recordStream), mMapFile(mapStream)
+{
+    assert(mFile != nullptr && "mFile");
+    if (mFile->GetLength() < static_cast<int64_t>(kMetadataSize))
+        mFile->SetLength(kMetadataSize);
+}
+
+bool VelaStorage::GoToFirstRecord()
+{
+    return GoToPosition(kMetadataSize, true);
+}
+
+bool VelaStorage::NextRecord()
+{
+    return mCurrent && GoToPosition(mNextPosition, true);
+}
+
+bool VelaStorage::GoToRowID(uint32_t rowID, bool skipDeleted)
+{
+    if (mCurrent && mRowID == rowID)
+        return true;
+    int64_t position = 0;
+    if (mMapState == MapState::kUnloaded && FindInMapFile(rowID, &position))
+        return GoToPosition(position, skipDeleted);
+    NeedMap();
+    if (const uint32_t* known = mRowPositions.FindNode(rowID)) {
+        if (!GoToPosition(*known, skipDeleted))
+            return false;
+        if (mRowID == rowID || skipDeleted)
+            return true;
+        mMapIsComplete = false;   // a map that points at another row is not to be believed
+    }
+    return ScanToRowID(rowID);
+}
+
+bool VelaStorage::FindPosition(uint32_t rowID, uint32_t* position)
+{
+    NeedMap();
+    const uint32_t* known = mRowPositions.FindNode(rowID);
+    if (known != nullptr)
+        *position = *known;
+    return known != nullptr;
+}
+
+size_t VelaStorage::QtyRows()
+{
+    NeedMap();
+    return mRowPositions.Count();
+}
+
+bool VelaStorage::ScanToRowID(uint32_t rowID)
+{
+    if (mMapIsComplete)
+        return StandNowhere();
+    bool complete = true;
+    RecordScanner scanner(mFile);
+    while (scanner.Next()) {
+        if (!scanner.Header().live)
+            continue;
+        if (scanner.Header().rowID == rowID)
+            return GoToPosition(scanner.Position(), true);
+        complete = complete && mRowPositions.Contains(scanner.Header().rowID);
+    }
+    mMapIsComplete = complete;
+    return StandNowhere();
+}
+
+bool VelaStorage::StandNowhere()
+{
+    mCurrent = false;
+    return false;
+}
+
+bool VelaStorage::GoToPosition(int64_t position, bool skipDeleted)
+{
+    mCurrent = false;
+    if (!mFile->SeekFromStart(position) || mFile->IsEOF())
+        return false;
+    return ReadRecHeader(skipDeleted);
+}
+
+bool VelaStorage::ReadRecHeader(bool skipDeleted)
+{
+    mCurrent = false;
+    for (;;) {
+        mPosition = mFile->GetPosition();
+        char bytes[kRecordHeaderSize];
+        if (!mFile->ReadData(bytes, sizeof bytes, nullptr))
+            return HandleError(RecordError::kReadFailed);
+        RecordHeader header;
+        const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
+        const RecordError error =
+            ParseRecordHeader(bytes, mFile->GetLength() - bodyPosition, &header);
+        if (error != RecordError::kNone)
+            return HandleError(error);
+        mRowID = header.rowID;
+        mLive = header.live;
+        mNextPosition = bodyPosition + header.bodySize;
+        if (!skipDeleted || header.live) {
+            mCurrent = true;
+            return true;
+        }
+        if (!mFile->SeekFromStart(mNextPosition) || mFile->IsEOF())
+            return false;
+    }
+}
+
+bool VelaStorage::HandleError(RecordError error)
+{
+    ReportRecordError(error);
+    return StandNowhere();
+}
+
+bool VelaStorage::ReadBody(std::string_view* body)
+{
+    if (!mCurrent)
+        return false;
+    const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
+    const size_t size = static_cast<size_t>(mNextPosition - bodyPosition);
+    if (mBody.size() < size)
+        mBody.resize(size);
+    if (mFile->GetPosition() != bodyPosition && !mFile->SeekFromStart(bodyPosition))
+        return false;
+    if (!mFile->ReadData(mBody.data(), static_cast<int>(size), nullptr))
+        return false;
+    *body = {mBody.data(), size};
+    return true;
+}
+
+bool VelaStorage::ReadRecordValues(VelaRow* values)
+{
+    std::string_view body;
+    if (ReadBody(&body))
+        return DecodeRecordBody(body, values);
+    DeleteValues(values);
+    return false;
+}
+
+bool VelaStorage::AddNewRecord(uint32_t rowID, const VelaRow& values)
+{
+    return AddNewBody(rowID, EncodedRow(values).View());
+}
+
+bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
+{
+    const int64_t position = mFile->GetLength();
+    const int64_t endPosition = position + static_cast<int64_t>(kRecordHeaderSize + body.size());
+    NeedMap();
+    mFull = endPosition > kMaxRecordFileSize;
+    if (mFull || !MarkRowPosMapDirty())
+        return false;
+    if (!WriteBodyAt(position, rowID, body, endPosition))
+        return false;
+    if (mRowPositions.Contains(rowID))
+        mPairsInFile = 0;   // its earlier pair changes too
+    mRowPositions.Append(rowID, static_cast<uint32_t>(position));
+    return true;
+}
+
+bool VelaStorage::UpdateRecord(const VelaRow& values)
+{
+    const EncodedRow row(values);
+    const int64_t oldEnd = mNextPosition;
+    const int64_t oldPosition = mPosition;
+    if (!UpdateBody(row.View(), row.nullColumns))
+        return false;
+    const bool moved = mPosition != oldPosition;
+    return moved || mFile->GetPosition() == oldEnd;
+}
+
+bool VelaStorage::UpdateBody(std::string_view changes, const SimpleVector<uint32_t>& removed)
+{
+    std::string_view old;
+    if (!ReadBody(&old))
+        return false;
+    std::vector<char> merged;
+    MergeBodies(old, changes, removed, &merged);
+    const std::string_view body(merged.data(), merged.size());
+    const int64_t needed = mPosition + static_cast<int64_t>(kRecordHeaderSize + body.size());
+    if (needed <= mNextPosition)
+        return WriteBodyAt(mPosition, mRowID, body, mNextPosition);
+    const int64_t oldPosition = mPosition;
+    char tag[4];
+    StoreBigEndian32(tag, kTrashTag);
+    return AddNewBody(mRowID, body) && Overwrite(oldPosition, tag, sizeof tag);
+}
+
+bool VelaStorage::WriteRecordAt(int64_t position, uint32_t rowID, const VelaRow& values,
+                                int64_t endPosition)
+{
+    return WriteBodyAt(position, rowID, EncodedRow(values).View(), endPosition) &&
+           mFile->GetPosition() == endPosition;
+}
+
+// Leaves the stream behind the body; bytes between there and endPosition stay as they are.
+bool VelaStorage::WriteBodyAt(int64_t position, uint32_t rowID, std::string_view body,
+                              int64_t endPosition)
+{
+    assert(position + static_cast<int64_t>(kRecordHeaderSize + body.size()) <= endPosition);
+    const size_t size = kRecordHeaderSize + body.size();
+    if (mRecord.size() < size)
+        mRecord.resize(size);
+    StoreBigEndian32(mRecord.data(), kRecordTag);
+    StoreBigEndian32(mRecord.data() + 4, rowID);
+    StoreBigEndian32(
+        mRecord.data() + 8,
+        static_cast<uint32_t>(endPosition - position - static_cast<int64_t>(kRecordHeaderSize)));
+    std::memcpy(mRecord.data() + kRecordHeaderSize, body.data(), body.size());
+    mCurrent = false;
+    if (!Overwrite(position, mRecord.data(), size))
+        return false;
+    mPosition = position;
+    mRowID = rowID;
+    mNextPosition = endPosition;
+    mLive = true;
+    mCurrent = true;
+    return true;
+}
+
+bool VelaStorage::DeleteRecord()
+{
+    char tag[4];
+    StoreBigEndian32(tag, kTrashTag);
+    if (!mCurrent || !Overwrite(mPosition, tag, sizeof tag))
+        return false;
+    mLive = false;
+    return true;
+}
+
+// Writes into the record file; what lay there before the changes began is remembered first.
+bool VelaStorage::Overwrite(int64_t position, const char* bytes, size_t count)
+{
+    if (mRemember && position < mOldLength) {
+        const size_t offset = mOldBytes.size();
+        mOldBytes.resize(offset + count);
+        if (!ReadBytesAt(mFile, position, mOldBytes.data() + offset, count))
+            return false;
+        mOverwritten.push_back({position, offset, count});
+    }
+    return mFile->SeekFromStart(position) && mFile->WriteData(bytes, static_cast<int>(count));
+}
+
+void VelaStorage::BeginChanges()
+{
+    mRemember = true;
+    mOldLength = mFile->GetLength();
+}
+
+void VelaStorage::EndChanges()
+{
+    mRemember = false;
+    mOverwritten = {};
+    mOldBytes = {};
+}
+
+bool VelaStorage::UndoChanges()
+{
+    bool undone = mFile->SetLength(mOldLength);
+    for (size_t i = mOverwritten.size(); i > 0; i--) {
+        const OldBytes& old = mOverwritten[i - 1];
+        undone = mFile->SeekFromStart(old.position) &&
+                 mFile->WriteData(mOldBytes.data() + old.offset, static_cast<int>(old.count)) &&
+                 undone;
+    }
+    EndChanges();
+    mCurrent = false;
+    mMapState = MapState::kUnloaded;
+    mMapIsComplete = false;
+    return undone;
+}
+
+bool VelaStorage::ReadMetadata(string* text)
+{
+    char block[kMetadataSize];
+    int bytesRead = 0;
+    if (!mFile->SeekFromStart(0))
+        return false;
+    const bool whole = mFile->ReadData(block, sizeof block, &bytesRead);
+    if (bytesRead <= 0)
+        return false;
+    std::memset(block + bytesRead, 0, sizeof block - static_cast<size_t>(bytesRead));
+    if (text != nullptr)
+        *text = string(block, sizeof block, kEncodingASCII);
+    return whole;
+}
+
+bool VelaStorage::WriteMetadata(const string& text)
+{
+    char block[kMetadataSize] = {};
+    std::memcpy(block, text.CString(), std::min(text.length(), kMetadataSize));
+    return Overwrite(0, block, sizeof block);
+}
+
+string VelaStorage::ErrorText() const
+{
+    const int number = mFile->ErrorNumber() != 0 || mMapFile == nullptr ? mFile->ErrorNumber()
+                                                                        : mMapFile->ErrorNumber();
+    return number == 0 ? string("unknown error") : string(std::strerror(number));
+}
+
+bool VelaStorage::FlushToDisk()
+{
+    if (!mFile->FlushToDisk())
+        return false;
+    if (mMapFile == nullptr)
+        return true;
+    if (mMapDirty && !SaveRowPosMap())
+        return false;
+    return mMapFile->FlushToDisk();
+}
+
+int64_t VelaStorage::MapFileSize(size_t addedRows)
+{
+    return static_cast<int64_t>(kMapHeaderSize + kMapPairSize * (QtyRows() + addedRows) + 4);
+}
+
+void VelaStorage::NeedMap()
+{
+    if (mMapState == MapState::kLoaded)
+        return;
+    mMapState = MapState::kLoaded;
+    if (mMapDirty || !LoadRowPosMap())
+        BuildRowPosMap();
+    mCurrent = false;
+}
+
+// The count of pairs, when the file says that it is valid and is long enough for them and the end mark.
+bool VelaStorage::ReadMapHeader(uint32_t* count)
+{
+    char header[kMapHeaderSize];
+    if (mMapFile == nullptr || !ReadBytesAt(mMapFile, 0, header, sizeof header))
+        return false;
+    const int64_t room = mMapFile->GetLength() - static_cast<int64_t>(kMapHeaderSize + 4);
+    *count = LoadBigEndian32(header + 4);
+    if (LoadBigEndian32(header) != kMapValid || room < 0 || *count > INT32_MAX ||
+        *count > room / static_cast<int64_t>(kMapPairSize))
+        return false;
+    char end[4];
+    const int64_t endPosition = static_cast<int64_t>(kMapHeaderSize + kMapPairSize * *count);
+    return ReadBytesAt(mMapFile, endPosition, end, sizeof end) && LoadBigEndian32(end) == kMapEnd;
+}
+
+bool VelaStorage::LoadRowPosMap()
+{
+    uint32_t count = 0;
+    if (!ReadMapHeader(&count) || !mMapFile->SeekFromStart(kMapHeaderSize))
+        return false;
+    mRowPositions.Presize(count);
+    std::vector<char> block(std::min<size_t>(count, kPairsPerBlock) * kMapPairSize);
+    for (uint32_t left = count; left > 0;) {
+        const uint32_t pairs = std::min<uint32_t>(left, kPairsPerBlock);
+        if (!mMapFile->ReadData(block.data(), static_cast<int>(pairs * kMapPairSize), nullptr))
+            return false;
+        for (const char* pair = block.data(); pair < block.data() + pairs * kMapPairSize;
+             pair += kMapPairSize)
+            mRowPositions.Append(LoadBigEndian32(pair), LoadBigEndian32(pair + 4));
+        left -= pairs;
+    }
+    mMapDirty = false;
+    mPairsInFile = count;
+    return true;
+}
+
+void VelaStorage::BuildRowPosMap()
+{
+    mRowPositions.Presize(1000);
+    mPairsInFile = 0;
+    RecordScanner scanner(mFile);
+    while (scanner.Next())
+        if (scanner.Header().live)
+            mRowPositions.Append(scanner.Header().rowID, scanner.Position());
+    if (mRowPositions.Count() > 0)
+        MarkRowPosMapDirty();
+    mMapIsComplete = true;
+}
+
+// Looks a row up in a map file that isn't loaded, as long as its pairs are sorted by row id around the place where the row
+// should be; what is found is believed only when the record there is that row's.
+bool VelaStorage::FindInMapFile(uint32_t rowID, int64_t* position)
+{
+    uint32_t count = 0;
+    if (mFileLookups >= kMaxFileLookups || !ReadMapHeader(&count))
+        return false;
+    mFileLookups++;
+    uint32_t first = 0;
+    for (uint32_t end = count; first < end;) {
+        const uint32_t middle = first + (end - first) / 2;
+        char pair[kMapPairSize];
+        if (!ReadBytesAt(mMapFile, static_cast<int64_t>(kMapHeaderSize + kMapPairSize * middle),
+                         pair, sizeof pair))
+            return false;
+        const uint32_t found = LoadBigEndian32(pair);
+        if (found == rowID) {
+            *position = LoadBigEndian32(pair + 4);
+            char header[kRecordHeaderSize];
+            return ReadBytesAt(mFile, *position, header, sizeof header) &&
+                   LoadBigEndian32(header + 4) == rowID;
+        }
+        if (found < rowID)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return false;
+}
+
+bool VelaStorage::MarkRowPosMapDirty()
+{
+    if (mMapDirty)
+        return true;
+    if (mMapFile != nullptr && !WriteNumberAt(mMapFile, 0, kMapStale))
+        return false;
+    mMapDirty = true;
+    return true;
+}
+
+// Only the pairs that the file doesn't have yet are written; the file is then as if it had been written whole.
+bool VelaStorage::SaveRowPosMap()
+{
+    const size_t count = mRowPositions.Count();
+    if (mPairsInFile > count)
+        mPairsInFile = 0;
+    if (!WriteNumberAt(mMapFile, 0, kMapStale) ||
+        !WriteNumberAt(mMapFile, 4, static_cast<uint32_t>(count)))
+        return false;
+    if (!mMapFile->SeekFromStart(
+            static_cast<int64_t>(kMapHeaderSize + kMapPairSize * mPairsInFile)))
+        return false;
+    std::vector<char> block;
+    block.reserve(kPairsPerBlock * kMapPairSize);
+    for (size_t i = mPairsInFile; i < count; i++) {
+        char pair[kMapPairSize];
+        const uint32_t rowID = mRowPositions.GetRowIDByIndex(i);
+        StoreBigEndian32(pair, rowID);
+        StoreBigEndian32(pair + 4, mRowPositions.GetItem(rowID));
+        block.insert(block.end(), pair, pair + kMapPairSize);
+        if (block.size() < kPairsPerBlock * kMapPairSize && i + 1 < count)
+            continue;
+        if (!mMapFile->WriteData(block.data(), static_cast<int>(block.size())))
+            return false;
+        block.clear();
+    }
+    char end[4];
+    StoreBigEndian32(end, kMapEnd);
+    if (!mMapFile->WriteData(end, sizeof end) || !WriteNumberAt(mMapFile, 0, kMapValid))
+        return false;
+    mMapDirty = false;
+    mPairsInFile = count;
+    return true;
+}
+
+}   // namespace vela

@@ -1,0 +1,132 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "engine/storage/RandomAccessMechanism.h"
+#include "engine/storage/RecordScanner.h"
+#include "engine/storage/RowMap.h"
+
+namespace vela {
+
+// VelaStorage keeps the rows of one table in a record file and finds them by row id.
+//
+// It works on two streams that its owner opened and closes: the record stream, which must outlive it, and the map
+// stream, which may be null. It always stands on one record, or on none; "current" below means that one.
+// Row ids are chosen by the caller. Space of deleted records is never used again. File formats: RecordFormat.h.
+class VelaStorage {
+public:
+    // Lengthens a record file of less than 256 bytes to that. The row-position map is loaded, or built by a scan when the
+    // map stream has no valid one, as soon as it is needed.
+    VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechanism* mapStream);
+
+    // Positions on the first live record, or from the current on the next one. False at the end, where nothing is current,
+    // and at a bad header, which is reported on the standard error stream.
+    [[nodiscard]] bool GoToFirstRecord();
+    [[nodiscard]] bool NextRecord();
+    // Positions on the record of rowID. Free when it is current; else one hash look-up, or a scan when the map doesn't know
+    // the row. skipDeleted passes over a deleted record to the next live one, of another row: callers that want this very
+    // row set it to false. False: no such row, or a header can't be read; nothing is current then.
+    [[nodiscard]] bool GoToRowID(uint32_t rowID, bool skipDeleted);
+    [[nodiscard]] uint32_t GetRowID() const { return mRowID; }
+    // Whether the current record is a live one.
+    [[nodiscard]] bool IsLive() const { return mLive; }
+    // Where the current record starts in the file.
+    [[nodiscard]] uint32_t Position() const { return static_cast<uint32_t>(mPosition); }
+    // Where the record of a row starts, by the map alone; false when the map doesn't know it.
+    [[nodiscard]] bool FindPosition(uint32_t rowID, uint32_t* position);
+    // Row ids in the map's list: a row that moved is counted once more, until the map is built anew.
+    [[nodiscard]] size_t QtyRows();
+
+    // Reads the current record: resizes the list, whose surplus values are deleted. False when the record is damaged.
+    bool ReadRecordValues(VelaRow* values);
+    // The bytes of the current record's body; good until the next call. False when they can't be read.
+    bool ReadBody(std::string_view* body);
+
+    // Appends a record and stands on it. False when it could not be written, or would pass 4 GiB.
+    bool AddNewRecord(uint32_t rowID, const VelaRow& values);
+    bool AddNewBody(uint32_t rowID, std::string_view body);
+    // Merges values, matched by column id, into the current record; columns not named keep what they hold, null values are
+    // taken out. A record that has outgrown its place moves to the end of the file, where it is current, and keeps its row
+    // id. False: a write failed; also when the record, complete, leaves slack in its old place.
+    bool UpdateRecord(const VelaRow& values);
+    // The same with the new values as a record body and a list of the column ids to take out. False: a write failed.
+    bool UpdateBody(std::string_view changes, const SimpleVector<uint32_t>& removed);
+    // Writes a record from position to endPosition and stands on it. False: a write failed, or values end before that.
+    bool WriteRecordAt(int64_t position, uint32_t rowID, const VelaRow& values,
+                       int64_t endPosition);
+    // Marks the current record deleted. The map still knows it.
+    bool DeleteRecord();
+
+    // The 256-byte block: cut or padded with zeros on writing, given whole on reading. False when it can't be had whole.
+    bool ReadMetadata(string* text);
+    bool WriteMetadata(const string& text);
+
+    // From BeginChanges on, what writing destroys is remembered, until EndChanges; UndoChanges puts it back and the record
+    // file to its old length. False: that failed too, and the file is a mixture.
+    void BeginChanges();
+    void EndChanges();
+    bool UndoChanges();
+
+    // Whether a write was refused because the file would have passed 4 GiB.
+    [[nodiscard]] bool IsFull() const { return mFull; }
+    // What went wrong on the streams, for people.
+    [[nodiscard]] string ErrorText() const;
+
+    // Saves the map when it has changed and flushes both streams to the device.
+    [[nodiscard]] bool FlushToDisk();
+    [[nodiscard]] RandomAccessMechanism* RecordStream() const { return mFile; }
+    // Bytes that the map file takes with added more rows.
+    [[nodiscard]] int64_t MapFileSize(size_t addedRows);
+
+private:
+    enum class MapState { kUnloaded, kLoaded };
+
+    bool ReadRecHeader(bool skipDeleted);
+    bool GoToPosition(int64_t position, bool skipDeleted);
+    bool ScanToRowID(uint32_t rowID);
+    bool StandNowhere();
+    bool WriteBodyAt(int64_t position, uint32_t rowID, std::string_view body, int64_t endPosition);
+    bool HandleError(RecordError error);
+    bool Overwrite(int64_t position, const char* bytes, size_t count);
+
+    void NeedMap();
+    bool LoadRowPosMap();
+    void BuildRowPosMap();
+    bool SaveRowPosMap();
+    bool MarkRowPosMapDirty();
+    bool ReadMapHeader(uint32_t* count);
+    bool FindInMapFile(uint32_t rowID, int64_t* position);
+
+    RandomAccessMechanism* mFile;
+    int64_t mPosition = 0;   // of the current record's header
+    uint32_t mRowID = kInvalidRowID;
+    int64_t mNextPosition = 0;
+    RandomAccessMechanism* mMapFile;
+    RowMap<uint32_t> mRowPositions;
+    bool mMapDirty = false;
+
+    bool mCurrent = false;
+    bool mLive = false;
+    MapState mMapState = MapState::kUnloaded;
+    int mFileLookups = 0;      // rows found in the map file without loading it
+    size_t mPairsInFile = 0;   // how many pairs at the start of the map file are as they should be
+    bool mMapIsComplete =
+        false;   // every live record is in the map: a row that it doesn't know is not there
+    std::vector<char> mBody;
+    std::vector<char> mRecord;
+
+    struct OldBytes {
+        int64_t position;
+        size_t offset;   // in mOldBytes
+        size_t count;
+    };
+    bool mFull = false;
+    bool mRemember = false;
+    int64_t mOldLength = 0;
+    std::vector<OldBytes> mOverwritten;
+    std::vector<char> mOldBytes;
+};
+
+}   // namespace vela

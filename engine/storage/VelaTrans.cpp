@@ -1,0 +1,483 @@
+#include "engine/storage/VelaTrans.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "engine/storage/RecordFormat.h"
+
+namespace vela {
+
+namespace {
+
+// The first bytes of the record file's metadata block.
+struct TableMetadata {
+    uint32_t lastUsedRowID;
+    uint32_t lastUsedColumnID;
+};
+
+bool Touches(const VelaIndex& index, const VelaRow& values)
+{
+    return std::any_of(values.begin(), values.end(), [&index](const VelaValueWithID* value) {
+        return index.PositionOfColumn(value->ColumnID()) >= 0;
+    });
+}
+
+}   // namespace
+
+VelaTrans::VelaTrans(VelaFileAccess* files, const string& name, Files state)
+    : mFiles(files),
+      mName(name),
+      mNewFiles(state == Files::kNew),
+      mRows(new StoredTableColumns(this))
+{
+    if (mNewFiles)
+        return;
+    OpenFiles();
+    OpenIndexes();
+    LoadMetadata();
+    mLastRowID = mLastUsedRowID;
+}
+
+VelaTrans::~VelaTrans()
+{
+    for (size_t i = 0; i < mChangedRows.Count(); i++)
+        mChangedRows.GetItemByIndex(i)->Destroy();
+}
+
+bool VelaTrans::OpenFiles()
+{
+    mRecordStream = mFiles->OpenFile(mName + ".dat", false);
+    if (!mRecordStream)
+        return false;
+    if (!mFiles->IsReadOnly())
+        mMapStream = mFiles->OpenFile(mName + ".map", true);
+    else
+        mMapStream = mFiles->OpenFile(mName + ".map", false);
+    mStorage = std::make_unique<VelaStorage>(mRecordStream.get(), mMapStream.get());
+    return true;
+}
+
+const VelaColumnInfo* VelaTrans::Column(long number) const
+{
+    if (number == 0)
+        return &RowIDColumn();
+    if (number < 0 || number > static_cast<long>(mColumns.size()))
+        return nullptr;
+    return &mColumns[static_cast<size_t>(number) - 1];
+}
+
+// ---- reading
+
+size_t VelaTrans::QtyRows()
+{
+    if (!mStorage && !mNewFiles)
+        return 0;
+    return (mStorage ? mStorage->QtyRows() : 0) + mChangedRows.Count();
+}
+
+void VelaTrans::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
+{
+    mRows->NeedRows();
+    rowIDs->clear();
+    rowIDs->resize(mRows->RowCount());
+    if (mRows->RowCount() != 0)
+        std::memcpy(rowIDs->data(), mRows->RowIDs(), mRows->RowCount() * sizeof(uint32_t));
+}
+
+TableColumns* VelaTrans::Columns()
+{
+    mRows->NeedRows();
+    return mRows.get();
+}
+
+bool VelaTrans::GetValue(uint32_t rowID, long number, VelaValue* value, bool useIndexes)
+{
+    const VelaColumnInfo* column = Column(number);
+    if (column == nullptr)
+        return false;
+    if (number == 0) {
+        value->SetInteger(static_cast<int32_t>(rowID));
+        return true;
+    }
+    const VTChangedRow* change = mChangedRows.Count() == 0 ? nullptr : mChangedRows.GetItem(rowID);
+    if (change != nullptr && change->GetValue(column->columnID, column->Type(), value))
+        return true;
+    if (useIndexes && GetIndexedValue(rowID, *column, value))
+        return true;
+    if (!ReadStoredRow(rowID))
+        return false;
+    RecordField field;
+    if (FindField({mCachedBody.data(), mCachedBody.size()}, column->columnID, &field)) {
+        DecodeField(field, value);
+        value->CoerceToType(column->Type());
+    } else {
+        *value = column->defaultValue;
+    }
+    return true;
+}
+
+// Entries that are still in their file are not fetched for this: the record answers the same.
+bool VelaTrans::GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value)
+{
+    for (OpenIndex& open : mIndexes) {
+        if (!open.loaded || !open.index->GetColumnValue(rowID, column.columnID, value))
+            continue;
+        // An index keeps the type that its column had when the entry was made.
+        if (!value->IsNull())
+            value->CoerceToType(column.Type());
+        return true;
+    }
+    return false;
+}
+
+bool VelaTrans::ReadStoredRow(uint32_t rowID)
+{
+    if (mCachedRowID == rowID && rowID != kInvalidRowID)
+        return true;
+    std::string_view body;
+    if (!mStorage || !mStorage->GoToRowID(rowID, false))
+        return false;
+    if (!mStorage->ReadBody(&body))
+        body = {};
+    mCachedBody.assign(body.begin(), body.end());
+    mCachedRowID = rowID;
+    return true;
+}
+
+bool VelaTrans::ContainsRow(uint32_t rowID)
+{
+    if (mChangedRows.Contains(rowID))
+        return true;
+    for (OpenIndex& open : mIndexes)
+        if (open.loaded && open.index->Contains(rowID))
+            return true;
+    return mStorage && mStorage->GoToRowID(rowID, false);
+}
+
+bool VelaTrans::HasRow(uint32_t rowID)
+{
+    if (mDeletedRows.Contains(rowID))
+        return false;
+    const VTChangedRow* change = mChangedRows.GetItem(rowID);
+    if (change != nullptr && change->IsInsert())
+        return true;
+    return mStorage && mStorage->GoToRowID(rowID, false) && mStorage->IsLive();
+}
+
+// Rows of the file by their place in it, then the inserted ones by their place in the transaction.
+uint64_t VelaTrans::TableOrderOf(uint32_t rowID)
+{
+    const VTChangedRow* change = mChangedRows.GetItem(rowID);
+    if (change != nullptr && change->IsInsert())
+        return uint64_t{1} << 32 | mChangedRows.OrderOf(rowID);
+    uint32_t position = 0;
+    return mStorage && mStorage->FindPosition(rowID, &position) ? position : 0;
+}
+
+bool VelaTrans::FindRowsByIndex(long number, const VelaValue& key, SimpleVector<uint32_t>* rowIDs)
+{
+    rowIDs->clear();
+    const VelaColumnInfo* column = Column(number);
+    if (number < 1 || column == nullptr || key.IsNull() || key.GetType() != column->Type())
+        return false;
+    for (OpenIndex& open : mIndexes) {
+        if (open.index->ColumnIDs()[0] != column->columnID ||
+            !NeedIndex(open)->FindRows(key, rowIDs))
+            continue;
+        std::vector<std::pair<uint64_t, uint32_t>> found;
+        for (uint32_t rowID : *rowIDs)
+            if (HasRow(rowID))
+                found.emplace_back(rowIDs->size() == 1 ? 0 : TableOrderOf(rowID), rowID);
+        std::sort(found.begin(), found.end());
+        rowIDs->clear();
+        for (const auto& [order, rowID] : found)
+            rowIDs->push_back(rowID);
+        return true;
+    }
+    return false;
+}
+
+// ---- changing
+
+void VelaTrans::CoerceToCorrectType(VelaValueWithID* value) const
+{
+    const long number = FindColumnNumber(value->ColumnID());
+    if (number >= 0)
+        value->CoerceToType(Column(number)->Type());
+}
+
+uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
+{
+    VelaRow copies;
+    if (!takeOwnership)
+        for (const VelaValueWithID* value : values)
+            copies.push_back(new VelaValueWithID(*value));
+    VelaRow& row = takeOwnership ? values : copies;
+    uint32_t rowID = NextUnusedRowID();
+    bool refused = false;
+    for (VelaValueWithID* value : row) {
+        CoerceToCorrectType(value);
+        if (value->ColumnID() != 0)
+            continue;
+        rowID = static_cast<uint32_t>(value->GetInteger());
+        refused = refused || ContainsRow(rowID);
+    }
+    refused = refused || rowID == kInvalidRowID;
+    if (!refused) {
+        VTChangedRow* change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
+        mChangedRows.Append(rowID, change);
+        mRows->RowAdded(*change);
+        AddRowToIndices(rowID);
+        mLastUsedRowID = std::max(mLastUsedRowID, rowID);
+        mLastRowID = rowID;
+    }
+    Discard(row);
+    return refused ? kInvalidRowID : rowID;
+}
+
+bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
+{
+    VelaRow copies;
+    if (!takeOwnership)
+        for (const VelaValueWithID* value : values)
+            copies.push_back(new VelaValueWithID(*value));
+    VelaRow& row = takeOwnership ? values : copies;
+    std::vector<bool> touched(mIndexes.size());
+    for (size_t i = 0; i < mIndexes.size(); i++) {
+        touched[i] = Touches(*mIndexes[i].index, row);
+        if (touched[i])
+            RemoveRowFromIndex(rowID, i);
+    }
+    if (mCachedRowID == rowID)
+        mCachedRowID = kInvalidRowID;
+    for (VelaValueWithID* value : row)
+        CoerceToCorrectType(value);
+    VTChangedRow** pending = mChangedRows.FindNode(rowID);
+    if (pending != nullptr) {
+        VTChangedRow* merged = (*pending)->UpdateValues(row);
+        (*pending)->Destroy();
+        *pending = merged;
+        mRows->RowUpdated(*merged);
+    } else {
+        VTChangedRow* change = VTChangedRow::Create(rowID, VTChangedRow::kUpdate, row);
+        mChangedRows.Append(rowID, change);
+        mRows->RowUpdated(*change);
+    }
+    for (size_t i = 0; i < mIndexes.size(); i++)
+        if (touched[i])
+            AddRowToIndex(rowID, i);
+    Discard(row);
+    return true;
+}
+
+void VelaTrans::DeleteRow(uint32_t rowID)
+{
+    mRows->RowDeleted(rowID);
+    mDeletedRows.Set(rowID, 1);
+    if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
+        (*pending)->Destroy();
+        mChangedRows.RemoveItem(rowID);
+    }
+    for (size_t i = 0; i < mIndexes.size(); i++)
+        RemoveRowFromIndex(rowID, i);
+}
+
+// ---- metadata
+
+void VelaTrans::LoadMetadata()
+{
+    TableMetadata metadata{0, 0};
+    string block;
+    if (mStorage && mStorage->ReadMetadata(&block))
+        std::memcpy(&metadata, block.CString(), sizeof metadata);
+    mLastUsedRowID = metadata.lastUsedRowID;
+    mLastUsedColumnID = metadata.lastUsedColumnID;
+    if (mLastUsedRowID == 0) {
+        mRows->NeedRows();
+        for (uint32_t row = 0; row < mRows->RowCount(); row++)
+            mLastUsedRowID = std::max(mLastUsedRowID, mRows->RowIDs()[row]);
+        mRows->Drop();
+    }
+    if (mLastUsedColumnID == 0)
+        for (const VelaColumnInfo& column : mColumns)
+            mLastUsedColumnID = std::max(mLastUsedColumnID, column.columnID);
+}
+
+bool VelaTrans::SaveMetadata()
+{
+    const TableMetadata metadata{mLastUsedRowID, mLastUsedColumnID};
+    return mStorage->WriteMetadata(
+        string(reinterpret_cast<const char*>(&metadata), sizeof metadata, kEncodingASCII));
+}
+
+// ---- the end of a transaction
+
+bool VelaTrans::HasChangesToCommit() const
+{
+    return mChangedRows.Count() > 0 || mDeletedRows.Count() > 0;
+}
+
+bool VelaTrans::IsTouched() const
+{
+    if (mNewFiles || HasChangesToCommit() || !mDroppedIndexes.empty())
+        return true;
+    return std::any_of(mIndexes.begin(), mIndexes.end(), [](const OpenIndex& open) {
+        return open.created || open.index->IsChanged();
+    });
+}
+
+bool VelaTrans::Commit(string* error)
+{
+    if (!IsTouched())
+        return true;
+    const bool isNew = mNewFiles;
+    if (isNew && !MakeNewFiles(error))
+        return false;
+    if (!mStorage) {
+        *error = "The record file " + mName + ".dat is missing or can't be opened.";
+        return false;
+    }
+    mStorage->BeginChanges();
+    bool moved = false;
+    if (!ReserveRoom() || !WriteChanges(&moved) || !SaveMetadata() || !mStorage->FlushToDisk()) {
+        FailCommit(error);
+        const bool undone = mStorage->UndoChanges();
+        if (!undone)
+            *error = *error + " The record file could not be put back as it was.";
+        if (isNew)
+            mNewFiles = DeleteStorage();
+        return false;
+    }
+    mStorage->EndChanges();
+    ForgetChanges();
+    if (moved)
+        mRows->Drop();
+    else
+        mRows->ChangesCommitted();
+    return CommitIndices(error);
+}
+
+bool VelaTrans::FailCommit(string* error)
+{
+    if (mStorage && mStorage->IsFull())
+        *error = "Table " + mName + " would grow past 4 GiB.";
+    else
+        *error = "Table " + mName + " could not be written: " +
+                 (mStorage ? mStorage->ErrorText() : mFiles->ErrorText());
+    return false;
+}
+
+// Files of an earlier table of this name, or left behind by something else, have no part in this one.
+bool VelaTrans::MakeNewFiles(string* error)
+{
+    if (!DeleteStorage() || !mFiles->CreateFile(mName + ".dat") ||
+        !mFiles->CreateFile(mName + ".map"))
+        return FailCommit(error);
+    if (!OpenFiles())
+        return FailCommit(error);
+    mNewFiles = false;
+    return true;
+}
+
+// Asks for the room that the inserted rows take before anything is changed: the usual way for a disk to be full.
+bool VelaTrans::ReserveRoom()
+{
+    int64_t bytes = 0;
+    size_t rows = 0;
+    for (size_t i = 0; i < mChangedRows.Count(); i++) {
+        const VTChangedRow* change = mChangedRows.GetItemByIndex(i);
+        if (!change->IsInsert())
+            continue;
+        bytes += static_cast<int64_t>(kRecordHeaderSize + change->Body().size());
+        rows++;
+    }
+    if (rows == 0)
+        return true;
+    if (!mRecordStream->Reserve(mRecordStream->GetLength() + bytes))
+        return false;
+    return !mMapStream || mMapStream->Reserve(mStorage->MapFileSize(rows));
+}
+
+bool VelaTrans::WriteChanges(bool* moved)
+{
+    for (size_t i = 0; i < mChangedRows.Count(); i++)
+        if (!WriteChange(*mChangedRows.GetItemByIndex(i), moved))
+            return false;
+    for (size_t i = 0; i < mDeletedRows.Count(); i++) {
+        if (!mStorage->GoToRowID(mDeletedRows.GetRowIDByIndex(i), false))
+            continue;
+        if (!mStorage->DeleteRecord())
+            return false;
+    }
+    return true;
+}
+
+bool VelaTrans::WriteChange(const VTChangedRow& change, bool* moved)
+{
+    if (change.HasNulls())
+        *moved = true;   // what read as null reads as the default from now on
+    if (change.IsInsert())
+        return mStorage->AddNewBody(change.RowID(), change.Body());
+    if (!mStorage->GoToRowID(change.RowID(), false))
+        return true;
+    const uint32_t position = mStorage->Position();
+    if (!mStorage->UpdateBody(change.Body(), change.NullColumns()))
+        return false;
+    if (mStorage->Position() != position)
+        *moved = true;
+    return true;
+}
+
+void VelaTrans::ForgetChanges()
+{
+    for (size_t i = 0; i < mChangedRows.Count(); i++)
+        mChangedRows.GetItemByIndex(i)->Destroy();
+    mRows->Settle();
+    mChangedRows.Presize(1000);
+    mDeletedRows.Presize(1000);
+    mCachedRowID = kInvalidRowID;
+}
+
+void VelaTrans::Rollback()
+{
+    for (OpenIndex& dropped : mDroppedIndexes)
+        mIndexes.push_back(std::move(dropped));
+    mDroppedIndexes.clear();
+    for (size_t i = mIndexes.size(); i > 0; i--)
+        if (mIndexes[i - 1].created)
+            mIndexes.erase(i - 1);
+    SimpleVector<uint32_t> restored;
+    for (size_t i = 0; i < mChangedRows.Count(); i++) {
+        const VTChangedRow* change = mChangedRows.GetItemByIndex(i);
+        for (size_t number = 0; number < mIndexes.size(); number++)
+            RemoveRowFromIndex(change->RowID(), number);
+        if (!change->IsInsert())
+            restored.push_back(change->RowID());
+    }
+    for (size_t i = 0; i < mDeletedRows.Count(); i++)
+        restored.push_back(mDeletedRows.GetRowIDByIndex(i));
+    ForgetChanges();
+    mRows->Drop();
+    LoadMetadata();
+    for (uint32_t rowID : restored)
+        if (HasRow(rowID))
+            AddRowToIndices(rowID);
+}
+
+bool VelaTrans::DeleteStorage()
+{
+    mStorage.reset();
+    mRecordStream.reset();
+    mMapStream.reset();
+    SimpleVector<string> names;
+    names.push_back(mName + ".dat");
+    names.push_back(mName + ".map");
+    mFiles->FindFiles(mName + ".*.idx", &names);
+    bool deleted = true;
+    for (const string& name : names)
+        deleted = (!mFiles->ContainsFile(name) || mFiles->DeleteFile(name)) && deleted;
+    return deleted;
+}
+
+}   // namespace vela

@@ -1,0 +1,203 @@
+// The indexes of a stored table: opening, upkeep with every change, and their files at commit.
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/storage/VelaTrans.h"
+
+namespace vela {
+
+namespace {
+
+const char* const kIndexSuffix = ".idx";
+
+}   // namespace
+
+string VelaTrans::IndexFileName(const string& indexName) const
+{
+    return mName + "." + indexName + kIndexSuffix;
+}
+
+void VelaTrans::OpenIndexes()
+{
+    SimpleVector<string> fileNames;
+    mFiles->FindFiles(IndexFileName("*"), &fileNames);
+    const size_t around = IndexFileName("").length();
+    for (const string& fileName : fileNames) {
+        const string name = fileName.mid(mName.length() + 1, fileName.length() - around);
+        if (name.View().find('.') != std::string_view::npos)
+            continue;   // of a table with a longer name
+        OpenIndex open{std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>()), false, false};
+        const auto stream = mFiles->OpenFile(fileName, false);
+        if (stream)
+            open.index->LoadColumns(stream.get());
+        if (!open.index->ColumnIDs().empty())
+            mIndexes.push_back(std::move(open));
+    }
+}
+
+VelaIndex* VelaTrans::NeedIndex(OpenIndex& open)
+{
+    if (open.loaded)
+        return open.index.get();
+    open.loaded = true;
+    const auto stream = mFiles->OpenFile(IndexFileName(open.index->Name()), false);
+    if (stream)
+        open.index->LoadFromFile(stream.get());
+    else
+        FillIndex(open);   // its file has gone; the rows still have the values
+    return open.index.get();
+}
+
+VelaTrans::OpenIndex* VelaTrans::FindIndex(const string& name)
+{
+    for (OpenIndex& open : mIndexes)
+        if (open.index->Name().Compare(name) == 0)
+            return &open;
+    return nullptr;
+}
+
+void VelaTrans::GetIndexNames(SimpleVector<string>& names) const
+{
+    for (const OpenIndex& open : mIndexes)
+        names.push_back(open.index->Name());
+}
+
+SimpleVector<uint32_t> VelaTrans::IndexColumns(const string& name) const
+{
+    const OpenIndex* open = const_cast<VelaTrans*>(this)->FindIndex(name);
+    return open ? open->index->ColumnIDs() : SimpleVector<uint32_t>();
+}
+
+bool VelaTrans::AddIndex(const string& name, const SimpleVector<uint32_t>& columnIDs)
+{
+    if (columnIDs.empty() || FindIndex(name) != nullptr)
+        return false;
+    OpenIndex open{std::make_unique<VelaIndex>(name, columnIDs), true, true};
+    FillIndex(open);
+    mIndexes.push_back(std::move(open));
+    return true;
+}
+
+bool VelaTrans::DropIndex(const string& name)
+{
+    for (size_t i = 0; i < mIndexes.size(); i++) {
+        if (mIndexes[i].index->Name().Compare(name) != 0)
+            continue;
+        NeedIndex(mIndexes[i]);
+        if (!mIndexes[i].created)
+            mDroppedIndexes.push_back(std::move(mIndexes[i]));
+        mIndexes.erase(i);
+        return true;
+    }
+    return false;
+}
+
+void VelaTrans::DropIndexesOf(uint32_t columnID)
+{
+    for (size_t i = mIndexes.size(); i > 0; i--)
+        if (mIndexes[i - 1].index->PositionOfColumn(columnID) >= 0)
+            DropIndex(mIndexes[i - 1].index->Name());
+}
+
+// ---- upkeep
+
+void VelaTrans::FillIndex(OpenIndex& open)
+{
+    TableColumns* columns = Columns();
+    std::vector<bool> wanted(static_cast<size_t>(QtyColumns()));
+    std::vector<long> numbers;
+    for (uint32_t columnID : open.index->ColumnIDs()) {
+        numbers.push_back(FindColumnNumber(columnID));
+        if (numbers.back() >= 0)
+            wanted[static_cast<size_t>(numbers.back())] = true;
+    }
+    columns->Prepare(wanted);
+    SimpleVector<VelaValue> values;
+    values.resize(numbers.size());
+    for (uint32_t row = 0; row < columns->RowCount(); row++) {
+        for (size_t i = 0; i < numbers.size(); i++)
+            if (!columns->GetValue(row, numbers[i], &values[i]))
+                values[i].SetNull(NullTypeOf(numbers[i]));
+        open.index->Add(values, columns->RowIDs()[row]);
+    }
+}
+
+VelaDataType VelaTrans::NullTypeOf(long number) const
+{
+    return number < 0 ? kTypeNone : Column(number)->Type();
+}
+
+void VelaTrans::AddRowToIndices(uint32_t rowID)
+{
+    for (size_t i = 0; i < mIndexes.size(); i++)
+        AddRowToIndex(rowID, i);
+}
+
+void VelaTrans::AddRowToIndex(uint32_t rowID, size_t indexNumber)
+{
+    VelaIndex* index = NeedIndex(mIndexes[indexNumber]);
+    SimpleVector<VelaValue> values;
+    values.resize(index->ColumnIDs().size());
+    for (size_t i = 0; i < values.size(); i++) {
+        const long number = FindColumnNumber(index->ColumnIDs()[i]);
+        if (!GetValue(rowID, number, &values[i], false))
+            values[i].SetNull(NullTypeOf(number));
+    }
+    index->Delete(rowID);
+    index->Add(values, rowID);
+}
+
+void VelaTrans::RemoveRowFromIndex(uint32_t rowID, size_t indexNumber)
+{
+    NeedIndex(mIndexes[indexNumber])->Delete(rowID);
+}
+
+// ---- files
+
+bool VelaTrans::CommitIndices(string* error)
+{
+    while (!mDroppedIndexes.empty()) {
+        const string fileName = IndexFileName(mDroppedIndexes.back().index->Name());
+        if (mFiles->ContainsFile(fileName) && !mFiles->DeleteFile(fileName))
+            return FailCommit(error);
+        mDroppedIndexes.pop_back();
+    }
+    for (OpenIndex& open : mIndexes) {
+        if (!open.created && !open.index->IsChanged())
+            continue;
+        if (!CommitIndex(open)) {
+            *error = "Index " + open.index->Name() + " of table " + mName +
+                     " could not be written: " + mFiles->ErrorText();
+            return false;
+        }
+        open.created = false;
+    }
+    return true;
+}
+
+bool VelaTrans::CommitIndex(OpenIndex& open)
+{
+    SimpleVector<VelaValue> defaults;
+    for (uint32_t columnID : open.index->ColumnIDs()) {
+        const long number = FindColumnNumber(columnID);
+        defaults.push_back(number < 0 ? VelaValue() : Column(number)->defaultValue);
+    }
+    open.index->ReplaceNulls(defaults);
+    const string fileName = IndexFileName(open.index->Name());
+    if (!open.created && open.index->CanAppendToFile()) {
+        const auto stream = mFiles->OpenFile(fileName, false);
+        if (stream && open.index->AppendToFile(stream.get()) && stream->FlushToDisk())
+            return true;
+    }
+    // Written beside the old file, which it then replaces: there is always one whole file.
+    const string newName = fileName + ".new";
+    if (!mFiles->CreateFile(newName))
+        return false;
+    auto stream = mFiles->OpenFile(newName, false);
+    const bool written = stream && open.index->SaveToFile(stream.get()) && stream->FlushToDisk();
+    stream.reset();
+    return written && mFiles->RenameFile(newName, fileName);
+}
+
+}   // namespace vela
