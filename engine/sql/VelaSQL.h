@@ -20,8 +20,10 @@ void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* statu
 // tableNames gets the name of every FROM table in order, rangeNames the same names once more, and sourceColumns, for each
 // result column, the number of the table (high 16 bits) and of the column in it (low 16 bits) that it shows unchanged, -1
 // when it is computed.
-std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& database, VelaStatus* status,
-                                        SimpleVector<string>* tableNames = nullptr, SimpleVector<string>* rangeNames = nullptr,
+std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& database,
+                                        VelaStatus* status,
+                                        SimpleVector<string>* tableNames = nullptr,
+                                        SimpleVector<string>* rangeNames = nullptr,
                                         SimpleVector<long>* sourceColumns = nullptr);
 
-}  // namespace vela
+}   // namespace vela

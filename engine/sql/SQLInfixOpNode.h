@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/sql/SQLScalarExpNode.h"
+
+namespace vela {
+
+// An operator between operands: + - * / = <> < <= > >= with two of them, AND and OR with two or more.
+class SQLInfixOpNode : public SQLScalarExpNode {
+public:
+    explicit SQLInfixOpNode(const string& op) : mOperator(op) {}
+
+    void AddOperand(SQLScalarExpPtr operand);
+
+    void Describe(string* text) const override;
+    // Null, without a message, for an unknown operator or the wrong number of operands.
+    [[nodiscard]] VelaExprPtr ConvertToVelaExpr(const SQLNames& names, const SQLTables& tables,
+                                                VelaStatus* status) const override;
+
+private:
+    [[nodiscard]] bool IsWordOperator() const;
+    [[nodiscard]] VelaExprPtr ConvertJunction(const SQLNames& names, const SQLTables& tables,
+                                              VelaStatus* status) const;
+    [[nodiscard]] VelaExprPtr ConvertPair(const SQLNames& names, const SQLTables& tables,
+                                          VelaStatus* status) const;
+
+    string mOperator;
+    SimpleVector<SQLScalarExpPtr> mOperands;
+};
+
+}   // namespace vela

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "engine/sql/SQLScalarExpNode.h"
+
+namespace vela {
+
+// One item of a select list. Its alias is the expression's.
+class SQLSelectItemNode : public SQLSyntaxNode {
+public:
+    explicit SQLSelectItemNode(SQLScalarExpPtr expression) : mExpression(std::move(expression)) {}
+
+    void Describe(string* text) const override;
+
+    SQLScalarExpPtr mExpression;
+};
+
+}   // namespace vela

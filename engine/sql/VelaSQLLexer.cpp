@@ -1,0 +1,181 @@
+#include "engine/sql/VelaSQLLexer.h"
+
+#include <array>
+
+namespace vela {
+
+namespace {
+
+enum CharacterClass : uint8_t { kBlank = 1, kDelimiter = 2, kWordStart = 4, kDigit = 8 };
+
+constexpr std::array<uint8_t, 256> MakeClasses()
+{
+    std::array<uint8_t, 256> classes{};
+    for (size_t c = 1; c <= ' '; c++)
+        classes[c] |= kBlank;
+    for (const char c : std::string_view("\0\t\r %()*+,-/;<=>\\^", 18))
+        classes[static_cast<uint8_t>(c)] |= kDelimiter;
+    for (size_t c = 'a'; c <= 'z'; c++)
+        classes[c] = classes[c - 'a' + 'A'] = kWordStart;
+    classes['_'] = classes['#'] = kWordStart;
+    for (size_t c = '0'; c <= '9'; c++)
+        classes[c] = kDigit;
+    return classes;
+}
+
+constexpr std::array<uint8_t, 256> kClasses = MakeClasses();
+
+bool Is(char c, CharacterClass wanted)
+{
+    return (kClasses[static_cast<uint8_t>(c)] & wanted) != 0;
+}
+
+}   // namespace
+
+void VelaSQLLexer::Start(const string& statement)
+{
+    mStatement = statement;
+    mEncoding = statement.empty() ? kEncodingASCII : statement.Encoding();
+    mPosition = mTokenStart = mStatement.CString();
+    mTokenKind = kTokenNone;
+    mTokenText = {};
+    mTextIsMade = false;
+    mLastError = kNoError;
+    mErrorOffset = 0;
+}
+
+void VelaSQLLexer::GetToken()
+{
+    mTokenKind = kTokenNone;
+    SkipBlanks();
+    mTokenStart = mPosition;
+    const char first = *mPosition;
+    if (first == '\0' || first == ';') {
+        mTokenKind = kTokenEnd;
+        return;
+    }
+    mTextIsMade = false;
+    if (Is(first, kDigit)) {
+        GetNumber();
+    } else if (first == '\'') {
+        GetStringLiteral();
+    } else if (first == 'N' && mPosition[1] == '\'') {
+        mPosition++;
+        GetStringLiteral();
+    } else if (Is(first, kWordStart)) {
+        GetWord();
+    } else if (Is(first, kDelimiter)) {
+        GetDelimiter();
+    } else if (first == '"') {
+        mTokenKind = kTokenEnd;
+        serror(kErrSyntax);   // quoted identifiers are not part of the dialect
+    } else {
+        mTokenText = {};
+    }
+}
+
+void VelaSQLLexer::serror(ErrorType kind)
+{
+    ErrorAt(kind, mTokenStart);
+}
+
+const string& VelaSQLLexer::TokenText()
+{
+    if (!mTextIsMade)
+        mTokenString = string(mTokenText, mEncoding);
+    mTextIsMade = true;
+    return mTokenString;
+}
+
+void VelaSQLLexer::SetCurrentWord(std::string_view text)
+{
+    mTokenKind = kTokenWord;
+    mTokenStart = text.data();
+    mTokenText = text;
+    mTextIsMade = false;
+}
+
+void VelaSQLLexer::ErrorAt(ErrorType kind, const char* place)
+{
+    if (mListener)
+        mListener->HandleError(kind);
+    if (mLastError != kNoError)
+        return;
+    mLastError = kind;
+    mErrorOffset = static_cast<size_t>(place - mStatement.CString());
+}
+
+string VelaSQLLexer::RestOfStatement()
+{
+    SkipBlanks();
+    return string(std::string_view(mPosition), mEncoding);
+}
+
+void VelaSQLLexer::SkipBlanks()
+{
+    while (Is(*mPosition, kBlank))
+        mPosition++;
+}
+
+// Stands at the opening quote. The text is taken also when the literal is wrong.
+void VelaSQLLexer::GetStringLiteral()
+{
+    const char* start = mPosition++;
+    bool isClosed = false;
+    while (!isClosed && *mPosition != '\0') {
+        const char c = *mPosition++;
+        if (mEscape != '\0' && c == mEscape) {
+            if (*mPosition != '\0')
+                mPosition++;
+        } else if (c == '\'') {
+            if (*mPosition == '\'')
+                mPosition++;
+            else
+                isClosed = true;
+        }
+    }
+    mTokenKind = kTokenString;
+    SetText(start);
+    if (!isClosed || !Is(*mPosition, kDelimiter))
+        serror(kErrSyntax);
+}
+
+void VelaSQLLexer::GetDelimiter()
+{
+    const char* start = mPosition++;
+    const char next = *mPosition;
+    if ((*start == '<' && (next == '=' || next == '>')) || (*start == '>' && next == '='))
+        mPosition++;
+    mTokenKind = kTokenDelimiter;
+    SetText(start);
+}
+
+void VelaSQLLexer::GetWord()
+{
+    const char* start = mPosition;
+    while (!Is(*mPosition, kDelimiter))
+        mPosition++;
+    if (*mPosition == '*' && mPosition[-1] == '.')
+        mPosition++;
+    mTokenKind = kTokenWord;
+    SetText(start);
+}
+
+void VelaSQLLexer::GetNumber()
+{
+    const char* start = mPosition;
+    while (!Is(*mPosition, kDelimiter)) {
+        const bool isExponent = *mPosition++ == 'e';
+        if (isExponent && *mPosition != '\0')
+            mPosition++;   // whatever it is: the sign of an exponent, most often
+    }
+    mTokenKind = kTokenNumber;
+    SetText(start);
+}
+
+void VelaSQLLexer::SetText(const char* from)
+{
+    mTokenText = std::string_view(from, static_cast<size_t>(mPosition - from));
+}
+
+}   // namespace vela
