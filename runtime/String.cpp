@@ -43,6 +43,16 @@ bool IsBlank(char byte)
     return byte >= 1 && byte <= 32;
 }
 
+// The capacity for a text that needs at least needed bytes. One that has outgrown its place grows
+// by half, so that appending byte by byte stays linear.
+size_t GrownCapacity(const StringStorage* old, size_t needed)
+{
+    if (!old || needed <= old->capacity)
+        return old && old->length > needed ? old->length : needed;
+    const size_t grown = old->capacity + old->capacity / 2;
+    return grown > needed ? grown : needed;
+}
+
 void CopyBytes(char* to, const char* from, size_t size)
 {
     if (size > 0)
@@ -162,14 +172,12 @@ string& string::operator+=(std::string_view bytes)
 
 bool string::Reserve(size_t capacity)
 {
-    if (mStorage && mStorage->references == 1 && mStorage->capacity >= capacity)
+    if (IsWritable(capacity))
         return true;
-    const size_t size = length();
-    StringStorage* storage = TryCreate(size, capacity > size ? capacity : size, Encoding());
+    StringStorage* storage = TryCreate(length(), GrownCapacity(mStorage, capacity), Encoding());
     if (!storage)
         return false;
-    CopyBytes(storage->Bytes(), CString(), size);
-    *this = AdoptStorage(storage);
+    MoveTo(storage);
     return true;
 }
 
@@ -199,17 +207,13 @@ void string::Resize(size_t size)
 
 void string::Unshare(size_t capacity)
 {
-    if (mStorage && mStorage->references == 1 && mStorage->capacity >= capacity)
-        return;
-    const size_t size = length();
-    size_t wanted = capacity > size ? capacity : size;
-    // A text that has already outgrown one place grows by half, so that appending byte by byte
-    // stays linear.
-    if (mStorage && wanted > mStorage->capacity &&
-        wanted < mStorage->capacity + mStorage->capacity / 2)
-        wanted = mStorage->capacity + mStorage->capacity / 2;
-    StringStorage* storage = StringStorage::Create(size, wanted, Encoding());
-    CopyBytes(storage->Bytes(), CString(), size);
+    if (!IsWritable(capacity))
+        MoveTo(StringStorage::Create(length(), GrownCapacity(mStorage, capacity), Encoding()));
+}
+
+void string::MoveTo(StringStorage* storage)
+{
+    CopyBytes(storage->Bytes(), CString(), length());
     if (mStorage)
         mStorage->Release();
     mStorage = storage;

@@ -154,8 +154,15 @@ public:
     }
 
 private:
-    // Makes the storage unshared with room for at least capacity bytes; keeps text and tag.
+    // Whether the storage is unshared and has room for capacity bytes.
+    [[nodiscard]] bool IsWritable(size_t capacity) const
+    {
+        return mStorage && mStorage->references == 1 && mStorage->capacity >= capacity;
+    }
+    // Makes it so; text and tag stay.
     void Unshare(size_t capacity);
+    // Copies the text to storage, which has room for it, and keeps it there.
+    void MoveTo(StringStorage* storage);
 
     StringStorage* mStorage = nullptr;
 };

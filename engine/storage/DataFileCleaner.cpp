@@ -18,4 +18,4 @@ DataFileCleaner::~DataFileCleaner()
         unlink(path.CString());
 }
 
-}  // namespace vela
+}   // namespace vela

@@ -6,8 +6,8 @@
 
 namespace vela {
 
-// DataFileCleaner owns a DataFile and deletes it when it is destroyed. A temporary file goes from disk with it; any other
-// file is closed and stays.
+// DataFileCleaner owns a DataFile and deletes it when it is destroyed. A temporary file goes from
+// disk with it; any other file is closed and stays.
 class DataFileCleaner {
 public:
     // file may be null.
@@ -22,4 +22,4 @@ private:
     std::unique_ptr<DataFile> mFile;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -18,11 +18,12 @@ template <class Call>
 auto Uninterrupted(Call call)
 {
     auto result = call();
-    while (result == -1 && errno == EINTR) result = call();
+    while (result == -1 && errno == EINTR)
+        result = call();
     return result;
 }
 
-}  // namespace
+}   // namespace
 
 bool FileDescriptor::Open(const string& path, int flags)
 {
@@ -31,7 +32,8 @@ bool FileDescriptor::Open(const string& path, int flags)
         errno = EINVAL;
         return false;
     }
-    mDescriptor = Uninterrupted([&] { return open(path.CString(), flags | O_CLOEXEC, kNewFileRights); });
+    mDescriptor =
+        Uninterrupted([&] { return open(path.CString(), flags | O_CLOEXEC, kNewFileRights); });
     return IsOpen();
 }
 
@@ -95,9 +97,10 @@ bool FileDescriptor::Allocate(int64_t offset, int64_t length) const
 {
     if (length <= 0)
         return true;
-    if (Uninterrupted([&] { return fallocate(mDescriptor, FALLOC_FL_KEEP_SIZE, offset, length); }) == 0)
+    if (Uninterrupted(
+            [&] { return fallocate(mDescriptor, FALLOC_FL_KEEP_SIZE, offset, length); }) == 0)
         return true;
     return errno == EOPNOTSUPP || errno == ENOSYS || errno == EINVAL;
 }
 
-}  // namespace vela
+}   // namespace vela

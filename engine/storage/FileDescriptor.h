@@ -9,8 +9,9 @@
 
 namespace vela {
 
-// FileDescriptor owns a descriptor of the operating system, or none, and calls the system with it: interrupted calls are
-// made again, offsets are 64 bits wide. What fails leaves its reason in errno.
+// FileDescriptor owns a descriptor of the operating system, or none, and calls the system with it:
+// interrupted calls are made again, offsets are 64 bits wide. What fails leaves its reason in
+// errno.
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -21,8 +22,8 @@ public:
 
     [[nodiscard]] bool IsOpen() const { return mDescriptor >= 0; }
     [[nodiscard]] int Get() const { return mDescriptor; }
-    // Closes what was open. False when the path holds a NUL or the system refuses. flags are those of open(); a new file
-    // gets the rights that the process's mask leaves.
+    // Closes what was open. False when the path holds a NUL or the system refuses. flags are those
+    // of open(); a new file gets the rights that the process's mask leaves.
     [[nodiscard]] bool Open(const string& path, int flags);
     // Closes what was open and takes another descriptor; -1 for none.
     void Reset(int descriptor);
@@ -31,7 +32,8 @@ public:
     // False when the system reports a failure that came late. The descriptor is gone either way.
     bool Close();
 
-    // As pread and pwrite: bytes done, which may be fewer than asked for, 0 at the end of the file, -1 on failure.
+    // As pread and pwrite: bytes done, which may be fewer than asked for, 0 at the end of the file,
+    // -1 on failure.
     [[nodiscard]] ssize_t ReadAt(int64_t offset, void* buffer, size_t count) const;
     [[nodiscard]] ssize_t WriteAt(int64_t offset, const void* buffer, size_t count) const;
     // The same at the descriptor's own position, which moves on.
@@ -42,11 +44,12 @@ public:
     [[nodiscard]] bool SetLength(int64_t length) const;
     // What was written so far, and the length, are on the device.
     [[nodiscard]] bool Synchronise() const;
-    // Room on the device for length bytes from offset; the file's length stays. True, too, where the file system can't say.
+    // Room on the device for length bytes from offset; the file's length stays. True, too, where
+    // the file system can't say.
     [[nodiscard]] bool Allocate(int64_t offset, int64_t length) const;
 
 private:
     int mDescriptor = -1;
 };
 
-}  // namespace vela
+}   // namespace vela

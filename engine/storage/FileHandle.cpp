@@ -39,7 +39,8 @@ bool FileHandle::WriteData(const void* buffer, int count)
     int done = 0;
     while (done < count) {
         errno = EIO;   // of a write that takes nothing and gives no reason
-        const ssize_t result = mFile.Write(static_cast<const char*>(buffer) + done, static_cast<size_t>(count - done));
+        const ssize_t result =
+            mFile.Write(static_cast<const char*>(buffer) + done, static_cast<size_t>(count - done));
         if (!Note(result > 0))
             return false;
         done += static_cast<int>(result);
@@ -97,4 +98,4 @@ bool FileHandle::Note(bool ok)
     return ok;
 }
 
-}  // namespace vela
+}   // namespace vela

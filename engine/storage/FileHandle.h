@@ -5,9 +5,9 @@
 
 namespace vela {
 
-// FileHandle is a stream over a POSIX file descriptor, unbuffered: its position is the descriptor's own, so that the
-// descriptor can be handed in and out at any time. It owns the descriptor. While it has none, every operation fails and
-// the length is 0.
+// FileHandle is a stream over a POSIX file descriptor, unbuffered: its position is the descriptor's
+// own, so that the descriptor can be handed in and out at any time. It owns the descriptor. While
+// it has none, every operation fails and the length is 0.
 class FileHandle final : public RandomAccessMechanism {
 public:
     // flags are those of open(), such as O_RDWR | O_CREAT. Closes what was open.
@@ -37,4 +37,4 @@ private:
     int mErrorNumber = 0;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -107,4 +107,4 @@ bool FilePtr::Note(bool ok)
     return ok;
 }
 
-}  // namespace vela
+}   // namespace vela

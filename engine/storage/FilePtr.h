@@ -6,14 +6,15 @@
 
 namespace vela {
 
-// FilePtr is a stream over a FILE of the C library, with that library's buffering. It owns the FILE. While it has none,
-// every operation fails and the length is 0.
+// FilePtr is a stream over a FILE of the C library, with that library's buffering. It owns the
+// FILE. While it has none, every operation fails and the length is 0.
 class FilePtr final : public RandomAccessMechanism {
 public:
     FilePtr() = default;
     ~FilePtr() override { Close(); }
 
-    // mode as for fopen: "r" reads, "r+" reads and writes, "w+" makes an empty file first. Closes what was open.
+    // mode as for fopen: "r" reads, "r+" reads and writes, "w+" makes an empty file first. Closes
+    // what was open.
     [[nodiscard]] bool Open(const string& path, const char* mode);
 
     bool ReadData(void* buffer, int count, int* bytesRead) override;
@@ -39,4 +40,4 @@ private:
     int mErrorNumber = 0;
 };
 
-}  // namespace vela
+}   // namespace vela

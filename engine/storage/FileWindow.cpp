@@ -70,7 +70,8 @@ void FileWindow::Free()
 bool FileWindow::Grow(size_t size)
 {
     size_t capacity = mCapacity < kSmallestSize ? kSmallestSize : 2 * mCapacity;
-    while (capacity < size) capacity *= 2;
+    while (capacity < size)
+        capacity *= 2;
     std::unique_ptr<char[]> bytes(new (std::nothrow) char[capacity]);
     if (!bytes)
         return false;
@@ -81,4 +82,4 @@ bool FileWindow::Grow(size_t size)
     return true;
 }
 
-}  // namespace vela
+}   // namespace vela

@@ -8,11 +8,12 @@
 
 namespace vela {
 
-// FileWindow is the buffer of a file: an unbroken run of its bytes in memory, of which one part may be newer than the file.
-// It calls no system; its owner fills it and writes it out.
+// FileWindow is the buffer of a file: an unbroken run of its bytes in memory, of which one part may
+// be newer than the file. It calls no system; its owner fills it and writes it out.
 //
-// Positions are bytes from the start of the file. "Unwritten" are the bytes from the first to the last one placed here
-// that the owner hasn't reported as written; bytes between two placed ones count, as they are what the file holds.
+// Positions are bytes from the start of the file. "Unwritten" are the bytes from the first to the
+// last one placed here that the owner hasn't reported as written; bytes between two placed ones
+// count, as they are what the file holds.
 class FileWindow {
 public:
     static constexpr size_t kLargestSize = 256 * 1024;
@@ -24,26 +25,31 @@ public:
     // The count bytes from position; null when they aren't all here. Good until the window changes.
     [[nodiscard]] const char* Find(int64_t position, size_t count) const
     {
-        const uint64_t offset = static_cast<uint64_t>(position - mStart);   // huge for one before the start
+        const uint64_t offset =
+            static_cast<uint64_t>(position - mStart);   // huge for one before the start
         return offset <= mSize && count <= mSize - offset ? mBytes.get() + offset : nullptr;
     }
     // Copies as many of the count bytes from position as are here; says how many.
     size_t CopyOut(int64_t position, char* to, size_t count) const;
 
-    // Room for count bytes that the caller writes at position, which count as unwritten from now on. The window grows for
-    // them. Null when they don't touch it, when they would make it larger than kLargestSize or lie far from the other
-    // unwritten bytes, and when memory is short.
+    // Room for count bytes that the caller writes at position, which count as unwritten from now
+    // on. The window grows for them. Null when they don't touch it, when they would make it larger
+    // than kLargestSize or lie far from the other unwritten bytes, and when memory is short.
     [[nodiscard]] char* Place(int64_t position, size_t count)
     {
         const uint64_t offset = static_cast<uint64_t>(position - mStart);
         if (offset > mSize || count > kLargestSize - offset)
             return nullptr;
         const size_t begin = static_cast<size_t>(offset);
-        return begin + count <= mCapacity || Grow(begin + count) ? Mark(begin, begin + count) : nullptr;
+        return begin + count <= mCapacity || Grow(begin + count) ? Mark(begin, begin + count)
+                                                                 : nullptr;
     }
 
     [[nodiscard]] bool HasUnwritten() const { return mUnwrittenBegin < mUnwrittenEnd; }
-    [[nodiscard]] int64_t UnwrittenStart() const { return mStart + static_cast<int64_t>(mUnwrittenBegin); }
+    [[nodiscard]] int64_t UnwrittenStart() const
+    {
+        return mStart + static_cast<int64_t>(mUnwrittenBegin);
+    }
     [[nodiscard]] std::string_view Unwritten() const
     {
         return {mBytes.get() + mUnwrittenBegin, mUnwrittenEnd - mUnwrittenBegin};
@@ -58,8 +64,8 @@ public:
     // Forgets the bytes from position on, unwritten ones too.
     void CutFrom(int64_t position);
 
-    // Room for up to count bytes of the file behind those that are here; null when that makes the window too large or
-    // memory is short. Added says how many came.
+    // Room for up to count bytes of the file behind those that are here; null when that makes the
+    // window too large or memory is short. Added says how many came.
     [[nodiscard]] char* RoomAtEnd(size_t count);
     void Added(size_t count) { mSize += count; }
 
@@ -99,4 +105,4 @@ private:
     size_t mUnwrittenEnd = 0;
 };
 
-}  // namespace vela
+}   // namespace vela

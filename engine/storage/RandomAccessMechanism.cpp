@@ -35,7 +35,7 @@ uint64_t LoadNumber(const unsigned char* bytes, int size, bool bigEndian)
     return number;
 }
 
-}  // namespace
+}   // namespace
 
 bool RandomAccessMechanism::FlushToDisk()
 {
@@ -153,7 +153,8 @@ bool RandomAccessMechanism::ReadEncodedInt(int& value)
     if (magnitude > UINT32_MAX)
         return false;
     const uint32_t bits = static_cast<uint32_t>(magnitude);
-    value = static_cast<int>(isNegative ? 0u - bits : bits);   // of the most negative number, the negative is itself
+    value = static_cast<int>(
+        isNegative ? 0u - bits : bits);   // of the most negative number, the negative is itself
     return true;
 }
 
@@ -205,4 +206,4 @@ void RandomAccessMechanism::ApplyDecryption(void* buffer, int count)
     }
 }
 
-}  // namespace vela
+}   // namespace vela

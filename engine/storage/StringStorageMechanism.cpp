@@ -7,7 +7,7 @@ namespace {
 // No stream in memory grows beyond this many bytes, whatever a caller's arithmetic comes to.
 constexpr int64_t kLongest = static_cast<int64_t>(SIZE_MAX / 4);
 
-}  // namespace
+}   // namespace
 
 void StringStorageMechanism::Open(const string& storage)
 {
@@ -70,4 +70,4 @@ bool StringStorageMechanism::SetLength(int64_t length)
     return true;
 }
 
-}  // namespace vela
+}   // namespace vela

@@ -4,9 +4,9 @@
 
 namespace vela {
 
-// StringStorageMechanism is a stream over a string in memory. It shares the bytes of the string it was opened on and copies
-// them at the first write: the opener's string never changes, Storage() gives the result. While it is closed, every
-// operation fails and the length is 0.
+// StringStorageMechanism is a stream over a string in memory. It shares the bytes of the string it
+// was opened on and copies them at the first write: the opener's string never changes, Storage()
+// gives the result. While it is closed, every operation fails and the length is 0.
 class StringStorageMechanism final : public RandomAccessMechanism {
 public:
     // At position 0. Closes what was open.
@@ -30,4 +30,4 @@ private:
     bool mOpen = false;
 };
 
-}  // namespace vela
+}   // namespace vela

@@ -7,8 +7,9 @@
 
 namespace vela {
 
-// VelaFileAccess is the container that holds a database's files, by name. A name is one component of letters that the
-// container takes; a name that is empty, holds "/" or NUL, or is "." or ".." names no file: every operation refuses it.
+// VelaFileAccess is the container that holds a database's files, by name. A name is one component
+// of letters that the container takes; a name that is empty, holds "/" or NUL, or is "." or ".."
+// names no file: every operation refuses it.
 class VelaFileAccess {
 public:
     VelaFileAccess() = default;
@@ -16,14 +17,17 @@ public:
     VelaFileAccess& operator=(const VelaFileAccess&) = delete;
     virtual ~VelaFileAccess() = default;
 
-    // Whether the container is there and usable. When it is not, ErrorText says why and every operation refuses.
+    // Whether the container is there and usable. When it is not, ErrorText says why and every
+    // operation refuses.
     [[nodiscard]] virtual bool IsOpen() const = 0;
     [[nodiscard]] virtual bool IsReadOnly() const = 0;
-    // What went wrong in the last operation that failed, for people ("No space left on device"); never empty after one.
+    // What went wrong in the last operation that failed, for people ("No space left on device");
+    // never empty after one.
     [[nodiscard]] virtual string ErrorText() const = 0;
 
-    // The stream of a file, big-endian, at position 0; null when it is missing (unless create) or can't be opened. In a
-    // read-only container streams open for reading, and create is refused. The stream must not outlive the container.
+    // The stream of a file, big-endian, at position 0; null when it is missing (unless create) or
+    // can't be opened. In a read-only container streams open for reading, and create is refused.
+    // The stream must not outlive the container.
     [[nodiscard]] virtual std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name,
                                                                           bool create) = 0;
     // A new, empty file, also over an existing one. False when it can't be made.
@@ -33,8 +37,11 @@ public:
     // Gives a file another name, atomically, over an existing one of that name.
     virtual bool RenameFile(const string& from, const string& to) = 0;
     [[nodiscard]] virtual bool ContainsFile(const string& name) const = 0;
-    // Appends the names of the files that match, sorted by bytes. In pattern "*" stands for any run of characters, every
-    // other character for itself.
+    // The names that were made, given and deleted so far reach the device before this returns.
+    // False: some of them may not have. The base does nothing and returns true.
+    virtual bool FlushNames() { return true; }
+    // Appends the names of the files that match, sorted by bytes. In pattern "*" stands for any run
+    // of characters, every other character for itself.
     virtual void FindFiles(const string& pattern, SimpleVector<string>* names) const = 0;
 };
 

@@ -5,29 +5,44 @@
 
 namespace vela {
 
-// A database in a folder of the host file system, one ordinary file per name.
-class VelaFolderFileAccess : public VelaFileAccess {
+// A database in a folder of the host file system, one ordinary file per name. What else lies in the
+// folder under a name, such as a folder or a link, is no file of the database: it is not listed,
+// not opened, not replaced. The folder itself may be reached through links.
+class VelaFolderFileAccess final : public VelaFileAccess {
 public:
     enum class Mode { kReadOnly, kReadWrite, kCreate };
 
-    // kCreate makes the folder when it is missing (its parent must exist). Nothing else is created or opened here.
+    // kCreate makes the folder when it is missing (its parent must exist). Nothing else is created
+    // or opened here.
     VelaFolderFileAccess(const FileLocator& folder, Mode mode);
 
     [[nodiscard]] bool IsOpen() const override { return mOpen; }
     [[nodiscard]] bool IsReadOnly() const override { return mMode == Mode::kReadOnly; }
     [[nodiscard]] string ErrorText() const override { return mErrorText; }
-    [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name, bool create) override;
+    [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name,
+                                                                  bool create) override;
     bool CreateFile(const string& name) override;
     bool DeleteFile(const string& name) override;
     bool RenameFile(const string& from, const string& to) override;
     [[nodiscard]] bool ContainsFile(const string& name) const override;
+    bool FlushNames() override;
     void FindFiles(const string& pattern, SimpleVector<string>* names) const override;
 
 private:
+    enum class Kind { kMissing, kFile, kOther };
+
+    bool OpenFolder();
+    bool CheckName(const string& name) const;
+    bool CheckChange(const string& name) const;
+    [[nodiscard]] Kind KindOf(const string& name) const;
+    // Keep the reason of a failure, with the name of what failed in front. Return false.
+    bool FailWith(const string& name, const string& reason) const;
+    bool FailWith(const string& name, int errorNumber) const;
+
     FileLocator mFolder;
     Mode mMode;
     bool mOpen = false;
-    string mErrorText;
+    mutable string mErrorText;
 };
 
-}  // namespace vela
+}   // namespace vela
