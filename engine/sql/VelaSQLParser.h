@@ -23,7 +23,7 @@ class SQLUpdateNode;
 // parse takes is bounded by that, the time is linear in the length of the statement.
 class VelaSQLParser : public VelaSQLLexer {
 public:
-    static constexpr uint32_t kMaxNesting = 200;
+    static constexpr uint32_t kMaxNesting = 250;
 
     using VelaSQLLexer::VelaSQLLexer;
 

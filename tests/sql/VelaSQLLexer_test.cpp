@@ -1,0 +1,278 @@
+#include "engine/sql/VelaSQLLexer.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "tests/sql/SQLTestTexts.h"
+
+namespace vela {
+namespace {
+
+constexpr auto kNone = VelaSQLLexer::kTokenNone;
+constexpr auto kDelim = VelaSQLLexer::kTokenDelimiter;
+constexpr auto kWord = VelaSQLLexer::kTokenWord;
+constexpr auto kNumber = VelaSQLLexer::kTokenNumber;
+constexpr auto kString = VelaSQLLexer::kTokenString;
+
+struct Token {
+    VelaSQLLexer::TokenKind kind;
+    std::string text;
+
+    bool operator==(const Token& other) const = default;
+    friend std::ostream& operator<<(std::ostream& out, const Token& token)
+    {
+        return out << token.kind << ":" << testing::PrintToString(token.text);
+    }
+};
+
+// The tokens up to the end, or up to the first byte that starts none, which is included.
+std::vector<Token> Tokens(const string& statement, char escape = '\0',
+                          VelaSQLLexer::ErrorType* error = nullptr)
+{
+    VelaSQLLexer lexer(escape);
+    lexer.Start(statement);
+    std::vector<Token> tokens;
+    for (lexer.GetToken(); !lexer.IsEnd(); lexer.GetToken()) {
+        tokens.push_back({lexer.Kind(), std::string(lexer.TokenView())});
+        if (lexer.Kind() == kNone)
+            break;
+    }
+    if (error)
+        *error = lexer.LastError();
+    return tokens;
+}
+
+TEST(VelaSQLLexer, SplitsStatementsIntoTokens)
+{
+    const struct {
+        const char* text;
+        std::vector<Token> tokens;
+        const char* why;
+    } cases[] = {
+        {"", {}, "empty"},
+        {" \t\r\n\x01\x1F ", {}, "all bytes from 1 to 32 are blanks between tokens"},
+        {"a b", {{kWord, "a"}, {kWord, "b"}}, "words"},
+        {"_x #y", {{kWord, "_x"}, {kWord, "#y"}}, "the two other word starts"},
+        {"a1.b2", {{kWord, "a1.b2"}}, "a point does not end a word"},
+        {"a\nb", {{kWord, "a\nb"}}, "nor does a line feed"},
+        {"a\vb\fc", {{kWord, "a\vb\fc"}}, "nor any other control byte but tab and return"},
+        {"a\tb\rc", {{kWord, "a"}, {kWord, "b"}, {kWord, "c"}}, "tab and return do"},
+        {"1\n2", {{kNumber, "1\n2"}}, "numbers run on over line feeds too"},
+        {"a'b\"c!\xC3\xA9", {{kWord, "a'b\"c!\xC3\xA9"}}, "all but delimiters belong to a word"},
+        {"T.*", {{kWord, "T.*"}}, "a star after a point belongs to the word"},
+        {"T.*x", {{kWord, "T.*"}, {kWord, "x"}}, "and ends it"},
+        {"T*", {{kWord, "T"}, {kDelim, "*"}}, "without the point it does not"},
+        {"T.*.*", {{kWord, "T.*"}, {kNone, ""}}, "what follows starts anew"},
+        {"<= <> >= < > = =>",
+         {{kDelim, "<="},
+          {kDelim, "<>"},
+          {kDelim, ">="},
+          {kDelim, "<"},
+          {kDelim, ">"},
+          {kDelim, "="},
+          {kDelim, "="},
+          {kDelim, ">"}},
+         "the three pairs, and no other"},
+        {"<=>=><",
+         {{kDelim, "<="}, {kDelim, ">="}, {kDelim, ">"}, {kDelim, "<"}},
+         "pairs are taken from the left; >< is none"},
+        {"%()*+,-/\\^",
+         {{kDelim, "%"},
+          {kDelim, "("},
+          {kDelim, ")"},
+          {kDelim, "*"},
+          {kDelim, "+"},
+          {kDelim, ","},
+          {kDelim, "-"},
+          {kDelim, "/"},
+          {kDelim, "\\"},
+          {kDelim, "^"}},
+         "the other delimiters"},
+        {"a!=1", {{kWord, "a!"}, {kDelim, "="}, {kNumber, "1"}}, "!= is no operator"},
+        {"1.5 12abc 1.2.3",
+         {{kNumber, "1.5"}, {kNumber, "12abc"}, {kNumber, "1.2.3"}},
+         "a number holds anything up to a delimiter"},
+        {"1e-5 1e+5 1e5", {{kNumber, "1e-5"}, {kNumber, "1e+5"}, {kNumber, "1e5"}}, "exponents"},
+        {"1E-5",
+         {{kNumber, "1E"}, {kDelim, "-"}, {kNumber, "5"}},
+         "an upper-case E takes nothing along"},
+        {"1e,2", {{kNumber, "1e,2"}}, "whatever follows the e"},
+        {"1e;2", {{kNumber, "1e;2"}}, "even what would end the statement"},
+        {"1ee-2", {{kNumber, "1ee"}, {kDelim, "-"}, {kNumber, "2"}}, "an e may be what is taken"},
+        {"1eee-2", {{kNumber, "1eee-2"}}, "the third e is looked at again"},
+        {"1e", {{kNumber, "1e"}}, "never past the end"},
+        {"a;b", {{kWord, "a"}}, "nothing is read after a semicolon"},
+        {";a", {}, "nor after a leading one"},
+        {".5", {{kNone, ""}}, "a point starts no token"},
+        {"!", {{kNone, ""}}, "nor does this"},
+        {"\x7F", {{kNone, ""}}, "nor this"},
+        {"\x80", {{kNone, ""}}, "nor a byte past ASCII"},
+        {"'a' N'b' ''", {{kString, "'a'"}, {kString, "'b'"}, {kString, "''"}}, "literals"},
+        {"'it''s'", {{kString, "'it''s'"}}, "a doubled quote is kept"},
+        {"''''", {{kString, "''''"}}, "a literal of one quote"},
+        {"'a;b'", {{kString, "'a;b'"}}, "a semicolon inside is text"},
+        {"'a\nb'", {{kString, "'a\nb'"}}, "so is a line feed"},
+        {"n'b'", {{kWord, "n'b'"}}, "only an upper-case N makes a national literal"},
+        {"N 'b'", {{kWord, "N"}, {kString, "'b'"}}, "and only right before the quote"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.tokens, Tokens(Sql(c.text))) << c.text << ": " << c.why;
+}
+
+TEST(VelaSQLLexer, TellsEveryDelimiterFromEveryOtherByte)
+{
+    const std::string delimiters = "\t\r %()*+,-/;<=>\\^";
+    for (int byte = 1; byte < 256; byte++) {
+        const std::string statement = std::string("a") + static_cast<char>(byte) + "b";
+        const bool ends = delimiters.find(static_cast<char>(byte)) != std::string::npos;
+        EXPECT_EQ(ends ? "a" : statement, Tokens(Sql(statement))[0].text) << "byte " << byte;
+    }
+}
+
+TEST(VelaSQLLexer, SaysWhichLiteralsAreWrong)
+{
+    const struct {
+        const char* text;
+        char escape;
+        const char* token;
+        bool isWrong;
+        const char* why;
+    } cases[] = {
+        {"'a'", 0, "'a'", false, "closed at the end of the statement"},
+        {"'a')", 0, "'a'", false, "a delimiter may follow"},
+        {"'a';", 0, "'a'", false, "so may a semicolon"},
+        {"'a", 0, "'a", true, "not closed"},
+        {"'", 0, "'", true, "nothing but an opening quote"},
+        {"'a''", 0, "'a''", true, "the last quote is a doubled one"},
+        {"'a'x", 0, "'a'", true, "a word follows at once"},
+        {"'a'.", 0, "'a'", true, "a point follows at once"},
+        {"'a'\n", 0, "'a'", true, "a line feed is no delimiter"},
+        {"'a\\'", 0, "'a\\'", false, "no escape is set"},
+        {"'a\\'", '\\', "'a\\'", true, "the escape takes the closing quote"},
+        {"'a\\''", '\\', "'a\\''", false, "and leaves the next one"},
+        {"'a\\\\'", '\\', "'a\\\\'", false, "an escaped escape leaves it too"},
+        {"'\\'''", '\\', "'\\'''", true, "escaped quote, then a doubled one"},
+        {"'\\''''", '\\', "'\\''''", false, "escaped quote, doubled quote, closing quote"},
+        {"'a\\", '\\', "'a\\", true, "nothing is read past an escape at the end"},
+        {"'aaa'", 'a', "'aaa'", true, "a letter as escape takes the closing quote along"},
+        {"'aa'", 'a', "'aa'", false, "a letter that escapes itself"},
+        {"'a'", '\'', "'a'", true, "with the quote as escape no literal can end"},
+        {"N'a", 0, "'a", true, "a national literal that is not closed"},
+    };
+    for (const auto& c : cases) {
+        VelaSQLLexer lexer(c.escape);
+        lexer.Start(Sql(c.text));
+        lexer.GetToken();
+        EXPECT_EQ(kString, lexer.Kind()) << c.text << ": " << c.why;
+        EXPECT_EQ(c.token, lexer.TokenView()) << c.text << ": " << c.why;
+        EXPECT_EQ(c.isWrong ? VelaSQLLexer::kErrSyntax : VelaSQLLexer::kNoError, lexer.LastError())
+            << c.text << ": " << c.why;
+    }
+}
+
+TEST(VelaSQLLexer, EndIsAnsweredForEverAndKeepsTheLastText)
+{
+    for (const char* text : {"abc", "abc  ", "abc ; def"}) {
+        VelaSQLLexer lexer('\0');
+        lexer.Start(Sql(text));
+        lexer.GetToken();
+        for (int i = 0; i < 3; i++) {
+            lexer.GetToken();
+            EXPECT_TRUE(lexer.IsEnd()) << text;
+            EXPECT_EQ("abc", lexer.TokenView()) << text;
+            EXPECT_FALSE(lexer.IsWord("ABC")) << text << ": the end is no word, whatever its text";
+        }
+    }
+}
+
+TEST(VelaSQLLexer, ByteThatStartsNoTokenIsNotPassed)
+{
+    VelaSQLLexer lexer('\0');
+    lexer.Start(Sql("a ? b"));
+    lexer.GetToken();
+    for (int i = 0; i < 3; i++) {
+        lexer.GetToken();
+        EXPECT_EQ(kNone, lexer.Kind());
+        EXPECT_EQ("", lexer.TokenView());
+    }
+    EXPECT_EQ(VelaSQLLexer::kNoError, lexer.LastError());
+}
+
+TEST(VelaSQLLexer, DoubleQuoteIsASyntaxErrorAndEndsTheStatement)
+{
+    VelaSQLLexer lexer('\0');
+    lexer.Start(Sql("abc  \"def\""));
+    lexer.GetToken();
+    lexer.GetToken();
+    EXPECT_TRUE(lexer.IsEnd());
+    EXPECT_EQ(VelaSQLLexer::kErrSyntax, lexer.LastError());
+    EXPECT_EQ(5u, lexer.ErrorOffset());
+}
+
+TEST(VelaSQLLexer, PutbackReadsTheTokenAgain)
+{
+    for (const char* text : {"abc def", "12 def", "'a''b' def", "N'ab' def", "<= def"}) {
+        VelaSQLLexer lexer('\0');
+        lexer.Start(Sql(text));
+        lexer.GetToken();
+        const std::string first(lexer.TokenView());
+        lexer.putback();
+        lexer.GetToken();
+        EXPECT_EQ(first, lexer.TokenView()) << text;
+        lexer.GetToken();
+        EXPECT_EQ("def", lexer.TokenView()) << text;
+        lexer.GetToken();
+        lexer.putback();
+        lexer.GetToken();
+        EXPECT_TRUE(lexer.IsEnd()) << text << ": putting the end back changes nothing";
+    }
+}
+
+TEST(VelaSQLLexer, TextsHaveTheEncodingOfTheStatement)
+{
+    for (const TextEncoding encoding : {kEncodingUTF8, kEncodingLatin1, kEncodingASCII}) {
+        VelaSQLLexer lexer('\0');
+        lexer.Start(string("abc", encoding));
+        lexer.GetToken();
+        EXPECT_EQ(encoding, lexer.TokenText().Encoding());
+    }
+}
+
+TEST(VelaSQLLexer, NulEndsTheStatement)
+{
+    EXPECT_EQ((std::vector<Token>{{kWord, "ab"}}), Tokens(Sql(std::string_view("ab\0cd", 5))));
+    EXPECT_EQ((std::vector<Token>{{kNumber, "1e"}}), Tokens(Sql(std::string_view("1e\0+2", 5))));
+    VelaSQLLexer::ErrorType error = VelaSQLLexer::kNoError;
+    (void)Tokens(Sql(std::string_view("'a\0b'", 5)), '\0', &error);
+    EXPECT_EQ(VelaSQLLexer::kErrSyntax, error) << "a literal does not go on behind it";
+    (void)Tokens(Sql(std::string_view("'a\\\0b'", 6)), '\\', &error);
+    EXPECT_EQ(VelaSQLLexer::kErrSyntax, error) << "not even when it is escaped";
+}
+
+class Listener : public VelaSQLErrorListener {
+public:
+    void HandleError(VelaSQLLexer::ErrorType kind) override { mKinds.push_back(kind); }
+    std::vector<VelaSQLLexer::ErrorType> mKinds;
+};
+
+TEST(VelaSQLLexer, FirstErrorIsKeptAndTheListenerHearsAll)
+{
+    Listener listener;
+    VelaSQLLexer lexer('\0', &listener);
+    lexer.Start(Sql("abc def"));
+    lexer.GetToken();
+    lexer.GetToken();
+    lexer.serror(VelaSQLLexer::kErrFromExpected);
+    lexer.GetToken();
+    lexer.serror(VelaSQLLexer::kErrSyntax);
+    EXPECT_EQ(VelaSQLLexer::kErrFromExpected, lexer.LastError());
+    EXPECT_EQ(4u, lexer.ErrorOffset());
+    EXPECT_EQ((std::vector{VelaSQLLexer::kErrFromExpected, VelaSQLLexer::kErrSyntax}),
+              listener.mKinds);
+    lexer.Start(Sql("abc"));
+    EXPECT_EQ(VelaSQLLexer::kNoError, lexer.LastError()) << "a new statement starts without one";
+}
+
+}   // namespace
+}   // namespace vela
