@@ -53,6 +53,7 @@ TEST(VelaSQLParser, PrintsCanonicalText)
         {"SELECT NOT a=1, NOT (a=1 AND b), not a", "SELECT (a=1), ((a=1) AND b), a"},
         {"SELECT a OR NOT b AND NOT c", "SELECT (a OR (b AND c))"},
         {"SELECT -NOT", "SELECT -(NOT)"},
+        {"SELECT a OR OR b", "SELECT (a OR OR) AS b"},   // no word is reserved
         // LIKE.
         {"SELECT foo FROM MYTABLE WHERE bar Not LIKE '%dat'",
          "SELECT foo FROM MYTABLE WHERE bar NOT LIKE '%dat'"},
@@ -229,12 +230,12 @@ TEST(VelaSQLParser, KeywordIsExpected)
         {"SELECT a FROM t @!", kError},
         {"SELECT a FROM t WHERE b = 1 @c", kError},
         {"SELECT a FROM t WHERE b = 1 @= 2", kError},
-        {"SELECT a FROM t WHERE b @< > 1", VelaSQLParser::kErrSyntax},
+        {"SELECT a FROM t WHERE b < @> 1", VelaSQLParser::kErrSyntax},
         {"SELECT a FROM t WHERE b @IS NULL", kError},
         {"SELECT a FROM t WHERE b @BETWEEN 1 AND 2", kError},
         {"SELECT a FROM t WHERE b @NOT IN (1)", kError},
         {"SELECT a FROM t WHERE b @NOT", kError},
-        {"SELECT a FROM t WHERE NOT @NOT b", kError},
+        {"SELECT a FROM t WHERE NOT NOT @b", kError},
         {"SELECT a FROM t GROUP @a", kError},
         {"SELECT a FROM t GROUP BY a @b", kError},
         {"SELECT a FROM t GROUP BY a @WHERE b", kError},
@@ -242,7 +243,7 @@ TEST(VelaSQLParser, KeywordIsExpected)
         {"SELECT a FROM t ORDER BY a DESC @ASC", kError},
         {"SELECT a FROM t ORDER BY a @HAVING b", kError},
         {"SELECT a FROM t WHERE b @WHERE c", kError},
-        {"SELECT a FROM t @UNION SELECT b FROM u WHERE c", kError},
+        {"SELECT a FROM t UNION @SELECT b FROM u WHERE c", kError},
         {"SELECT a FROM t x @JOIN u", kError},
         {"INSERT INTO t VALUES (1) @(2)", kError},
         {"INSERT INTO t VALUES (1) @, (2)", kError},
@@ -315,7 +316,7 @@ TEST(VelaSQLParser, NamesAreExpected)
         {"SELECT a AS @'b' FROM t", VelaSQLParser::kErrRangeVarExpected},
         {"SELECT a @'b' FROM t", VelaSQLParser::kErrRangeVarExpected},
         {"SELECT a @) FROM t", VelaSQLParser::kErrRangeVarExpected},
-        {"SELECT a @= FROM t", VelaSQLParser::kErrSyntax},
+        {"SELECT a = @FROM t", VelaSQLParser::kErrSyntax},
         {"SELECT 1 @2", VelaSQLParser::kErrRangeVarExpected},
         {"SELECT a = b @= c", VelaSQLParser::kErrRangeVarExpected},
         {"CREATE INDEX @", VelaSQLParser::kErrIndexNameExpected},
@@ -420,7 +421,6 @@ TEST(VelaSQLParser, ExpressionsAreRefused)
         {"SELECT @\x80", VelaSQLParser::kErrSyntax},
         {"SELECT (@)", VelaSQLParser::kErrSyntax},
         {"SELECT a AND @", VelaSQLParser::kErrSyntax},
-        {"SELECT a OR @OR b", VelaSQLParser::kErrFromExpected},
         {"SELECT NOT @", VelaSQLParser::kErrSyntax},
         {"SELECT a LIKE @", VelaSQLParser::kErrSyntax},
         {"SELECT a LIKE b ESCAPE @", VelaSQLParser::kErrSyntax},
@@ -434,7 +434,7 @@ TEST(VelaSQLParser, ExpressionsAreRefused)
         {"SELECT COUNT(@)", VelaSQLParser::kErrSyntax},
         {"SELECT COUNT(DISTINCT @)", VelaSQLParser::kErrSyntax},
         {"SELECT TRIM(@)", VelaSQLParser::kErrSyntax},
-        {"SELECT SUBSTRING('a' FROM @FOR 2)", VelaSQLParser::kErrUnbalancedParens},
+        {"SELECT SUBSTRING('a' FROM FOR @2)", VelaSQLParser::kErrKeywordExpected},
         {"UPDATE t SET a=@/", VelaSQLParser::kErrSyntax},
         {"SELECT a FROM t WHERE @", VelaSQLParser::kErrSyntax},
         {"SELECT a FROM t HAVING @", VelaSQLParser::kErrSyntax},
@@ -490,7 +490,7 @@ TEST(VelaSQLParser, FirstErrorWinsOverLaterOnes)
 TEST(VelaSQLParser, EscapeCharacterRulesLiteralsAndAliases)
 {
     ExpectErrors({{"SELECT @'a^'", VelaSQLParser::kErrSyntax}}, '^');
-    EXPECT_EQ("SELECT 'a^'''", Canonical("SELECT 'a^'''", '^')) << "escapes are kept in the text";
+    EXPECT_EQ("SELECT 'a^''", Canonical("SELECT 'a^''", '^')) << "escapes are kept in the text";
     EXPECT_EQ("SELECT a AS bc", Canonical("SELECT a AS b!c", '!')) << "and undone in an alias";
     EXPECT_EQ("SELECT a AS b'c", Canonical("SELECT a AS b''c")) << "as are doubled quotes";
     EXPECT_EQ("SELECT a AS b!c", Canonical("SELECT a AS b!c"));
