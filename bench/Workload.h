@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "bench/Stage.h"
+#include "bench/Stopwatch.h"
+
+namespace vela::bench {
+
+// Does one run of a workload, with the watch running during the part that counts, and returns what
+// came out of it, which must be the same for every engine and every run.
+using WorkloadRun = Answer (*)(Stage& stage, Stopwatch& watch);
+
+// Workload is one line of the table.
+struct Workload {
+    const char* name;
+    const char* sql;   // a SELECT to be run on the reading database; null: run says what to do
+    RowOrder order = RowOrder::kAny;
+    WorkloadRun run = nullptr;
+    WorkloadRun runPrepared = nullptr;   // with SQLite's prepared statements; may be null
+    uint32_t operations = 1;             // in one run: times are given for one of them
+};
+
+// In the order of the table.
+[[nodiscard]] const std::vector<Workload>& Workloads();
+
+[[nodiscard]] Answer RunWorkload(const Workload& workload, Stage& stage, Stopwatch& watch);
+
+}   // namespace vela::bench
