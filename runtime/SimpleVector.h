@@ -20,14 +20,23 @@ public:
     SimpleVector() = default;
     SimpleVector(std::initializer_list<T> items) : mItems(items) {}
 
+    // item may be an element of this list.
     void push_back(const T& item)
     {
-        GrowForOneMore();
+        if (mItems.size() == mItems.capacity()) {
+            push_back(T(item));
+            return;
+        }
         mItems.push_back(item);
     }
     void push_back(T&& item)
     {
-        GrowForOneMore();
+        if (mItems.size() == mItems.capacity()) {
+            T kept(std::move(item));
+            GrowForOneMore();
+            mItems.push_back(std::move(kept));
+            return;
+        }
         mItems.push_back(std::move(item));
     }
     // New elements are value-initialised: numbers 0, pointers null.
@@ -61,8 +70,6 @@ private:
 
     void GrowForOneMore()
     {
-        if (mItems.size() < mItems.capacity())
-            return;
         const size_t step = mItems.size() / 2 > kGrowth ? mItems.size() / 2 : kGrowth;
         mItems.reserve(mItems.size() + step);
     }

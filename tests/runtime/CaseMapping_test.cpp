@@ -1,0 +1,116 @@
+#include "runtime/CaseMapping.h"
+
+#include <gtest/gtest.h>
+#include <locale.h>
+
+#include <string>
+
+namespace vela {
+namespace {
+
+std::string Mapped(std::string_view text, TextEncoding encoding, LetterCase letterCase)
+{
+    const string result = MapCase(string(text, encoding), letterCase);
+    EXPECT_EQ(encoding, result.Encoding());
+    return std::string(result.View());
+}
+
+TEST(CaseMapping, UTF8LettersMapOneCodePointToOne)
+{
+    struct {
+        const char* text;
+        const char* lower;
+        const char* upper;
+        const char* why;
+    } cases[] = {
+        {"", "", "", "nothing"},
+        {"Az09 [`{@", "az09 [`{@", "AZ09 [`{@", "ASCII and its neighbours"},
+        {"\xC3\x84\xC3\xA4", "\xC3\xA4\xC3\xA4", "\xC3\x84\xC3\x84", "a with diaeresis"},
+        {"stra\xC3\x9F"
+         "e",
+         "stra\xC3\x9F"
+         "e",
+         "STRA\xC3\x9F"
+         "E",
+         "sharp s has no upper case of one code point"},
+        {"\xD0\xAF\xD1\x8F", "\xD1\x8F\xD1\x8F", "\xD0\xAF\xD0\xAF", "Cyrillic ya"},
+        {"\xCE\xA3\xCF\x83\xCF\x82", "\xCF\x83\xCF\x83\xCF\x82", "\xCE\xA3\xCE\xA3\xCE\xA3",
+         "sigma and final sigma"},
+        {"\xC5\xBF", "\xC5\xBF", "S", "long s: shorter in upper case"},
+        {"\xE2\x84\xAA", "k", "\xE2\x84\xAA", "Kelvin sign: shorter in lower case"},
+        {"\xC8\xBA", "\xE2\xB1\xA5", "\xC8\xBA", "A with stroke: longer in lower case"},
+        {"\xC3\xBF", "\xC3\xBF", "\xC5\xB8", "y with diaeresis"},
+        {"\xF0\x90\x90\x80\xF0\x90\x90\xA8", "\xF0\x90\x90\xA8\xF0\x90\x90\xA8",
+         "\xF0\x90\x90\x80\xF0\x90\x90\x80", "Deseret, four bytes"},
+        {"\xE6\xBC\xA2\xF0\x9F\x98\x80", "\xE6\xBC\xA2\xF0\x9F\x98\x80",
+         "\xE6\xBC\xA2\xF0\x9F\x98\x80", "no letters with case"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.lower, Mapped(c.text, kEncodingUTF8, LetterCase::kLower)) << c.why;
+        EXPECT_EQ(c.upper, Mapped(c.text, kEncodingUTF8, LetterCase::kUpper)) << c.why;
+    }
+}
+
+TEST(CaseMapping, MalformedUTF8PassesThroughAndTheRestIsMapped)
+{
+    struct {
+        const char* text;
+        const char* upper;
+        const char* why;
+    } cases[] = {
+        {"a\xFFz", "A\xFFZ", "a byte that starts nothing"},
+        {"a\x80z", "A\x80Z", "a continuation on its own"},
+        {"a\xC3z", "A\xC3Z", "the second byte is missing"},
+        {"z\xC3", "Z\xC3", "cut at the end"},
+        {"z\xE2\x84", "Z\xE2\x84", "three bytes cut to two"},
+        {"z\xF0\x90\x90", "Z\xF0\x90\x90", "four bytes cut to three"},
+        {"\xC1\xA1z", "\xC1\xA1Z", "an over-long a stays one"},
+        {"\xED\xA0\x80z", "\xED\xA0\x80Z", "a surrogate"},
+        {"\xF4\x90\x80\x80z", "\xF4\x90\x80\x80Z", "above the last code point"},
+        {"\xC3\xC3\xA4", "\xC3\xC3\x84", "well-formed right behind malformed"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.upper, Mapped(c.text, kEncodingUTF8, LetterCase::kUpper)) << c.why;
+}
+
+TEST(CaseMapping, OtherEncodingsMapASCIILettersAlone)
+{
+    for (const TextEncoding encoding :
+         {kEncodingASCII, kEncodingLatin1, kEncodingMacRoman, TextEncoding{0x12345678}}) {
+        EXPECT_EQ("AZ\xE4\xC4", Mapped("aZ\xE4\xC4", encoding, LetterCase::kUpper)) << encoding;
+        EXPECT_EQ("az\xE4\xC4", Mapped("aZ\xE4\xC4", encoding, LetterCase::kLower)) << encoding;
+    }
+}
+
+TEST(CaseMapping, UTF16MapsWholeUnitsNotTheirBytes)
+{
+    const char16_t text[] = {'a', 0x6161, 0x0061, 0x6100, 0x00E4, 'Z'};
+    const char16_t upper[] = {'A', 0x6161, 0x0041, 0x6100, 0x00E4, 'Z'};
+    const std::string_view bytes(reinterpret_cast<const char*>(text), sizeof text);
+    const std::string expected(reinterpret_cast<const char*>(upper), sizeof upper);
+    EXPECT_EQ(expected, Mapped(bytes, kEncodingUTF16, LetterCase::kUpper));
+    EXPECT_EQ("a", Mapped("a", kEncodingUTF16, LetterCase::kUpper)) << "half a unit";
+}
+
+TEST(CaseMapping, UnchangedTextIsShared)
+{
+    const string text("ABC 123");
+    EXPECT_EQ(text.CString(), text.Uppercase().CString());
+    EXPECT_NE(text.CString(), text.Lowercase().CString());
+    EXPECT_STREQ("ABC 123", text.CString());
+}
+
+TEST(CaseMapping, TheProcessLocaleDoesNotMatter)
+{
+    const std::string before = setlocale(LC_ALL, nullptr);
+    for (const char* locale : {"C", "POSIX", "C.UTF-8", "tr_TR.UTF-8", "de_DE.ISO-8859-1"}) {
+        if (!setlocale(LC_ALL, locale))
+            continue;
+        EXPECT_EQ("I\xC3\x84", Mapped("i\xC3\xA4", kEncodingUTF8, LetterCase::kUpper)) << locale;
+        EXPECT_EQ("I\xE4", Mapped("i\xE4", kEncodingLatin1, LetterCase::kUpper)) << locale;
+    }
+    setlocale(LC_ALL, before.c_str());
+}
+
+}   // namespace
+}   // namespace vela

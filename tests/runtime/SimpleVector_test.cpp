@@ -1,0 +1,83 @@
+#include "runtime/SimpleVector.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace vela {
+namespace {
+
+TEST(SimpleVector, KeepsWhatIsPushedInOrder)
+{
+    SimpleVector<int> list;
+    EXPECT_TRUE(list.empty());
+    for (int i = 0; i < 1000; i++)
+        list.push_back(i * 3);
+    ASSERT_EQ(1000u, list.size());
+    for (int i = 0; i < 1000; i++)
+        ASSERT_EQ(i * 3, list[static_cast<size_t>(i)]);
+    EXPECT_EQ(2997, list.back());
+    list.pop_back();
+    EXPECT_EQ(2994, list.back());
+}
+
+TEST(SimpleVector, PushingItsOwnElementWhileItGrowsKeepsTheValue)
+{
+    SimpleVector<std::shared_ptr<int>> list;
+    list.push_back(std::make_shared<int>(7));
+    for (int i = 0; i < 200; i++)
+        list.push_back(list[0]);
+    for (const auto& item : list)
+        ASSERT_EQ(7, *item);
+}
+
+TEST(SimpleVector, ResizeMakesZerosAndCuts)
+{
+    SimpleVector<int*> list;
+    int number = 0;
+    list.push_back(&number);
+    list.resize(3);
+    EXPECT_EQ(&number, list[0]);
+    EXPECT_EQ(nullptr, list[2]);
+    list.resize(0);
+    list.resize(1);
+    EXPECT_EQ(nullptr, list[0]) << "a cut element must not come back";
+}
+
+TEST(SimpleVector, EraseClosesTheGap)
+{
+    SimpleVector<int> list = {1, 2, 3, 4};
+    list.erase(1);
+    EXPECT_EQ((std::vector<int>{1, 3, 4}), std::vector<int>(list.begin(), list.end()));
+    list.erase(2);
+    list.erase(0);
+    EXPECT_EQ((std::vector<int>{3}), std::vector<int>(list.begin(), list.end()));
+}
+
+TEST(SimpleVector, MovesOnlyElementsThatCannotBeCopied)
+{
+    SimpleVector<std::unique_ptr<int>> list;
+    for (int i = 0; i < 100; i++)
+        list.push_back(std::make_unique<int>(i));
+    EXPECT_EQ(99, *list.back());
+    SimpleVector<std::unique_ptr<int>> other;
+    other.swap(list);
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(100u, other.size());
+}
+
+TEST(SimpleVector, GrowsBySeveralElementsAtATime)
+{
+    SimpleVector<int> list;
+    int moves = 0;
+    const int* data = nullptr;
+    for (int i = 0; i < 100000; i++) {
+        list.push_back(i);
+        moves += list.data() != data ? 1 : 0;
+        data = list.data();
+    }
+    EXPECT_LT(moves, 40) << "appending must not move the list at every step";
+}
+
+}   // namespace
+}   // namespace vela
