@@ -142,12 +142,14 @@ private:
     static constexpr uint32_t kRemovedSlot = 0xFFFFFFFF;
     static constexpr size_t kNoSlot = SIZE_MAX;
     static constexpr uint32_t kEagerRoom = 1024;
+    static constexpr uint32_t kLineBits = 4;
 
-    // Row ids mostly run on without gaps: their low bits spread them, and neighbours stay neighbours in memory. What lies
-    // above those bits is stirred in, so that ids at regular distances don't meet in a few slots.
+    // Row ids mostly run on without gaps. Sixteen neighbours share a line of memory; the lines are spread by
+    // multiplication, which keeps runs of them, and ids at regular distances, from meeting in a few places.
     [[nodiscard]] size_t Home(uint32_t rowID) const
     {
-        return (rowID + (rowID >> mSlotBits) * 0x9E3779B1u) & (mSlots.size() - 1);
+        const uint32_t line = ((rowID >> kLineBits) * 0x9E3779B1u) >> (32 - (mSlotBits - kLineBits));
+        return static_cast<size_t>(line) << kLineBits | (rowID & ((1u << kLineBits) - 1));
     }
 
     [[nodiscard]] size_t FindSlot(uint32_t rowID) const
@@ -180,7 +182,7 @@ private:
     // Fits the slots to count keys and enters every one that is in the map; of a key listed twice the last place wins.
     void Rehash(size_t count)
     {
-        const size_t size = std::bit_ceil(count * 2 < 16 ? size_t{16} : count * 2);
+        const size_t size = std::bit_ceil(count * 2 < 32 ? size_t{32} : count * 2);
         mSlots.clear();
         mSlots.resize(size);
         mSlotBits = static_cast<uint32_t>(std::countr_zero(size));
