@@ -1,6 +1,6 @@
 #include "engine/query/GroupKey.h"
 
-#include "engine/query/VExprField.h"
+#include "engine/query/ExprShape.h"
 
 namespace vela {
 
@@ -41,7 +41,7 @@ void GroupKey::Append(const VelaExpr& column)
 // The common cases, without making a value: an Integer or a text as it lies in memory.
 bool GroupKey::AppendInPlace(const VelaExpr& column)
 {
-    const auto* field = dynamic_cast<const VExprField*>(&column);
+    const VExprField* field = AsField(&column);
     uint32_t row = 0;
     const ColumnData* data = field ? field->ColumnInPlace(mContext, &row) : nullptr;
     if (data == nullptr || data->IsNull(row))

@@ -27,12 +27,14 @@ std::vector<const VelaExpr*> ConjunctionTerms(const VelaExpr& conjunction)
     while (!waiting.empty()) {
         const VelaExpr* expr = waiting.back();
         waiting.pop_back();
-        const auto* nested = dynamic_cast<const VExprAnd*>(expr);
-        if (nested == nullptr)
+        if (expr->Kind() != ExprKind::kAnd) {
             terms.push_back(expr);
-        for (size_t i = nested ? nested->Terms().size() : 0; i > 0; i--) {
-            if (nested->Terms()[i - 1])
-                waiting.push_back(nested->Terms()[i - 1].get());
+            continue;
+        }
+        const auto& nested = static_cast<const VExprAnd&>(*expr).Terms();
+        for (size_t i = nested.size(); i > 0; i--) {
+            if (nested[i - 1])
+                waiting.push_back(nested[i - 1].get());
         }
     }
     return terms;
@@ -49,7 +51,7 @@ bool QueryTerm::Keeps(const VelaEvalContext& context) const
 
 std::vector<QueryTerm> SplitIntoTerms(const VelaExpr& where, size_t tableCount)
 {
-    if (dynamic_cast<const VExprAnd*>(&where) == nullptr)
+    if (where.Kind() != ExprKind::kAnd)
         return {QueryTerm{&where, false, TablesOf(where, tableCount)}};
     std::vector<QueryTerm> terms;
     for (const VelaExpr* term : ConjunctionTerms(where))

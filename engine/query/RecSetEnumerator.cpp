@@ -1,42 +1,60 @@
 #include "engine/query/RecSetEnumerator.h"
 
-#include "engine/storage/TableColumns.h"
+#include "engine/query/ExprShape.h"
 
 namespace vela {
 
-RecSetEnumerator::RecSetEnumerator(VelaDatabase* database, const SimpleVector<VelaTable*>& tables,
-                                   const VelaExpr* where)
-    : mTables(tables),
-      mPlan(MakeQueryPlan(where, tables.size())),
-      mRows(tables.size(), kInvalidRowID),
-      mRecSet(mRows.data()),
-      mLoops(tables.size())
+namespace {
+
+std::vector<std::vector<bool>> ColumnsOf(const SimpleVector<VelaTable*>& tables,
+                                         const std::vector<const VelaExpr*>& exprs)
 {
-    mColumns.resize(tables.size());
-    mContext.recSet = &mRecSet;
-    mContext.tables = &mTables;
-    mContext.database = database;
-    mContext.columns = &mColumns;
+    std::vector<std::vector<bool>> columns;
+    for (const VelaTable* table : tables)
+        columns.emplace_back(static_cast<size_t>(table->QtyColumns()));
+    for (const VelaExpr* expr : exprs)
+        CollectColumns(*expr, &columns);
+    return columns;
 }
 
+}   // namespace
+
+RecSetEnumerator::RecSetEnumerator(VelaDatabase* database, const SimpleVector<VelaTable*>& tables,
+                                   const VelaExpr* where,
+                                   const std::vector<const VelaExpr*>& outputs)
+    : mPlan(MakeQueryPlan(where, tables.size())),
+      mState{tables, ColumnsOf(tables, outputs), {}, {}, VelaRecSet(), VelaEvalContext(), 0}
+{
+    mState.columns.resize(tables.size());
+    mState.rows.assign(tables.size(), kInvalidRowID);
+    mState.recSet = VelaRecSet(mState.rows.data());
+    mState.context.recSet = &mState.recSet;
+    mState.context.tables = &tables;
+    mState.context.database = database;
+    mState.context.columns = &mState.columns;
+    for (const QueryLevel& level : mPlan.levels)
+        mLoops.emplace_back(&level, &mState);
+}
+
+// The loops are nested without recursion: a FROM may list any number of tables. level counts those
+// that are open.
 bool RecSetEnumerator::Next()
 {
-    const size_t levelCount = mLoops.size();
-    size_t level = levelCount;
+    size_t level = mLoops.size();
     if (!mStarted) {
         if (!Start())
             return false;
-        if (levelCount == 0)
+        if (mLoops.empty())
             return true;
         Open(0);
         level = 1;
     }
     while (level > 0) {
-        if (!Advance(level - 1)) {
+        if (!mLoops[level - 1].Next()) {
             level--;
             continue;
         }
-        if (level == levelCount)
+        if (level == mLoops.size())
             return true;
         Open(level++);
     }
@@ -47,71 +65,17 @@ bool RecSetEnumerator::Next()
 bool RecSetEnumerator::Start()
 {
     mStarted = true;
-    mConsidered++;
-    return AllKeep(mPlan.constantTerms);
+    mState.considered++;
+    return mState.AllKeep(mPlan.constantTerms);
 }
 
 void RecSetEnumerator::Open(size_t level)
 {
-    Loop& loop = mLoops[level];
-    if (!loop.isLoaded) {
-        loop.rows = LoadRows(mPlan.levels[level]);
-        loop.isLoaded = true;
-    }
-    loop.position = 0;
-}
-
-// Binds the level's next row that its join terms let through. False: there is none, and the level
-// is unbound again.
-bool RecSetEnumerator::Advance(size_t level)
-{
-    const QueryLevel& plan = mPlan.levels[level];
-    Loop& loop = mLoops[level];
-    while (loop.position < loop.rows.Count()) {
-        const uint32_t index =
-            plan.reversed ? loop.rows.Count() - 1 - loop.position : loop.position;
-        loop.position++;
-        mConsidered++;
-        mRows[plan.table] = loop.rows.At(index);
-        if (AllKeep(plan.joinTerms))
-            return true;
-    }
-    mRows[plan.table] = kInvalidRowID;
-    return false;
-}
-
-RowList RecSetEnumerator::LoadRows(const QueryLevel& level)
-{
-    RowList all = AllRows(level.table);
-    if (level.ownTerms.empty())
-        return all;
-    std::vector<uint32_t> kept;
-    mConsidered += all.Count();
-    for (uint32_t i = 0; i < all.Count(); i++) {
-        mRows[level.table] = all.At(i);
-        if (AllKeep(level.ownTerms))
-            kept.push_back(all.At(i));
-    }
-    return RowList(std::move(kept));
-}
-
-RowList RecSetEnumerator::AllRows(size_t table)
-{
-    mColumns[table] = mTables[table]->Columns();
-    if (mColumns[table])
-        return RowList::Range(mColumns[table]->RowCount());
-    SimpleVector<uint32_t> rowIDs;
-    mTables[table]->GetRowIDs(&rowIDs);
-    return RowList(std::vector<uint32_t>(rowIDs.begin(), rowIDs.end()));
-}
-
-bool RecSetEnumerator::AllKeep(const std::vector<QueryTerm>& terms) const
-{
-    for (const QueryTerm& term : terms) {
-        if (!term.Keeps(mContext))
-            return false;
-    }
-    return true;
+    constexpr uint64_t kMany = UINT32_MAX;
+    uint64_t outerCount = 1;
+    for (size_t outer = 0; outer < level && outerCount < kMany; outer++)
+        outerCount *= mLoops[outer].Count();
+    mLoops[level].Open(outerCount);
 }
 
 }   // namespace vela

@@ -2,23 +2,23 @@
 
 #include <vector>
 
+#include "engine/query/LevelLoop.h"
 #include "engine/query/QueryPlan.h"
-#include "engine/query/RowList.h"
-#include "engine/query/VelaExpr.h"
 
 namespace vela {
 
 // RecSetEnumerator gives the combinations of rows of a query's tables that its WHERE lets through,
-// one after another, in the order of the described enumeration. Nothing is read before the first
-// Next, and no table before a row of it is needed.
+// one after another, in the order of the described enumeration (see QueryPlan.h). Nothing is read
+// before the first Next, and no table before a row of it is needed.
 //
 // The rows of a record set are named as Context says: by row number where a table is read through
 // its columns, else by row id. Borrows tables and WHERE; the tables must not change while it lives.
 class RecSetEnumerator {
 public:
-    // where may be null.
+    // where may be null. outputs: what will be evaluated on the record sets, so that its columns
+    // can be loaded along with those of the WHERE; only looked at here.
     RecSetEnumerator(VelaDatabase* database, const SimpleVector<VelaTable*>& tables,
-                     const VelaExpr* where);
+                     const VelaExpr* where, const std::vector<const VelaExpr*>& outputs);
     RecSetEnumerator(const RecSetEnumerator&) = delete;
     RecSetEnumerator& operator=(const RecSetEnumerator&) = delete;
 
@@ -26,40 +26,26 @@ public:
     // rows.
     [[nodiscard]] bool Next();
     // For evaluating expressions on the current record set. Without one, all its rows are unbound.
-    [[nodiscard]] const VelaEvalContext& Context() const { return mContext; }
+    [[nodiscard]] const VelaEvalContext& Context() const { return mState.context; }
     // The rows of the current record set, one per table; where they lie doesn't change.
-    [[nodiscard]] const std::vector<uint32_t>& Rows() const { return mRows; }
+    [[nodiscard]] const std::vector<uint32_t>& Rows() const { return mState.rows; }
     // The row id that a row of a table has.
     [[nodiscard]] uint32_t RowIDOf(size_t table, uint32_t row) const
     {
-        return mColumns[table] ? mColumns[table]->RowIDs()[row] : row;
+        TableColumns* columns = mState.columns[table];
+        return columns ? columns->RowIDs()[row] : row;
     }
-    // How many combinations, complete or not, were looked at so far.
-    [[nodiscard]] uint64_t Considered() const { return mConsidered; }
+    // How many combinations, complete or not, were looked at so far; where a table is filtered by
+    // itself, each of its rows counts once.
+    [[nodiscard]] uint64_t Considered() const { return mState.considered; }
 
 private:
-    // Where a level's loop stands.
-    struct Loop {
-        RowList rows;   // that the level's own terms let through
-        bool isLoaded = false;
-        uint32_t position = 0;   // of the next row, counted in the level's direction
-    };
-
     [[nodiscard]] bool Start();
     void Open(size_t level);
-    [[nodiscard]] bool Advance(size_t level);
-    [[nodiscard]] RowList LoadRows(const QueryLevel& level);
-    [[nodiscard]] RowList AllRows(size_t table);
-    [[nodiscard]] bool AllKeep(const std::vector<QueryTerm>& terms) const;
 
-    const SimpleVector<VelaTable*>& mTables;
     QueryPlan mPlan;
-    SimpleVector<TableColumns*> mColumns;
-    std::vector<uint32_t> mRows;
-    VelaRecSet mRecSet;
-    VelaEvalContext mContext;
-    std::vector<Loop> mLoops;   // one per level
-    uint64_t mConsidered = 0;
+    EnumerationState mState;
+    std::vector<LevelLoop> mLoops;   // one per level
     bool mStarted = false;
 };
 

@@ -23,7 +23,24 @@ public:
 
     [[nodiscard]] uint32_t Count() const { return mCount; }
     [[nodiscard]] uint32_t At(uint32_t index) const { return mIsRange ? index : mRows[index]; }
-    [[nodiscard]] bool IsRange() const { return mIsRange; }
+
+    // Keeps the rows for which keeps(row) is true. Written so that an unpredictable answer does not
+    // cost a branch.
+    template <class Keeps>
+    void Retain(const Keeps& keeps)
+    {
+        if (mIsRange)
+            mRows.resize(mCount);
+        uint32_t kept = 0;
+        for (uint32_t i = 0; i < mCount; i++) {
+            const uint32_t row = At(i);
+            mRows[kept] = row;
+            kept += keeps(row) ? 1 : 0;
+        }
+        mRows.resize(kept);
+        mCount = kept;
+        mIsRange = false;
+    }
 
 private:
     std::vector<uint32_t> mRows;

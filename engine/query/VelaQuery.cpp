@@ -40,7 +40,7 @@ void VelaQuery::AddSortKey(long column, long direction)
 std::unique_ptr<VelaTempTable> VelaQuery::RunQuery()
 {
     std::unique_ptr<VelaTempTable> result = MakeResultTable();
-    RecSetEnumerator recSets(mDatabase, mTables, mWhere.get());
+    RecSetEnumerator recSets(mDatabase, mTables, mWhere.get(), OutputExprs());
     if (IsAggregateQuery())
         AddAggregateRows(&recSets, result.get());
     else
@@ -58,6 +58,19 @@ std::unique_ptr<VelaTempTable> VelaQuery::MakeResultTable() const
         result->AddColumn(name, output->GetType(mTables));
     }
     return result;
+}
+
+// What is evaluated on the record sets that the WHERE lets through.
+std::vector<const VelaExpr*> VelaQuery::OutputExprs() const
+{
+    std::vector<const VelaExpr*> exprs;
+    for (const VelaExprPtr& output : mOutputs)
+        exprs.push_back(output.get());
+    for (const VelaExprPtr& column : mGroupBy)
+        exprs.push_back(column.get());
+    if (mHaving)
+        exprs.push_back(mHaving.get());
+    return exprs;
 }
 
 bool VelaQuery::IsAggregateQuery() const

@@ -52,6 +52,7 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<VelaTempTable> MakeResultTable() const;
+    [[nodiscard]] std::vector<const VelaExpr*> OutputExprs() const;
     [[nodiscard]] bool IsAggregateQuery() const;
     void AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
     void AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* result) const;

@@ -136,7 +136,11 @@ bool MemoryTable::FindRowsByIndex(long number, const VelaValue& key, SimpleVecto
     const bool isText = IsTextBacked(key.GetType());
     for (const uint32_t rowID : mOrder) {
         VelaValue value;
-        if (!GetValue(rowID, number, &value) || value.IsNull() || value.GetType() != key.GetType())
+        if (!GetValue(rowID, number, &value) || value.GetType() != key.GetType()) {
+            rowIDs->clear();
+            return false;
+        }
+        if (value.IsNull())
             continue;
         if (isText ? value.TextView() == key.TextView() : value.GetDouble() == key.GetDouble())
             rowIDs->push_back(rowID);

@@ -28,7 +28,8 @@ public:
     MemoryTable& Row(uint32_t rowID, std::vector<Cell> cells);
     // From now on, Columns() answers.
     MemoryTable& OfferColumns();
-    // From now on, FindRowsByIndex answers for that column.
+    // From now on, FindRowsByIndex answers for that column, while all its cells can be read and have
+    // its type.
     MemoryTable& OfferIndex(long number);
 
     [[nodiscard]] const string& TableName() const override { return mName; }

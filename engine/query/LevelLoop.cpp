@@ -1,0 +1,211 @@
+#include "engine/query/LevelLoop.h"
+
+#include "engine/query/ColumnFilter.h"
+#include "engine/query/RowLookup.h"
+#include "engine/query/VExprCompare.h"
+#include "engine/storage/TableColumns.h"
+
+namespace vela {
+
+namespace {
+
+// Rows that are looked up are read one by one: for more than this part of a table, reading it all
+// is quicker.
+constexpr uint32_t kFewRows = 64;
+constexpr uint32_t kPartWorthLookingUp = 32;
+// When this part of the rows stays, columns for the output are worth loading.
+constexpr uint32_t kPartWorthLoading = 16;
+
+bool AreFew(uint64_t rows, size_t tableRows)
+{
+    return rows <= kFewRows + tableRows / kPartWorthLookingUp;
+}
+
+}   // namespace
+
+bool EnumerationState::AllKeep(const std::vector<QueryTerm>& terms) const
+{
+    for (const QueryTerm& term : terms) {
+        if (!term.Keeps(context))
+            return false;
+    }
+    return true;
+}
+
+void LevelLoop::Open(uint64_t outerCount)
+{
+    mPosition = 0;
+    mWay = Way::kRows;
+    if (!mIsLoaded)
+        Load(outerCount);
+    else if (mLooksUp && !LookUp())
+        ListRowIDs();
+    if (mJoin && mJoin->Probe(mState->context))
+        mWay = Way::kJoin;
+}
+
+bool LevelLoop::Next()
+{
+    uint32_t& bound = mState->rows[mLevel->table];
+    while (NextCandidate(&bound)) {
+        mState->considered++;
+        if (mState->AllKeep(mLevel->joinTerms))
+            return true;
+    }
+    bound = kInvalidRowID;
+    return false;
+}
+
+bool LevelLoop::NextCandidate(uint32_t* row)
+{
+    if (mWay == Way::kJoin)
+        return mJoin->Next(row);
+    if (mPosition == mRows.Count())
+        return false;
+    *row = mRows.At(mLevel->reversed ? mRows.Count() - 1 - mPosition : mPosition);
+    mPosition++;
+    return true;
+}
+
+void LevelLoop::Load(uint64_t outerCount)
+{
+    mIsLoaded = true;
+    if (LoadNamedRows())
+        return;
+    if (IsWorthLookingUp(outerCount) && LookUp()) {
+        mLooksUp = true;
+        return;
+    }
+    LoadAllRows();
+    std::vector<ColumnEquality> equalities = Equalities();
+    if (!equalities.empty()) {
+        mJoin = std::make_unique<EqualityJoin>(Table(), mState->columns[mLevel->table], mRows,
+                                               mLevel->reversed, std::move(equalities));
+    }
+}
+
+// The rows that an own term names by row id or by a key of an index. Then nothing else of the table
+// is read.
+bool LevelLoop::LoadNamedRows()
+{
+    for (const QueryTerm& term : mLevel->ownTerms) {
+        const auto condition = AsColumnCondition(*term.expr, mState->context.database);
+        if (!condition || condition->op != kOpEqual)
+            continue;
+        auto rows = LookUpRows(Table(), static_cast<long>(condition->column),
+                               condition->columnIsLeft, condition->constant);
+        if (!rows || !AreFew(rows->Count(), Table()->QtyRows()))
+            continue;
+        mRows = std::move(*rows);
+        KeepRows(mLevel->ownTerms);
+        return true;
+    }
+    return false;
+}
+
+void LevelLoop::LoadAllRows()
+{
+    TableColumns* columns = Table()->Columns();
+    mState->columns[mLevel->table] = columns;
+    if (columns == nullptr) {
+        ListRowIDs();
+        return;
+    }
+    columns->Prepare(TermColumns());
+    mRows = RowList::Range(columns->RowCount());
+    FilterRows(columns);
+    if (mRows.Count() >= columns->RowCount() / kPartWorthLoading && mLevel->joinTerms.empty())
+        columns->Prepare(mState->outputColumns[mLevel->table]);
+}
+
+// Terms that can go over a column as it lies in memory come first: they leave fewer rows to the
+// others.
+void LevelLoop::FilterRows(TableColumns* columns)
+{
+    std::vector<QueryTerm> others;
+    for (const QueryTerm& term : mLevel->ownTerms) {
+        const uint32_t before = mRows.Count();
+        const RowJudge judge = [this, &term](uint32_t row) { return Judge(term, row); };
+        if (FilterByColumn(term, mState->context.database, columns, judge, &mRows))
+            mState->considered += before;
+        else
+            others.push_back(term);
+    }
+    KeepRows(others);
+}
+
+void LevelLoop::KeepRows(const std::vector<QueryTerm>& terms)
+{
+    if (terms.empty())
+        return;
+    mState->considered += mRows.Count();
+    mRows.Retain([this, &terms](uint32_t row) {
+        mState->rows[mLevel->table] = row;
+        return mState->AllKeep(terms);
+    });
+    mState->rows[mLevel->table] = kInvalidRowID;
+}
+
+bool LevelLoop::Judge(const QueryTerm& term, uint32_t row)
+{
+    mState->rows[mLevel->table] = row;
+    const bool keeps = term.Keeps(mState->context);
+    mState->rows[mLevel->table] = kInvalidRowID;
+    return keeps;
+}
+
+bool LevelLoop::IsWorthLookingUp(uint64_t outerCount) const
+{
+    return !mLevel->joinTerms.empty() && AreFew(outerCount, Table()->QtyRows());
+}
+
+// The rows that a join term names by row id or by a key of an index, for the rows bound now. False:
+// none does.
+bool LevelLoop::LookUp()
+{
+    for (const ColumnEquality& equality : Equalities()) {
+        VelaValue value;
+        if (!equality.other->Evaluate(mState->context, &value))
+            continue;
+        auto rows =
+            LookUpRows(Table(), static_cast<long>(equality.column), equality.columnIsLeft, value);
+        if (!rows)
+            continue;
+        mRows = std::move(*rows);
+        KeepRows(mLevel->ownTerms);
+        return true;
+    }
+    return false;
+}
+
+void LevelLoop::ListRowIDs()
+{
+    SimpleVector<uint32_t> rowIDs;
+    Table()->GetRowIDs(&rowIDs);
+    mRows = RowList(std::vector<uint32_t>(rowIDs.begin(), rowIDs.end()));
+    KeepRows(mLevel->ownTerms);
+}
+
+std::vector<ColumnEquality> LevelLoop::Equalities() const
+{
+    std::vector<ColumnEquality> equalities;
+    for (const QueryTerm& term : mLevel->joinTerms) {
+        if (const auto equality = AsColumnEquality(*term.expr, mLevel->table))
+            equalities.push_back(*equality);
+    }
+    return equalities;
+}
+
+// The columns of this table that the level's terms read.
+std::vector<bool> LevelLoop::TermColumns() const
+{
+    std::vector<std::vector<bool>> columns(mState->tables.size());
+    columns[mLevel->table].resize(static_cast<size_t>(Table()->QtyColumns()));
+    for (const QueryTerm& term : mLevel->ownTerms)
+        CollectColumns(*term.expr, &columns);
+    for (const QueryTerm& term : mLevel->joinTerms)
+        CollectColumns(*term.expr, &columns);
+    return columns[mLevel->table];
+}
+
+}   // namespace vela

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "engine/query/EqualityJoin.h"
+#include "engine/query/QueryPlan.h"
+#include "engine/query/RowList.h"
+
+namespace vela {
+
+// What the loops of a running query share: the tables, how their rows are named, and the rows that
+// are bound at the moment.
+struct EnumerationState {
+    const SimpleVector<VelaTable*>& tables;
+    // By table and column, what is read of complete record sets; worth loading where many rows
+    // stay.
+    std::vector<std::vector<bool>> outputColumns;
+    SimpleVector<TableColumns*> columns;
+    std::vector<uint32_t> rows;
+    VelaRecSet recSet;         // of rows
+    VelaEvalContext context;   // of all these
+    uint64_t considered = 0;
+
+    [[nodiscard]] bool AllKeep(const std::vector<QueryTerm>& terms) const;
+};
+
+// LevelLoop is the loop over the rows of one table, inside the loops of earlier levels. It binds,
+// one after another, the rows that the level's terms let through, in the level's direction.
+//
+// The first Open reads the table, once and for all: a few rows by row id or through an index when a
+// term names them, else all, and applies the terms that refer to this table alone. Terms that tie a
+// column to earlier tables by equality are then served by a hash table, or, where few rows of
+// earlier tables meet a large table, by looking rows up each time.
+class LevelLoop {
+public:
+    // Both are borrowed.
+    LevelLoop(const QueryLevel* level, EnumerationState* state) : mLevel(level), mState(state) {}
+
+    // Goes before the first row for the rows bound now. outerCount: how many such there may be.
+    void Open(uint64_t outerCount);
+    // Binds the next row. False: there is none; the table is unbound again.
+    [[nodiscard]] bool Next();
+    // How many rows there are at most, for each row of the earlier levels. After Open.
+    [[nodiscard]] uint32_t Count() const { return mRows.Count(); }
+
+private:
+    // What Next goes through.
+    enum class Way { kRows, kJoin };
+
+    void Load(uint64_t outerCount);
+    [[nodiscard]] bool LoadNamedRows();
+    void LoadAllRows();
+    void FilterRows(TableColumns* columns);
+    void KeepRows(const std::vector<QueryTerm>& terms);
+    [[nodiscard]] bool Judge(const QueryTerm& term, uint32_t row);
+    [[nodiscard]] bool IsWorthLookingUp(uint64_t outerCount) const;
+    [[nodiscard]] bool LookUp();
+    void ListRowIDs();
+    [[nodiscard]] bool NextCandidate(uint32_t* row);
+    [[nodiscard]] VelaTable* Table() const { return mState->tables[mLevel->table]; }
+    [[nodiscard]] std::vector<ColumnEquality> Equalities() const;
+    [[nodiscard]] std::vector<bool> TermColumns() const;
+
+    const QueryLevel* mLevel;
+    EnumerationState* mState;
+    bool mIsLoaded = false;
+    bool mLooksUp = false;   // mRows is found anew by each Open
+    RowList mRows;           // that the level's own terms let through
+    std::unique_ptr<EqualityJoin> mJoin;
+    Way mWay = Way::kRows;
+    uint32_t mPosition = 0;   // in mRows, counted in the level's direction
+};
+
+}   // namespace vela
