@@ -8,8 +8,10 @@
 -- One table, a condition, an order: countries with more than 100 million people.
 SELECT name, capital, population FROM countries WHERE population > 100000000 ORDER BY population DESC;
 
--- LIKE: "%" stands for any text, "_" for one letter. Countries of Europe that end in "land", and those of four letters.
+-- LIKE: "%" stands for any text. Countries of Europe that end in "land".
 SELECT name, capital FROM countries WHERE continent = 'EU' AND name LIKE '%land' ORDER BY name;
+
+-- And "_" for one letter. Countries with names of four.
 SELECT name FROM countries WHERE name LIKE '____' ORDER BY name;
 
 -- Arithmetic and text functions. Dividing integers gives an integer.
@@ -19,7 +21,7 @@ WHERE area_km2 > 0 AND population / area_km2 > 1000
 ORDER BY people_per_km2 DESC;
 
 -- A join of three tables: large airports higher than 6,000 feet, where they are, and how high in metres.
-SELECT a.name AS airport, r.name AS region, c.name AS country, a.elevation_ft * 0.3048 AS metres
+SELECT a.name AS airport, r.name AS region, c.name AS country, a.elevation_ft * 3048 / 10000 AS metres
 FROM airports a, regions r, countries c
 WHERE a.size = 'large' AND a.elevation_ft > 6000 AND a.region = r.code AND a.country = c.code
 ORDER BY metres DESC;
@@ -65,11 +67,11 @@ SELECT CURRENT_DATE AS today, COUNT(*) AS changes_to_come FROM clock_changes WHE
 SELECT DISTINCT c.name AS country, z.zone FROM zones z, countries c
 WHERE z.country = c.code AND z.zone LIKE 'Antarctica/%' ORDER BY zone;
 
--- A table made from a query. Dates read as text with their type before them, so a decade is the three digits after "DATE ".
+-- A table made from a query. A date reads as "DATE 1957-08-31" in text functions: its decade is the digits 6 to 8.
 CREATE TABLE decades (decade string, country string);
 INSERT INTO decades SELECT SUBSTRING(independence FROM 6 FOR 3), name FROM countries
-WHERE independence >= DATE '1900-01-01';
-UPDATE decades SET decade = '20th century, before 1940' WHERE decade < '194';
+WHERE independence >= DATE '1940-01-01';
+COMMIT;
 SELECT decade, COUNT(*) AS new_countries, MIN(country) AS first_by_name, MAX(country) AS last_by_name
 FROM decades GROUP BY decade ORDER BY decade;
 DROP TABLE decades;
@@ -78,12 +80,19 @@ DROP TABLE decades;
 CREATE INDEX by_city ON airports (city);
 SELECT ident, iata, name FROM airports WHERE city = 'London' ORDER BY ident;
 
--- Changes are pending until the end of a session, or COMMIT. ROLLBACK undoes all that are pending: nobody was harmed here.
-SELECT COUNT(*) AS airports FROM airports;
+-- Changes that stay: three countries are called otherwise since the data was made.
+UPDATE countries SET name = 'Czechia' WHERE code = 'CZ';
+UPDATE countries SET name = 'Eswatini' WHERE code = 'SZ';
+UPDATE countries SET name = 'North Macedonia' WHERE code = 'MK';
+COMMIT;
+SELECT code, name, capital FROM countries WHERE code = 'CZ' OR code = 'SZ' OR code = 'MK' ORDER BY name;
+
+-- Changes are pending until COMMIT, or the end of the session. ROLLBACK undoes all that are pending.
+SELECT COUNT(*) AS airports_at_first, MAX(elevation_ft) AS highest_ft FROM airports;
 DELETE FROM airports WHERE scheduled = FALSE;
-UPDATE airports SET elevation_ft = 0, name = UPPER(name) WHERE country = 'NL';
-SELECT COUNT(*) AS airports FROM airports;
-SELECT ident, name, elevation_ft FROM airports WHERE country = 'NL' ORDER BY ident;
+UPDATE airports SET elevation_ft = elevation_ft + 1000 WHERE country = 'NL';
+SELECT COUNT(*) AS airports_after_delete, MAX(elevation_ft) AS highest_ft FROM airports;
+SELECT name, elevation_ft AS feet_after_update FROM airports WHERE city = 'Amsterdam';
 ROLLBACK;
-SELECT COUNT(*) AS airports FROM airports;
-SELECT ident, name, elevation_ft FROM airports WHERE city = 'Amsterdam';
+SELECT COUNT(*) AS airports_after_rollback, MAX(elevation_ft) AS highest_ft FROM airports;
+SELECT name, elevation_ft AS feet_after_rollback FROM airports WHERE city = 'Amsterdam';
