@@ -1,8 +1,32 @@
 #include "engine/query/DistinctValues.h"
 
+#include <bit>
 #include <cmath>
 
 namespace vela {
+
+namespace {
+
+uint64_t HashInteger(const VelaValue& value)
+{
+    return MixBits(static_cast<uint32_t>(value.GetInteger()));
+}
+
+// Both zeros are equal, and so must their hashes be.
+uint64_t HashDouble(double number)
+{
+    return MixBits(std::bit_cast<uint64_t>(number == 0.0 ? 0.0 : number));
+}
+
+// Of what Equals compares a text with.
+uint64_t HashDisplayForm(const VelaValue& value)
+{
+    if (value.GetType() == kTypeString || value.GetType() == kTypeBinary)
+        return HashBytes(value.TextView());
+    return HashBytes(value.GetString().View());
+}
+
+}   // namespace
 
 bool DistinctValues::Take(const VelaValue& value)
 {
@@ -16,44 +40,54 @@ bool DistinctValues::IsNew(const VelaValue& value)
 {
     const VelaDataType type = value.GetType();
     if (type == kTypeInteger || type == kTypeBoolean)
-        return IsNewInteger(value.GetInteger());
+        return !IsAmongIntegers(value);
     if (type == kTypeDouble)
-        return IsNewDouble(value);
-    return !IsTextBacked(type) || IsNewText(value.TextView());
+        return !IsAmongDoubles(value);
+    return !IsTextBacked(type) || !IsAmongTexts(value);
 }
 
-bool DistinctValues::IsNewInteger(int32_t number)
+bool DistinctValues::Finds(const HashChains& index, uint64_t hash, const VelaValue& value) const
 {
-    for (; mIntegersEntered < mTaken.size(); mIntegersEntered++)
-        mIntegers.insert(mTaken[mIntegersEntered].GetInteger());
-    return mIntegers.find(number) == mIntegers.end();
+    for (uint32_t i = index.First(hash); i != HashChains::kNone; i = index.Next(i)) {
+        if (value.Equals(mTaken[i]))
+            return true;
+    }
+    return false;
 }
 
-bool DistinctValues::IsNewText(std::string_view text)
+bool DistinctValues::IsAmongIntegers(const VelaValue& value)
 {
-    for (; mTextsEntered < mTaken.size(); mTextsEntered++)
-        mTexts.emplace(mTaken[mTextsEntered].GetString().View());
-    return mTexts.find(text) == mTexts.end();
+    while (mIntegers.Count() < mTaken.size())
+        mIntegers.Add(HashInteger(mTaken[mIntegers.Count()]));
+    return Finds(mIntegers, HashInteger(value), value);
+}
+
+bool DistinctValues::IsAmongTexts(const VelaValue& value)
+{
+    while (mTexts.Count() < mTaken.size())
+        mTexts.Add(HashDisplayForm(mTaken[mTexts.Count()]));
+    return Finds(mTexts, HashBytes(value.TextView()), value);
 }
 
 // A Double is compared with the payload of the other value, whatever that holds: values of other
-// types are asked one by one.
-bool DistinctValues::IsNewDouble(const VelaValue& value)
+// types are asked one by one. Equal not-a-numbers would make one long chain that finds nothing.
+bool DistinctValues::IsAmongDoubles(const VelaValue& value)
 {
-    for (; mDoublesEntered < mTaken.size(); mDoublesEntered++) {
-        const VelaValue& taken = mTaken[mDoublesEntered];
-        if (taken.GetType() != kTypeDouble)
-            mNoDoubles.push_back(taken);
-        else if (!std::isnan(taken.GetDouble()))
-            mDoubles.insert(taken.GetDouble());
+    while (mDoubles.Count() < mTaken.size()) {
+        const VelaValue& taken = mTaken[mDoubles.Count()];
+        const bool isDouble = taken.GetType() == kTypeDouble;
+        if (!isDouble)
+            mNoDoubles.push_back(static_cast<uint32_t>(mDoubles.Count()));
+        if (isDouble && !std::isnan(taken.GetDouble()))
+            mDoubles.Add(HashDouble(taken.GetDouble()));
+        else
+            mDoubles.AddUnfindable();
     }
-    if (mDoubles.find(value.GetDouble()) != mDoubles.end())
-        return false;
-    for (const VelaValue& taken : mNoDoubles) {
-        if (value.Equals(taken))
-            return false;
+    for (const uint32_t position : mNoDoubles) {
+        if (value.Equals(mTaken[position]))
+            return true;
     }
-    return true;
+    return Finds(mDoubles, HashDouble(value.GetDouble()), value);
 }
 
 }   // namespace vela

@@ -1,12 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-#include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "engine/core/VelaValue.h"
+#include "engine/query/HashChains.h"
 
 namespace vela {
 
@@ -24,30 +22,21 @@ public:
     bool Take(const VelaValue& value);
 
 private:
-    struct TextHash {
-        using is_transparent = void;
-        size_t operator()(std::string_view text) const
-        {
-            return std::hash<std::string_view>()(text);
-        }
-    };
-
     [[nodiscard]] bool IsNew(const VelaValue& value);
-    [[nodiscard]] bool IsNewInteger(int32_t number);
-    [[nodiscard]] bool IsNewText(std::string_view text);
-    [[nodiscard]] bool IsNewDouble(const VelaValue& value);
+    // Whether value equals one of those taken that index finds by that hash.
+    [[nodiscard]] bool Finds(const HashChains& index, uint64_t hash, const VelaValue& value) const;
+    [[nodiscard]] bool IsAmongIntegers(const VelaValue& value);
+    [[nodiscard]] bool IsAmongTexts(const VelaValue& value);
+    [[nodiscard]] bool IsAmongDoubles(const VelaValue& value);
 
     std::vector<VelaValue> mTaken;
 
-    // Each form is entered when the first value that needs it is looked up: of the values from its
-    // count in mTaken on, that has not happened yet.
-    std::unordered_set<int32_t> mIntegers;
-    size_t mIntegersEntered = 0;
-    std::unordered_set<std::string, TextHash, std::equal_to<>> mTexts;
-    size_t mTextsEntered = 0;
-    std::unordered_set<double> mDoubles;   // of the Doubles only
-    std::vector<VelaValue> mNoDoubles;     // the others, for the look-up of Doubles
-    size_t mDoublesEntered = 0;
+    // Those taken by the hash of one of their forms; entry i is value i. A value is entered when
+    // the next look-up needs that form.
+    HashChains mIntegers;
+    HashChains mTexts;
+    HashChains mDoubles;                // finds the Doubles only
+    std::vector<uint32_t> mNoDoubles;   // positions of the others that were entered in mDoubles
 };
 
 }   // namespace vela

@@ -2,6 +2,7 @@
 
 #include "engine/query/ExprOperands.h"
 #include "engine/query/StringForm.h"
+#include "engine/query/TextInPlace.h"
 
 namespace vela {
 
@@ -63,20 +64,32 @@ std::string_view WithoutTypePrefix(std::string_view text)
     return text;
 }
 
-// text, the string form of a value of that type, as it meets a value of the other type.
-std::string_view AsItMeets(std::string_view text, VelaDataType type, VelaDataType other)
+bool ComparesAsText(VelaDataType leftType)
 {
-    return type == kTypeString && IsDateOrTime(other) ? WithoutTypePrefix(text) : text;
+    return leftType == kTypeString || IsDateOrTime(leftType);
 }
 
-bool TextsHold(const VelaValue& left, uint16_t op, const VelaValue& right)
+// The text of a value as it meets one of the other type.
+std::string_view AsItMeets(const TextInPlace& text, VelaDataType other)
 {
-    const StringForm leftForm(left);
-    const StringForm rightForm(right);
+    return text.type == kTypeString && IsDateOrTime(other) ? WithoutTypePrefix(text.text)
+                                                           : text.text;
+}
+
+bool TextsHold(const TextInPlace& left, uint16_t op, const TextInPlace& right)
+{
     const int order =
-        string::CompareBytes(AsItMeets(leftForm.View(), left.GetType(), right.GetType()),
-                             AsItMeets(rightForm.View(), right.GetType(), left.GetType()));
+        string::CompareBytes(AsItMeets(left, right.type), AsItMeets(right, left.type));
     return Holds(order, op, 0);
+}
+
+// Both texts without making values of them, for the commonest operands. False when they can't be
+// had that way, or don't compare as texts.
+bool FindTextsInPlace(const VelaExpr& left, const VelaExpr& right, const VelaEvalContext& context,
+                      TextInPlace* leftText, TextInPlace* rightText)
+{
+    return FindTextInPlace(right, context, rightText) && FindTextInPlace(left, context, leftText) &&
+           ComparesAsText(leftText->type);
 }
 
 // Whether left op right. May coerce both.
@@ -87,8 +100,12 @@ bool ValuesHold(VelaValue& left, uint16_t op, VelaValue& right)
         left.CoerceToType(kTypeBoolean);
         right.CoerceToType(kTypeBoolean);
     }
-    if (leftType == kTypeString || IsDateOrTime(leftType))
-        return TextsHold(left, op, right);
+    if (ComparesAsText(leftType)) {
+        const StringForm leftForm(left);
+        const StringForm rightForm(right);
+        return TextsHold({left.GetType(), leftForm.View()}, op,
+                         {right.GetType(), rightForm.View()});
+    }
     if (left.GetType() == kTypeDouble || right.GetType() == kTypeDouble)
         return Holds(left.GetDouble(), op, right.GetDouble());
     return Holds(left.GetInteger(), op, right.GetInteger());
@@ -104,6 +121,11 @@ bool VExprCompare::Evaluate(const VelaEvalContext& context, VelaValue* result) c
 {
     if (!mLeft || !mRight)
         return false;
+    TextInPlace leftText, rightText;
+    if (FindTextsInPlace(*mLeft, *mRight, context, &leftText, &rightText)) {
+        result->SetInteger(TextsHold(leftText, mOp, rightText));
+        return true;
+    }
     VelaValue right;
     if (!mLeft->Evaluate(context, result) || !mRight->Evaluate(context, &right))
         return false;

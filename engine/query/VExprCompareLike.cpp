@@ -2,27 +2,9 @@
 
 #include "engine/query/ExprOperands.h"
 #include "engine/query/StringForm.h"
-#include "engine/query/VExprField.h"
+#include "engine/query/TextInPlace.h"
 
 namespace vela {
-
-namespace {
-
-// The text of a field whose column is held in memory as texts: no value needs to be made of it.
-// False when it isn't one, or is null there.
-bool TextInPlace(const VelaExpr& text, const VelaEvalContext& context, std::string_view* view)
-{
-    if (text.Kind() != ExprKind::kField)
-        return false;
-    uint32_t row = 0;
-    const ColumnData* column = static_cast<const VExprField&>(text).ColumnInPlace(context, &row);
-    if (!column || column->form != ColumnData::Form::kTexts || column->IsNull(row))
-        return false;
-    *view = column->Text(row);
-    return true;
-}
-
-}   // namespace
 
 VExprCompareLike::VExprCompareLike(VelaExprPtr text, VelaExprPtr pattern, VelaExprPtr escape)
     : VelaExpr(ExprKind::kCompareLike),
@@ -35,17 +17,14 @@ bool VExprCompareLike::Evaluate(const VelaEvalContext& context, VelaValue* resul
 {
     if (!mText || !mPattern)
         return false;
-    std::string_view text;
-    if (TextInPlace(*mText, context, &text)) {
-        if (!PreparePattern(context))
-            return false;
-        result->SetInteger(mPrepared.Matches(text));
-        return true;
-    }
+    TextInPlace text;
     VelaValue value;
-    if (!mText->Evaluate(context, &value) || !PreparePattern(context))
+    const bool isInPlace = FindTextInPlace(*mText, context, &text);
+    if (!isInPlace && !mText->Evaluate(context, &value))
         return false;
-    result->SetInteger(mPrepared.Matches(StringForm(value).View()));
+    if (!PreparePattern(context))
+        return false;
+    result->SetInteger(mPrepared.Matches(isInPlace ? text.text : StringForm(value).View()));
     return true;
 }
 
@@ -79,23 +58,34 @@ void VExprCompareLike::CollectTables(std::vector<bool>* tables) const
 
 bool VExprCompareLike::PreparePattern(const VelaEvalContext& context) const
 {
-    VelaValue pattern;
-    if (!mPattern->Evaluate(context, &pattern))
+    TextInPlace text;
+    VelaValue value;
+    const bool isInPlace = FindTextInPlace(*mPattern, context, &text);
+    if (!isInPlace && !mPattern->Evaluate(context, &value))
         return false;
     char escape = 0;
-    if (mEscape) {
-        VelaValue value;
-        if (!mEscape->Evaluate(context, &value))
-            return false;
-        const StringForm form(value);
-        if (form.View().size() != 1)
-            return false;
-        escape = form.View()[0];
-    }
-    const StringForm form(pattern);
-    if (!mPrepared.IsFor(form.View(), escape))
-        mPrepared = LikePattern(form.View(), escape);
+    if (mEscape && !EvaluateEscape(context, &escape))
+        return false;
+    Prepare(isInPlace ? text.text : StringForm(value).View(), escape);
     return true;
+}
+
+bool VExprCompareLike::EvaluateEscape(const VelaEvalContext& context, char* escape) const
+{
+    VelaValue value;
+    if (!mEscape->Evaluate(context, &value))
+        return false;
+    const StringForm form(value);
+    if (form.View().size() != 1)
+        return false;
+    *escape = form.View()[0];
+    return true;
+}
+
+void VExprCompareLike::Prepare(std::string_view pattern, char escape) const
+{
+    if (!mPrepared.IsFor(pattern, escape))
+        mPrepared = LikePattern(pattern, escape);
 }
 
 }   // namespace vela

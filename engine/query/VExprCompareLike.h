@@ -31,6 +31,9 @@ public:
 private:
     // Prepares mPrepared for the row's pattern and escape. False for UNKNOWN.
     bool PreparePattern(const VelaEvalContext& context) const;
+    // False for UNKNOWN. There is an escape.
+    bool EvaluateEscape(const VelaEvalContext& context, char* escape) const;
+    void Prepare(std::string_view pattern, char escape) const;
 
     VelaExprPtr mText;
     VelaExprPtr mPattern;
