@@ -17,26 +17,28 @@ constexpr size_t kMapPairSize = 8;
 // After this many single look-ups in the map file, loading it whole is the better way.
 constexpr int kMaxFileLookups = 32;
 constexpr size_t kPairsPerBlock = 8192;
+constexpr size_t kTailSize = size_t{1} << 20;
 
-// A row as the storage takes it: the body of its non-null values, and the columns of the null ones.
-struct EncodedRow {
-    std::vector<char> body;
-    SimpleVector<uint32_t> nullColumns;
+std::vector<char> EncodedRow(const VelaRow& values)
+{
+    std::vector<char> body(CalcSchemaAndDataSize(values));
+    EncodeRecordBody(body.data(), values);
+    return body;
+}
 
-    explicit EncodedRow(const VelaRow& values)
-    {
-        VelaRow present;
-        for (VelaValueWithID* value : values) {
-            if (value->IsNull())
-                nullColumns.push_back(value->ColumnID());
-            else
-                present.push_back(value);
-        }
-        body.resize(CalcSchemaAndDataSize(present));
-        EncodeRecordBody(body.data(), present);
-    }
-    [[nodiscard]] std::string_view View() const { return {body.data(), body.size()}; }
-};
+// The body that a row has in a record.
+std::vector<char> RecordBodyOf(const VelaRow& values)
+{
+    const std::vector<char> body = EncodedRow(values);
+    std::vector<char> stored;
+    CopyWithoutNulls({body.data(), body.size()}, &stored);
+    return stored;
+}
+
+std::string_view ViewOf(const std::vector<char>& bytes)
+{
+    return {bytes.data(), bytes.size()};
+}
 
 bool WriteNumberAt(RandomAccessMechanism* stream, int64_t position, uint32_t number)
 {
@@ -100,6 +102,9 @@ bool VelaStorage::FindPosition(uint32_t rowID, uint32_t* position)
 
 size_t VelaStorage::QtyRows()
 {
+    uint32_t count = 0;
+    if (mMapState == MapState::kUnloaded && !mMapDirty && ReadMapHeader(&count))
+        return count;
     NeedMap();
     return mRowPositions.Count();
 }
@@ -130,6 +135,8 @@ bool VelaStorage::StandNowhere()
 bool VelaStorage::GoToPosition(int64_t position, bool skipDeleted)
 {
     mCurrent = false;
+    if (position >= mFile->GetLength() && !WriteTail())
+        return false;
     if (!mFile->SeekFromStart(position) || mFile->IsEOF())
         return false;
     return ReadRecHeader(skipDeleted);
@@ -173,6 +180,8 @@ bool VelaStorage::ReadBody(std::string_view* body)
         return false;
     const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
     const size_t size = static_cast<size_t>(mNextPosition - bodyPosition);
+    if (mNextPosition > mFile->GetLength() && !WriteTail())
+        return false;
     if (mBody.size() < size)
         mBody.resize(size);
     if (mFile->GetPosition() != bodyPosition && !mFile->SeekFromStart(bodyPosition))
@@ -194,12 +203,12 @@ bool VelaStorage::ReadRecordValues(VelaRow* values)
 
 bool VelaStorage::AddNewRecord(uint32_t rowID, const VelaRow& values)
 {
-    return AddNewBody(rowID, EncodedRow(values).View());
+    return AddNewBody(rowID, ViewOf(RecordBodyOf(values)));
 }
 
 bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
 {
-    const int64_t position = mFile->GetLength();
+    const int64_t position = Length();
     const int64_t endPosition = position + static_cast<int64_t>(kRecordHeaderSize + body.size());
     NeedMap();
     mFull = endPosition > kMaxRecordFileSize;
@@ -215,23 +224,22 @@ bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
 
 bool VelaStorage::UpdateRecord(const VelaRow& values)
 {
-    const EncodedRow row(values);
     const int64_t oldEnd = mNextPosition;
     const int64_t oldPosition = mPosition;
-    if (!UpdateBody(row.View(), row.nullColumns))
+    if (!UpdateBody(ViewOf(EncodedRow(values))))
         return false;
     const bool moved = mPosition != oldPosition;
     return moved || mFile->GetPosition() == oldEnd;
 }
 
-bool VelaStorage::UpdateBody(std::string_view changes, const SimpleVector<uint32_t>& removed)
+bool VelaStorage::UpdateBody(std::string_view changes)
 {
     std::string_view old;
     if (!ReadBody(&old))
         return false;
     std::vector<char> merged;
-    MergeBodies(old, changes, removed, &merged);
-    const std::string_view body(merged.data(), merged.size());
+    MergeBodies(old, changes, MergedNulls::kTakeOut, &merged);
+    const std::string_view body = ViewOf(merged);
     const int64_t needed = mPosition + static_cast<int64_t>(kRecordHeaderSize + body.size());
     if (needed <= mNextPosition)
         return WriteBodyAt(mPosition, mRowID, body, mNextPosition);
@@ -244,7 +252,7 @@ bool VelaStorage::UpdateBody(std::string_view changes, const SimpleVector<uint32
 bool VelaStorage::WriteRecordAt(int64_t position, uint32_t rowID, const VelaRow& values,
                                 int64_t endPosition)
 {
-    return WriteBodyAt(position, rowID, EncodedRow(values).View(), endPosition) &&
+    return WriteBodyAt(position, rowID, ViewOf(RecordBodyOf(values)), endPosition) &&
            mFile->GetPosition() == endPosition;
 }
 
@@ -283,9 +291,16 @@ bool VelaStorage::DeleteRecord()
     return true;
 }
 
-// Writes into the record file; what lay there before the changes began is remembered first.
+// Writes into the record file; what lay there before the changes began is remembered first. During changes appended
+// records collect, so that moving records from all over the file to its end goes in large pieces.
 bool VelaStorage::Overwrite(int64_t position, const char* bytes, size_t count)
 {
+    if (mRemember && position == Length()) {
+        mTail.insert(mTail.end(), bytes, bytes + count);
+        return mTail.size() < kTailSize || WriteTail();
+    }
+    if (position + static_cast<int64_t>(count) > mFile->GetLength() && !WriteTail())
+        return false;
     if (mRemember && position < mOldLength) {
         const size_t offset = mOldBytes.size();
         mOldBytes.resize(offset + count);
@@ -294,6 +309,18 @@ bool VelaStorage::Overwrite(int64_t position, const char* bytes, size_t count)
         mOverwritten.push_back({position, offset, count});
     }
     return mFile->SeekFromStart(position) && mFile->WriteData(bytes, static_cast<int>(count));
+}
+
+bool VelaStorage::WriteTail()
+{
+    if (mTail.empty())
+        return true;
+    const int64_t end = mFile->GetLength();
+    const bool written =
+        mFile->SeekFromStart(end) && mFile->WriteData(mTail.data(), static_cast<int>(mTail.size()));
+    if (written)
+        mTail.clear();
+    return written;
 }
 
 void VelaStorage::BeginChanges()
@@ -305,6 +332,7 @@ void VelaStorage::BeginChanges()
 void VelaStorage::EndChanges()
 {
     mRemember = false;
+    mTail = {};
     mOverwritten = {};
     mOldBytes = {};
 }
@@ -356,7 +384,7 @@ string VelaStorage::ErrorText() const
 
 bool VelaStorage::FlushToDisk()
 {
-    if (!mFile->FlushToDisk())
+    if (!WriteTail() || !mFile->FlushToDisk())
         return false;
     if (mMapFile == nullptr)
         return true;

@@ -44,16 +44,18 @@ public:
     // The bytes of the current record's body; good until the next call. False when they can't be read.
     bool ReadBody(std::string_view* body);
 
-    // Appends a record and stands on it. False when it could not be written, or would pass 4 GiB.
+    // Appends a record and stands on it; null values are left out. False when it could not be written, or would pass 4 GiB.
     bool AddNewRecord(uint32_t rowID, const VelaRow& values);
+    // The same with the values as a record body without nulls.
     bool AddNewBody(uint32_t rowID, std::string_view body);
     // Merges values, matched by column id, into the current record; columns not named keep what they hold, null values are
     // taken out. A record that has outgrown its place moves to the end of the file, where it is current, and keeps its row
     // id. False: a write failed; also when the record, complete, leaves slack in its old place.
     bool UpdateRecord(const VelaRow& values);
-    // The same with the new values as a record body and a list of the column ids to take out. False: a write failed.
-    bool UpdateBody(std::string_view changes, const SimpleVector<uint32_t>& removed);
-    // Writes a record from position to endPosition and stands on it. False: a write failed, or values end before that.
+    // The same with the new values as a record body, in which null ones are fields of type None. False: a write failed.
+    bool UpdateBody(std::string_view changes);
+    // Writes a record from position to endPosition, which must hold it, and stands on it; null values are left out. False: a
+    // write failed, or the values end before endPosition.
     bool WriteRecordAt(int64_t position, uint32_t rowID, const VelaRow& values,
                        int64_t endPosition);
     // Marks the current record deleted. The map still knows it.
@@ -90,6 +92,12 @@ private:
     bool WriteBodyAt(int64_t position, uint32_t rowID, std::string_view body, int64_t endPosition);
     bool HandleError(RecordError error);
     bool Overwrite(int64_t position, const char* bytes, size_t count);
+    // The record file's length with what waits in mTail.
+    [[nodiscard]] int64_t Length() const
+    {
+        return mFile->GetLength() + static_cast<int64_t>(mTail.size());
+    }
+    bool WriteTail();
 
     void NeedMap();
     bool LoadRowPosMap();
@@ -123,6 +131,7 @@ private:
         size_t count;
     };
     bool mFull = false;
+    std::vector<char> mTail;   // appended between BeginChanges and EndChanges, not yet in the file
     bool mRemember = false;
     int64_t mOldLength = 0;
     std::vector<OldBytes> mOverwritten;
