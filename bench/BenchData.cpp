@@ -123,15 +123,16 @@ std::string InsertOwnerText(uint32_t number, uint32_t itemCount)
 {
     const uint32_t id = static_cast<uint32_t>((number + 1) * kStride % OwnerCount(itemCount));
     const uint64_t random = Scatter(uint64_t{1} << 40 | id);
-    return Format("INSERT INTO owners (id, code, city, region) VALUES (%u, %u, '", id, id) +
-           kWords[random % kWordCount] + "-" + kWords[random / kWordCount % kWordCount] +
-           Format("', %u)", static_cast<unsigned>(random / 4096 % kRegionCount));
+    const std::string idText = std::to_string(id);
+    return "INSERT INTO owners (id, code, city, region) VALUES (" + idText + ", " + idText + ", '" +
+           kWords[random % kWordCount] + "-" + kWords[random / kWordCount % kWordCount] + "', " +
+           std::to_string(random / 4096 % kRegionCount) + ")";
 }
 
 std::string InsertRegionText(int32_t number)
 {
-    return Format("INSERT INTO regions (id, title) VALUES (%u, 'region %u')",
-                  static_cast<unsigned>(number), static_cast<unsigned>(number));
+    const std::string id = std::to_string(number);
+    return "INSERT INTO regions (id, title) VALUES (" + id + ", 'region " + id + "')";
 }
 
 }   // namespace vela::bench

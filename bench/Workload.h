@@ -20,6 +20,7 @@ struct Workload {
     WorkloadRun run = nullptr;
     WorkloadRun runPrepared = nullptr;   // with SQLite's prepared statements; may be null
     uint32_t operations = 1;             // in one run: times are given for one of them
+    bool warmUp = false;                 // run once before it counts: it reads what stays open
 };
 
 // In the order of the table.

@@ -104,13 +104,12 @@ struct Contestant {
     std::set<std::string> warm;   // workloads that it has run once
 };
 
-// A query is run once before it counts: the first one after opening has a workload of its own.
 void Measure(benchmark::State& state, const Workload& workload, Contestant& contestant,
              Answers& answers)
 {
     Stage& stage = *contestant.stage;
     Stopwatch untimed;
-    if (workload.sql != nullptr && contestant.warm.insert(workload.name).second)
+    if (workload.warmUp && contestant.warm.insert(workload.name).second)
         (void)RunWorkload(workload, stage, untimed);
     const std::string key = workload.name + ("/" + std::to_string(stage.ItemCount()));
     while (state.KeepRunning()) {
