@@ -1,0 +1,36 @@
+#include "engine/core/VelaValueWithID.h"
+
+#include <gtest/gtest.h>
+
+namespace vela {
+namespace {
+
+TEST(VelaValueWithID, PairsAValueWithItsColumn)
+{
+    VelaValueWithID empty;
+    EXPECT_EQ(0u, empty.ColumnID());
+    EXPECT_TRUE(empty.IsNull());
+    EXPECT_EQ(0xFFFFFFFFu, VelaValueWithID(0xFFFFFFFF).ColumnID());
+
+    const VelaValueWithID value(VelaValue::String("x"), 7);
+    EXPECT_EQ(7u, value.ColumnID());
+    EXPECT_EQ("x", value.TextView());
+}
+
+TEST(VelaValueWithID, SetValueKeepsTheColumnAndAssignmentTakesBoth)
+{
+    VelaValueWithID value(VelaValue::Integer(1), 7);
+    value.SetValue(VelaValue::String("y"));
+    EXPECT_EQ(7u, value.ColumnID());
+    EXPECT_EQ("y", value.TextView());
+    const VelaValueWithID other(VelaValue::Boolean(true), 9);
+    value = other;
+    EXPECT_EQ(9u, value.ColumnID());
+    EXPECT_EQ(kTypeBoolean, value.GetType());
+    value.SetColumnID(3);
+    EXPECT_EQ(3u, value.ColumnID());
+    EXPECT_EQ(9u, other.ColumnID());
+}
+
+}   // namespace
+}   // namespace vela

@@ -1,0 +1,570 @@
+#include "engine/core/VelaValue.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "engine/core/VelaValueWithID.h"
+
+namespace vela {
+namespace {
+
+constexpr VelaDataType kAllTypes[] = {kTypeNone,      kTypeInteger, kTypeString,
+                                      kTypeDouble,    kTypeDate,    kTypeTime,
+                                      kTypeTimestamp, kTypeBoolean, kTypeBinary};
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+VelaValue I(int32_t number)
+{
+    return VelaValue::Integer(number);
+}
+VelaValue B(bool truth)
+{
+    return VelaValue::Boolean(truth);
+}
+VelaValue D(double number)
+{
+    return VelaValue::Double(number);
+}
+VelaValue S(const char* text)
+{
+    return VelaValue::String(text);
+}
+VelaValue Date(const char* text)
+{
+    return VelaValue::Text(kTypeDate, text);
+}
+VelaValue Time(const char* text)
+{
+    return VelaValue::Text(kTypeTime, text);
+}
+VelaValue Stamp(const char* text)
+{
+    return VelaValue::Text(kTypeTimestamp, text);
+}
+VelaValue Bin(const char* text)
+{
+    return VelaValue::Text(kTypeBinary, text);
+}
+VelaValue Null(VelaDataType type)
+{
+    return VelaValue::Null(type);
+}
+
+// A value for a message: "String 'x'".
+std::string Show(const VelaValue& value)
+{
+    const char* name = DataTypeName(value.GetType());
+    return std::string(name ? name : "?") + " '" + value.GetSaveString().CString() + "'" +
+           (value.IsNull() ? " null" : "");
+}
+
+TEST(VelaValue, IsSixteenBytesWithPayloadTypeAndFlagInOrder)
+{
+    EXPECT_EQ(16u, sizeof(VelaValue));
+    EXPECT_EQ(16u, sizeof(VelaValueWithID)) << "the id lies in what the value leaves free";
+    const VelaValue value = I(0x01020304);
+    unsigned char bytes[sizeof value];
+    memcpy(bytes, &value, sizeof value);
+    EXPECT_EQ(kTypeInteger, bytes[8]);
+    EXPECT_EQ(0, bytes[9]);
+    const VelaValue null = Null(kTypeDate);
+    memcpy(bytes, &null, sizeof null);
+    for (int i = 0; i < 8; i++)
+        EXPECT_EQ(0, bytes[i]) << i;
+    EXPECT_EQ(kTypeDate, bytes[8]);
+    EXPECT_NE(0, bytes[9]);
+}
+
+TEST(VelaValue, ConvertsToIntegerDoubleAndTexts)
+{
+    struct {
+        VelaValue value;
+        int32_t integer;
+        double number;
+        const char* display;
+        const char* save;
+        const char* why;
+    } cases[] = {
+        {I(42), 42, 42, "42", "42", ""},
+        {I(0), 0, 0, "0", "0", ""},
+        {I(-7), -7, -7, "-7", "-7", ""},
+        {I(INT32_MAX), INT32_MAX, 2147483647.0, "2147483647", "2147483647", ""},
+        {I(INT32_MIN), INT32_MIN, -2147483648.0, "-2147483648", "-2147483648", ""},
+        {B(true), 1, 1, "TRUE", "TRUE", ""},
+        {B(false), 0, 0, "FALSE", "FALSE", ""},
+        {D(2.5), 2, 2.5, "2.5", "2.5", "truncated"},
+        {D(-2.5), -2, -2.5, "-2.5", "-2.5", "toward zero"},
+        {D(5), 5, 5, "5", "5", "integral"},
+        {D(1e300), INT32_MAX, 1e300, "1.0e+300", "1.0e+300", "saturated"},
+        {D(-1e300), INT32_MIN, -1e300, "-1.0e+300", "-1.0e+300", ""},
+        {D(kInfinity), INT32_MAX, kInfinity, "inf", "inf", ""},
+        {D(2147483647.5), INT32_MAX, 2147483647.5, "2147483647.5", "2147483647.5", ""},
+        {S("42"), 42, 42, "42", "42", ""},
+        {S(""), 0, 0, "", "", ""},
+        {S("  -17.75xyz"), -17, -17.75, "  -17.75xyz", "  -17.75xyz", "leading number"},
+        {S("1e3"), 1, 1000, "1e3", "1e3", "an integer has no exponent"},
+        {S("99999999999"), INT32_MAX, 99999999999.0, "99999999999", "99999999999", ""},
+        {S("-99999999999"), INT32_MIN, -99999999999.0, "-99999999999", "-99999999999", ""},
+        {S("TRUE"), 0, 0, "TRUE", "TRUE", "no Boolean by its text"},
+        {S("NULL"), 0, 0, "NULL", "NULL", "no null by its text"},
+        {Date("1984-05-06"), 0, 0, "DATE 1984-05-06", "1984-05-06", "no number in a date"},
+        {Date(""), 0, 0, "DATE ", "", ""},
+        {Date("odd"), 0, 0, "DATE odd", "odd", "as it is"},
+        {Time("12:34:06"), 0, 0, "TIME 12:34:06", "12:34:06", ""},
+        {Stamp("1984-12-23 12:34:56"), 0, 0, "TIMESTAMP 1984-12-23 12:34:56", "1984-12-23 12:34:56",
+         ""},
+        {Bin("42"), 0, 0, "42", "42", "no number in a binary"},
+        {Null(kTypeNone), 0, 0, "NULL", "NULL", ""},
+        {Null(kTypeInteger), 0, 0, "NULL", "NULL", ""},
+        {Null(kTypeString), 0, 0, "NULL", "NULL", ""},
+        {Null(kTypeDouble), 0, 0, "NULL", "NULL", ""},
+        {Null(kTypeDate), 0, 0, "NULL", "NULL", "no prefix"},
+        {Null(kTypeBoolean), 0, 0, "NULL", "NULL", ""},
+        {Null(kTypeBinary), 0, 0, "NULL", "NULL", ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.integer, c.value.GetInteger()) << Show(c.value) << " " << c.why;
+        EXPECT_EQ(c.number, c.value.GetDouble()) << Show(c.value) << " " << c.why;
+        EXPECT_STREQ(c.display, c.value.GetString().CString()) << Show(c.value) << " " << c.why;
+        EXPECT_STREQ(c.save, c.value.GetSaveString().CString()) << Show(c.value) << " " << c.why;
+    }
+    EXPECT_EQ(0, D(std::nan("")).GetInteger());
+    EXPECT_TRUE(std::isnan(D(std::nan("")).GetDouble()));
+    EXPECT_STREQ("nan", D(std::nan("")).GetString().CString());
+}
+
+TEST(VelaValue, AValueOfNoTypeIsEmptyText)
+{
+    VelaValue value = Null(kTypeNone);
+    EXPECT_TRUE(value.IsNull());
+    EXPECT_TRUE(VelaValue().IsNull());
+    EXPECT_EQ(kTypeNone, VelaValue().GetType());
+    EXPECT_STREQ("", value.StoredText().CString());
+    EXPECT_EQ("", value.TextView());
+}
+
+TEST(VelaValue, MadeTextsAreASCIIAndOwnTextsKeepTheirTag)
+{
+    const string utf8("\xC3\xA9", kEncodingUTF8);
+    EXPECT_EQ(kEncodingUTF8, VelaValue::String(utf8).GetString().Encoding());
+    EXPECT_EQ(kEncodingUTF8, VelaValue::Text(kTypeBinary, utf8).GetSaveString().Encoding());
+    EXPECT_EQ(kEncodingUTF8, VelaValue::Text(kTypeDate, utf8).GetSaveString().Encoding());
+    EXPECT_EQ(kEncodingASCII, VelaValue::Text(kTypeDate, utf8).GetString().Encoding());
+    EXPECT_EQ(kEncodingASCII, I(1).GetString().Encoding());
+    EXPECT_EQ(kEncodingASCII, D(1.5).GetString().Encoding());
+    EXPECT_EQ(kEncodingASCII, Null(kTypeString).GetString().Encoding());
+    EXPECT_EQ(utf8.CString(), VelaValue::String(utf8).GetString().CString()) << "shared";
+    EXPECT_EQ(utf8.CString(), VelaValue::String(utf8).StoredText().CString()) << "shared";
+}
+
+TEST(VelaValue, SettersSetTheTypeAndClearTheNull)
+{
+    for (const VelaDataType type : kAllTypes) {
+        VelaValue value;
+        const auto start = [&]() -> VelaValue& {
+            value.SetString("some text, long enough to be on the heap");
+            value.SetNull(type);
+            EXPECT_TRUE(value.IsNull());
+            EXPECT_EQ(type, value.GetType());
+            EXPECT_EQ(0, value.GetInteger());
+            EXPECT_EQ(0.0, value.GetDouble());
+            EXPECT_EQ("", value.TextView());
+            return value;
+        };
+        start().SetInteger(-3);
+        EXPECT_EQ("Integer '-3'", Show(value));
+        start().SetBoolean(true);
+        EXPECT_EQ("Boolean 'TRUE'", Show(value));
+        start().SetDouble(1.5);
+        EXPECT_EQ("Double '1.5'", Show(value));
+        start().SetString("x");
+        EXPECT_EQ("String 'x'", Show(value));
+        start().SetText(kTypeTime, "y");
+        EXPECT_EQ("Time 'y'", Show(value));
+    }
+}
+
+TEST(VelaValue, BooleanIsStoredAsOneOrZero)
+{
+    EXPECT_EQ(1, B(true).GetInteger());
+    EXPECT_EQ(0, B(false).GetInteger());
+    EXPECT_EQ(1.0, B(true).GetDouble());
+}
+
+TEST(VelaValue, ClearKeepsTypeAndNullFlag)
+{
+    VelaValue text = Date("1984-05-06");
+    text.Clear();
+    EXPECT_EQ("Date ''", Show(text));
+    EXPECT_FALSE(text.IsNull());
+    VelaValue number = I(42);
+    number.Clear();
+    EXPECT_EQ("Integer '0'", Show(number));
+    VelaValue null = Null(kTypeString);
+    null.Clear();
+    EXPECT_EQ("String 'NULL' null", Show(null));
+}
+
+TEST(VelaValue, CopiesShareTheTextAndDropTheirReference)
+{
+    string text("a text", kEncodingUTF8);
+    const char* bytes = text.CString();
+    VelaValue value = VelaValue::String(text);
+    text = string();
+    {
+        VelaValue copy(value);
+        VelaValue assigned = I(1);
+        assigned = value;
+        EXPECT_EQ(bytes, copy.StoredText().CString());
+        EXPECT_EQ(bytes, assigned.StoredText().CString());
+        copy.SetInteger(5);
+        assigned.SetNull(kTypeDate);
+        EXPECT_EQ("a text", value.TextView());
+    }
+    string last = value.StoredText();
+    value.Clear();
+    EXPECT_EQ(bytes, last.MutableBytes()) << "nobody else may hold the text any more";
+}
+
+TEST(VelaValue, ATextThatChangesLeavesTheValueAlone)
+{
+    string text("abc");
+    const VelaValue value = VelaValue::String(text);
+    text += "def";
+    EXPECT_EQ("abc", value.TextView());
+    string taken = value.GetString();
+    taken.MutableBytes()[0] = 'X';
+    EXPECT_EQ("abc", value.TextView());
+}
+
+TEST(VelaValue, AssignmentWorksBetweenAllTypesAndToItself)
+{
+    const VelaValue values[] = {
+        I(5),
+        B(true),
+        D(2.5),
+        S("text"),
+        Date("1984-05-06"),
+        Bin("bytes"),
+        Null(kTypeNone),
+        Null(kTypeString),
+        Null(kTypeInteger),
+    };
+    for (const VelaValue& from : values) {
+        for (const VelaValue& to : values) {
+            VelaValue target = to;
+            target = from;
+            EXPECT_EQ(Show(from), Show(target));
+            VelaValue source = from;
+            VelaValue moved = to;
+            moved = static_cast<VelaValue&&>(source);
+            EXPECT_EQ(Show(from), Show(moved));
+            source = to;
+            EXPECT_EQ(Show(to), Show(source)) << "a moved-from value is usable";
+        }
+        VelaValue same = from;
+        const VelaValue& alias = same;
+        same = alias;
+        EXPECT_EQ(Show(from), Show(same));
+        VelaValue& self = same;
+        same = static_cast<VelaValue&&>(self);
+        EXPECT_EQ(Show(from), Show(same));
+    }
+}
+
+TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
+{
+    const VelaValue absent = S("");
+    struct {
+        VelaValue left, right;
+        bool equal, reverse;
+        const char* why;
+    } cases[] = {
+        {Null(kTypeInteger), Null(kTypeInteger), true, true, "null equals null"},
+        {Null(kTypeInteger), Null(kTypeString), true, true, "... of any type"},
+        {Null(kTypeInteger), I(0), false, false, "null equals no zero"},
+        {Null(kTypeString), S(""), false, false, "... and no empty text"},
+        {Null(kTypeString), S("NULL"), false, false, "... and not its own text"},
+        {I(42), I(42), true, true, ""},
+        {I(42), I(-42), false, false, ""},
+        {I(42), S("42"), true, true, "the text's number; the number's text"},
+        {I(42), S(" 42abc"), true, false, "leading number against the whole text"},
+        {I(0), S("abc"), true, false, "no number is 0"},
+        {I(1), B(true), true, true, ""},
+        {I(2), B(true), false, false, "TRUE is 1"},
+        {I(2), D(2.9), true, false, "truncated; unconverted the other way"},
+        {I(0), Date("1984-05-06"), true, false, "a date's integer is 0"},
+        {I(1), Bin("1"), false, true, "a binary's integer is 0, but its text is 1"},
+        {B(true), S("1"), true, false, "the text of TRUE is not 1"},
+        {B(true), S("TRUE"), false, true, "... and TRUE is no number"},
+        {B(false), S("x"), true, false, ""},
+        {S("abc"), S("abc"), true, true, ""},
+        {S("abc"), S("ABC"), false, false, "case counts"},
+        {S("abc"), S("abcd"), false, false, ""},
+        {S("abc"), S("abc "), false, false, "blanks count"},
+        {S("abc"), Bin("abc"), true, true, ""},
+        {S("2.5"), D(2.5), true, false, "a double asks for a double"},
+        {S("TRUE"), B(true), true, false, ""},
+        {Date("1984-05-06"), Date("1984-05-06"), false, false,
+         "the other's display form has a prefix"},
+        {Date("1984-05-06"), S("1984-05-06"), true, false,
+         "stored against stored; against DATE ..."},
+        {Date("1984-05-06"), S("DATE 1984-05-06"), false, true, ""},
+        {Date("1984-05-06"), Bin("1984-05-06"), true, false, ""},
+        {Date("DATE x"), Date("x"), true, false, "a stored text that looks like a display form"},
+        {Time("12:00:00"), Time("12:00:00"), false, false, ""},
+        {Stamp("1984-05-06 12:00:00"), Stamp("1984-05-06 12:00:00"), false, false, ""},
+        {Stamp("1984-05-06 12:00:00"), S("1984-05-06 12:00:00"), true, false, ""},
+        {D(2.5), D(2.5), true, true, ""},
+        {D(2.5), D(2.25), false, false, ""},
+        {D(0.0), D(-0.0), true, true, "equal as numbers"},
+        {D(2), I(2), false, true, "payloads differ; truncated the other way"},
+        {D(0), I(0), true, true, "all bits zero in both"},
+        {D(0), B(false), true, true, ""},
+        {D(1), B(true), false, true, ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.equal, c.left.Equals(c.right))
+            << Show(c.left) << " = " << Show(c.right) << ": " << c.why;
+        EXPECT_EQ(c.reverse, c.right.Equals(c.left))
+            << Show(c.right) << " = " << Show(c.left) << ": " << c.why;
+    }
+    EXPECT_FALSE(D(std::nan("")).Equals(D(std::nan(""))));
+    VelaValue noType = I(0);
+    noType.CoerceToType(kTypeString);
+    EXPECT_TRUE(noType.Equals(S("0")));
+}
+
+TEST(VelaValue, EqualTextsOfDifferentEncodingTagsAreEqual)
+{
+    const VelaValue utf8 = VelaValue::String(string("abc", kEncodingUTF8));
+    const VelaValue mac = VelaValue::String(string("abc", kEncodingMacRoman));
+    EXPECT_TRUE(utf8.Equals(mac));
+    const VelaValue withNUL = VelaValue::String(string("ab\0c", 4, kEncodingUTF8));
+    EXPECT_FALSE(withNUL.Equals(S("ab"))) << "NUL bytes take part";
+}
+
+TEST(VelaValue, CoercionOfEveryTypeToEveryType)
+{
+    struct {
+        VelaValue value;
+        const char* none;   // expected: type and saved text after coercion to None, Integer, ...
+        const char* integer;
+        const char* text;
+        const char* number;
+        const char* date;
+        const char* time;
+        const char* stamp;
+        const char* truth;
+        const char* binary;
+    } cases[] = {
+        {I(7), "String '7'", "Integer '7'", "String '7'", "Double '7'", "Date '0000-00-00'",
+         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'TRUE'", "String '7'"},
+        {I(0), "String '0'", "Integer '0'", "String '0'", "Double '0'", "Date '0000-00-00'",
+         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'FALSE'", "String '0'"},
+        {B(true), "String 'TRUE'", "Integer '1'", "String 'TRUE'", "Double '1'",
+         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
+         "Boolean 'TRUE'", "String 'TRUE'"},
+        {D(2.5), "String '2.5'", "Integer '2'", "String '2.5'", "Double '2.5'", "Date '0000-00-00'",
+         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'TRUE'", "String '2.5'"},
+        {D(-2.5), "String '-2.5'", "Integer '-2'", "String '-2.5'", "Double '-2.5'",
+         "Date '0000-02-00'", "Time '00:00:00'", "Timestamp '0000-02-00 00:00:00'",
+         "Boolean 'TRUE'", "String '-2.5'"},
+        {S("1984-5-6 8:4"), "String '1984-5-6 8:4'", "Integer '1984'", "String '1984-5-6 8:4'",
+         "Double '1984'", "Date '1984-05-06'", "Time '08:04:00'", "Timestamp '1984-05-06 08:04:00'",
+         "Boolean 'TRUE'", "String '1984-5-6 8:4'"},
+        {S("0"), "String '0'", "Integer '0'", "String '0'", "Double '0'", "Date '0000-00-00'",
+         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'FALSE'", "String '0'"},
+        {Date("1984-05-06"), "String 'DATE 1984-05-06'", "Integer '0'", "String 'DATE 1984-05-06'",
+         "Double '0'", "Date '1984-05-06'", "Time '00:00:00'", "Timestamp '1984-05-06 00:00:00'",
+         "Boolean 'TRUE'", "String 'DATE 1984-05-06'"},
+        {Time("12:34:06"), "String 'TIME 12:34:06'", "Integer '0'", "String 'TIME 12:34:06'",
+         "Double '0'", "Date '0000-00-00'", "Time '12:34:06'", "Timestamp '0000-00-00 12:34:06'",
+         "Boolean 'TRUE'", "String 'TIME 12:34:06'"},
+        {Stamp("1984-12-23 12:34:56"), "String 'TIMESTAMP 1984-12-23 12:34:56'", "Integer '0'",
+         "String 'TIMESTAMP 1984-12-23 12:34:56'", "Double '0'", "Date '1984-12-23'",
+         "Time '12:34:56'", "Timestamp '1984-12-23 12:34:56'", "Boolean 'TRUE'",
+         "String 'TIMESTAMP 1984-12-23 12:34:56'"},
+        {Bin("f"), "String 'f'", "Integer '0'", "String 'f'", "Double '0'", "Date '0000-00-00'",
+         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'FALSE'", "Binary 'f'"},
+        {Null(kTypeNone), "None 'NULL' null", "Integer '0'", "String 'NULL'", "Double '0'",
+         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
+         "Boolean 'TRUE'", "String 'NULL'"},
+        {Null(kTypeInteger), "String 'NULL'", "Integer 'NULL' null", "String 'NULL'", "Double '0'",
+         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
+         "Boolean 'FALSE'", "String 'NULL'"},
+        {Null(kTypeDouble), "String 'NULL'", "Integer '0'", "String 'NULL'", "Double 'NULL' null",
+         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
+         "Boolean 'FALSE'", "String 'NULL'"},
+        {Null(kTypeString), "String 'NULL'", "Integer '0'", "String 'NULL' null", "Double '0'",
+         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
+         "Boolean 'TRUE'", "String 'NULL'"},
+        {Null(kTypeBoolean), "String 'NULL'", "Integer '0'", "String 'NULL'", "Double '0'",
+         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
+         "Boolean 'NULL' null", "String 'NULL'"},
+        {Null(kTypeDate), "String 'NULL'", "Integer '0'", "String 'NULL'", "Double '0'",
+         "Date 'NULL' null", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'TRUE'",
+         "String 'NULL'"},
+    };
+    for (const auto& c : cases) {
+        const char* expected[] = {c.none, c.integer, c.text,  c.number, c.date,
+                                  c.time, c.stamp,   c.truth, c.binary};
+        for (size_t i = 0; i < sizeof kAllTypes / sizeof kAllTypes[0]; i++) {
+            VelaValue value = c.value;
+            value.CoerceToType(kAllTypes[i]);
+            EXPECT_EQ(expected[i], Show(value))
+                << Show(c.value) << " to " << DataTypeName(kAllTypes[i]);
+        }
+    }
+}
+
+TEST(VelaValue, CoercionToItsOwnTypeNormalisesNothing)
+{
+    const VelaValue values[] = {
+        Date("odd date"), Time("8:4"), Stamp("1984/5/6"), Bin("\x80"),
+        S(" 1 "),         D(-0.0),     Null(kTypeDate),
+    };
+    for (const VelaValue& value : values) {
+        VelaValue coerced = value;
+        coerced.CoerceToType(value.GetType());
+        EXPECT_EQ(Show(value), Show(coerced));
+        EXPECT_EQ(value.StoredText().CString(), coerced.StoredText().CString()) << Show(value);
+    }
+}
+
+TEST(VelaValue, CoercionToBooleanKnowsThreeTextsOfFalse)
+{
+    struct {
+        VelaValue value;
+        bool truth;
+    } cases[] = {
+        {S("false"), false}, {S("FALSE"), false}, {S("fAlSe"), false}, {S("f"), false},
+        {S("F"), false},     {S("0"), false},     {S("no"), true},     {S(""), true},
+        {S("n"), true},      {S("00"), true},     {S("0.0"), true},    {S(" 0"), true},
+        {S("false "), true}, {S("fa"), true},     {S("true"), true},   {S("t"), true},
+        {S("1"), true},      {I(-1), true},       {I(2), true},        {I(0), false},
+        {D(0.0), false},     {D(-0.0), false},    {D(0.1), true},      {D(-1), true},
+        {D(1e-300), true},   {Date("0"), true},   {Bin("0"), false},   {Bin("False"), false},
+    };
+    for (const auto& c : cases) {
+        VelaValue value = c.value;
+        value.CoerceToType(kTypeBoolean);
+        EXPECT_EQ(kTypeBoolean, value.GetType()) << Show(c.value);
+        EXPECT_EQ(c.truth ? 1 : 0, value.GetInteger()) << Show(c.value);
+    }
+    VelaValue nan = D(std::nan(""));
+    nan.CoerceToType(kTypeBoolean);
+    EXPECT_EQ(1, nan.GetInteger()) << "anything other than 0.0";
+}
+
+TEST(VelaValue, DisplayFormsAfterCoercionToDatesAndTimes)
+{
+    struct {
+        const char* text;
+        VelaDataType type;
+        const char* display;
+    } cases[] = {
+        {"1984-5-06", kTypeDate, "DATE 1984-05-06"},
+        {"1984/05/06 12:34:56", kTypeDate, "DATE 1984-05-06"},
+        {"1984/05/06 12:34:6", kTypeTime, "TIME 12:34:06"},
+        {"1984-5-6 8:4", kTypeTimestamp, "TIMESTAMP 1984-05-06 08:04:00"},
+        {"1984-12-23 12:34:56", kTypeTimestamp, "TIMESTAMP 1984-12-23 12:34:56"},
+    };
+    for (const auto& c : cases) {
+        VelaValue value = S(c.text);
+        value.CoerceToType(c.type);
+        EXPECT_EQ(c.type, value.GetType());
+        EXPECT_STREQ(c.display, value.GetString().CString());
+    }
+}
+
+TEST(VelaValue, CoercionToACodeThatIsNoTypeMakesAString)
+{
+    VelaValue value = I(7);
+    value.CoerceToType(static_cast<VelaDataType>(99));
+    EXPECT_EQ("String '7'", Show(value));
+}
+
+TEST(VelaValue, CoercedTextKeepsItsBytesAndEncoding)
+{
+    VelaValue value = VelaValue::Text(kTypeBinary, string("\xC3\xA9\0x", 4, kEncodingUTF8));
+    value.CoerceToType(kTypeString);
+    EXPECT_EQ(kEncodingUTF8, value.StoredText().Encoding());
+    EXPECT_EQ(std::string_view("\xC3\xA9\0x", 4), value.TextView());
+}
+
+TEST(VelaValue, RandomIntegersAndDoublesSurviveTheWayThroughText)
+{
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    for (int i = 0; i < 20000; i++) {
+        VelaValue value = I(static_cast<int32_t>(random()));
+        const VelaValue original = value;
+        value.CoerceToType(kTypeString);
+        value.CoerceToType(kTypeInteger);
+        ASSERT_TRUE(original.Equals(value)) << Show(original);
+        VelaValue number =
+            D(std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 200) - 100));
+        const double before = number.GetDouble();
+        number.CoerceToType(kTypeString);
+        number.CoerceToType(kTypeDouble);
+        ASSERT_EQ(before, number.GetDouble());
+    }
+}
+
+// Values that come and go in a random order: each text must be freed once, which the sanitizer
+// build sees.
+TEST(VelaValue, RandomTrafficOfTextsAgreesWithPlainStrings)
+{
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    std::vector<VelaValue> values(20, S(""));
+    std::vector<std::string> model(20);
+    for (int i = 0; i < 50000; i++) {
+        const size_t to = random() % values.size();
+        const size_t from = random() % values.size();
+        switch (random() % 6) {
+            case 0:
+                values[to] = values[from];
+                model[to] = model[from];
+                break;
+            case 1:
+                values[to] = VelaValue(values[from]);
+                model[to] = model[from];
+                break;
+            case 2:
+                std::swap(values[to], values[from]);
+                std::swap(model[to], model[from]);
+                break;
+            case 3: {
+                string text = values[from].StoredText();
+                text += static_cast<char>('a' + random() % 26);
+                if (text.length() > 100)
+                    text = string();
+                values[to].SetString(text);
+                model[to] = std::string(text.View());
+                break;
+            }
+            case 4:
+                values[to].Clear();
+                model[to].clear();
+                break;
+            default:
+                values[to].CoerceToType(kTypeString);
+                break;
+        }
+        ASSERT_EQ(model[to], values[to].TextView());
+        ASSERT_EQ(model[from], values[from].TextView());
+    }
+}
+
+}   // namespace
+}   // namespace vela
