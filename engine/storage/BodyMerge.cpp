@@ -11,32 +11,43 @@ namespace vela {
 namespace {
 
 // Most rows have fewer columns than this; wider ones work the same, with a list on the heap.
-constexpr size_t kUsualColumns = 16;
+constexpr size_t kUsualColumns = 32;
 
-// The fields of a body, as a list that rarely allocates.
+// A list of fields that rarely allocates.
 class FieldList {
 public:
-    explicit FieldList(std::string_view body)
+    explicit FieldList(size_t capacity)
     {
-        RecordReader reader(body);
-        if (reader.Count() > kUsualColumns)
-            mLarge.resize(reader.Count());
-        RecordField* fields = mLarge.empty() ? mSmall : mLarge.data();
-        while (reader.Next(&fields[mCount]))
-            mCount++;
+        if (capacity > kUsualColumns)
+            mLarge.resize(capacity);
     }
     RecordField* begin() { return mLarge.empty() ? mSmall : mLarge.data(); }
     RecordField* end() { return begin() + mCount; }
     [[nodiscard]] size_t Count() const { return mCount; }
+    void Append(const RecordField& field) { begin()[mCount++] = field; }
+    // The first field of a column; end() when there is none.
     RecordField* Find(uint32_t columnID)
     {
         return std::find_if(begin(), end(), [columnID](const RecordField& field) {
             return field.columnID == columnID;
         });
     }
+    [[nodiscard]] bool HasNull() { return std::any_of(begin(), end(), IsNull); }
+    void RemoveNulls() { RemoveIf(IsNull); }
+    void RemoveColumn(uint32_t columnID)
+    {
+        RemoveIf([columnID](const RecordField& field) { return field.columnID == columnID; });
+    }
 
 private:
-    RecordField mSmall[kUsualColumns + 1];
+    static bool IsNull(const RecordField& field) { return field.type == kTypeNone; }
+    template <class Condition>
+    void RemoveIf(const Condition& condition)
+    {
+        mCount = static_cast<size_t>(std::remove_if(begin(), end(), condition) - begin());
+    }
+
+    RecordField mSmall[kUsualColumns];
     std::vector<RecordField> mLarge;
     size_t mCount = 0;
 };
@@ -49,6 +60,10 @@ size_t StoredSize(const RecordField& field)
 
 char* StoreField(char* to, const RecordField& field)
 {
+    if (field.type == kTypeBoolean) {
+        *to = field.payload[0] != 0;   // true may be stored as any other byte
+        return to + 1;
+    }
     if (IsTextBacked(field.type)) {
         StoreBigEndian32(to, static_cast<uint32_t>(field.payload.size()));
         StoreBigEndian32(to + 4, static_cast<uint32_t>(field.payload.size()));
@@ -60,46 +75,68 @@ char* StoreField(char* to, const RecordField& field)
     return to + field.payload.size();
 }
 
-void StoreBody(RecordField* const* fields, size_t count, std::vector<char>* body)
+// Takes the columns out that changes left as null, and every other null.
+void TakeOutNulls(std::string_view changes, FieldList* fields)
 {
-    size_t size = ByteChunkSize(static_cast<uint32_t>(count));
-    for (size_t i = 0; i < count; i++)
-        size += ByteChunkSize(fields[i]->columnID) + 1 + StoredSize(*fields[i]);
-    body->resize(size);
-    char* to = EncodeByteChunk(body->data(), static_cast<uint32_t>(count));
-    for (size_t i = 0; i < count; i++) {
-        to = EncodeByteChunk(to, fields[i]->columnID);
-        *to++ = static_cast<char>(fields[i]->type);
+    RecordReader reader(changes);
+    RecordField change;
+    while (reader.Next(&change)) {
+        const RecordField* field = fields->Find(change.columnID);
+        if (field != fields->end() && field->type == kTypeNone)
+            fields->RemoveColumn(change.columnID);
     }
-    for (size_t i = 0; i < count; i++)
-        to = StoreField(to, *fields[i]);
+    fields->RemoveNulls();
+}
+
+void StoreBody(FieldList& fields, std::vector<char>* body)
+{
+    size_t size = ByteChunkSize(static_cast<uint32_t>(fields.Count()));
+    for (const RecordField& field : fields)
+        size += ByteChunkSize(field.columnID) + 1 + StoredSize(field);
+    body->resize(size);
+    char* to = EncodeByteChunk(body->data(), static_cast<uint32_t>(fields.Count()));
+    for (const RecordField& field : fields) {
+        to = EncodeByteChunk(to, field.columnID);
+        *to++ = static_cast<char>(field.type);
+    }
+    for (const RecordField& field : fields)
+        to = StoreField(to, field);
 }
 
 }   // namespace
 
-void MergeBodies(std::string_view base, std::string_view changes,
-                 const SimpleVector<uint32_t>& removed, std::vector<char>* merged)
+bool MergeBodies(std::string_view base, std::string_view changes, MergedNulls nulls,
+                 std::vector<char>* merged)
 {
-    FieldList old(base);
-    FieldList fresh(changes);
-    RecordField* small[2 * kUsualColumns];
-    std::vector<RecordField*> large;
-    RecordField** result = small;
-    if (old.Count() + fresh.Count() > 2 * kUsualColumns) {
-        large.resize(old.Count() + fresh.Count());
-        result = large.data();
+    RecordReader oldFields(base);
+    RecordReader newFields(changes);
+    FieldList result(size_t{oldFields.Count()} + newFields.Count());
+    RecordField field;
+    while (oldFields.Next(&field))
+        result.Append(field);
+    while (newFields.Next(&field)) {
+        RecordField* old = result.Find(field.columnID);
+        if (old == result.end())
+            result.Append(field);
+        else
+            *old = field;
     }
-    size_t count = 0;
-    for (RecordField& field : old) {
-        if (std::find(removed.begin(), removed.end(), field.columnID) != removed.end())
-            continue;
-        RecordField* change = fresh.Find(field.columnID);
-        result[count++] = change == fresh.end() ? &field : change;
-    }
-    for (RecordField& field : fresh)
-        if (old.Find(field.columnID) == old.end())
-            result[count++] = &field;
-    StoreBody(result, count, merged);
+    const bool hasNull = result.HasNull();
+    if (hasNull && nulls == MergedNulls::kTakeOut)
+        TakeOutNulls(changes, &result);
+    StoreBody(result, merged);
+    return hasNull && nulls == MergedNulls::kKeep;
+}
+
+void CopyWithoutNulls(std::string_view body, std::vector<char>* copy)
+{
+    RecordReader reader(body);
+    FieldList fields(reader.Count());
+    RecordField field;
+    while (reader.Next(&field))
+        fields.Append(field);
+    fields.RemoveNulls();
+    StoreBody(fields, copy);
 }
 
 }   // namespace vela

@@ -10,9 +10,14 @@ namespace vela {
 
 namespace {
 
+VelaDataType StoredType(const VelaValue& value)
+{
+    return value.IsNull() ? kTypeNone : value.GetType();
+}
+
 size_t PayloadSize(const VelaValue& value)
 {
-    switch (value.GetType()) {
+    switch (StoredType(value)) {
         case kTypeInteger:
             return 4;
         case kTypeBoolean:
@@ -54,7 +59,7 @@ char* EncodeText(char* to, const VelaValue& value)
 
 char* EncodePayload(char* to, const VelaValue& value)
 {
-    switch (value.GetType()) {
+    switch (StoredType(value)) {
         case kTypeInteger:
             return EncodeNumber(to, static_cast<uint32_t>(value.GetInteger()));
         case kTypeBoolean:
@@ -127,7 +132,7 @@ char* EncodeRecordBody(char* to, const VelaRow& values)
     to = EncodeByteChunk(to, static_cast<uint32_t>(values.size()));
     for (const VelaValueWithID* value : values) {
         to = EncodeByteChunk(to, value->ColumnID());
-        *to++ = static_cast<char>(value->GetType());
+        *to++ = static_cast<char>(StoredType(*value));
     }
     for (const VelaValueWithID* value : values)
         to = EncodePayload(to, *value);

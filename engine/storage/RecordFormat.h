@@ -65,12 +65,13 @@ char* EncodeByteChunk(char* to, uint32_t value);
 // Reads a byte chunk that ends before end; returns the place after it, or null when it doesn't end or passes 32 bits.
 const char* DecodeByteChunk(const char* from, const char* end, uint32_t* value);
 
-// Bytes that a record's body takes: the count, the ids and types, the payloads.
+// Bytes that a record's body takes: the count, the ids and types, the payloads. A null value, which record files of tables
+// don't have, is a field of type None.
 [[nodiscard]] size_t CalcSchemaAndDataSize(const VelaRow& values);
 // Writes a body of exactly CalcSchemaAndDataSize(values) bytes and returns the place after it.
 char* EncodeRecordBody(char* to, const VelaRow& values);
 
-// Appends a whole live record with these values, none of them null.
+// Appends a whole live record with these values.
 void AppendRecord(std::vector<char>* to, uint32_t rowID, const VelaRow& values);
 
 // One value of a record where it lies. payload is what the type's reader needs: the number's bytes, or the text's.
@@ -116,8 +117,8 @@ void DecodeField(const RecordField& field, VelaValue* value);
 [[nodiscard]] int32_t FieldInteger(const RecordField& field);
 [[nodiscard]] double FieldDouble(const RecordField& field);
 
-// Resizes the list to the values of a body: surplus ones are deleted, missing ones made. Values that can't be read are null,
-// of their type. False when the payloads don't end exactly where the body does.
+// Resizes the list to the values of a body: surplus ones are deleted, missing ones made. Of a damaged body it gives the
+// values before the damage. False when the payloads don't end exactly where the body does.
 bool DecodeRecordBody(std::string_view body, VelaRow* values);
 
 // Deletes the values of a row and empties it.

@@ -11,16 +11,7 @@ namespace vela {
 
 namespace {
 
-// Splits a row into the values that a record can hold and the columns of the null ones.
-void SplitNulls(const VelaRow& values, VelaRow* present, SimpleVector<uint32_t>* nullColumns)
-{
-    for (VelaValueWithID* value : values) {
-        if (value->IsNull())
-            nullColumns->push_back(value->ColumnID());
-        else
-            present->push_back(value);
-    }
-}
+constexpr std::string_view kEmptyBody("\0", 1);
 
 bool HasNull(const VelaRow& values)
 {
@@ -28,52 +19,52 @@ bool HasNull(const VelaRow& values)
                        [](const VelaValueWithID* value) { return value->IsNull(); });
 }
 
+bool NamesAColumnTwice(const VelaRow& values)
+{
+    for (size_t i = 1; i < values.size(); i++)
+        for (size_t earlier = 0; earlier < i; earlier++)
+            if (values[earlier]->ColumnID() == values[i]->ColumnID())
+                return true;
+    return false;
+}
+
 }   // namespace
 
-VTChangedRow* VTChangedRow::Allocate(uint32_t rowID, Kind kind, size_t bodySize,
-                                     const SimpleVector<uint32_t>& nullColumns)
+VTChangedRow* VTChangedRow::Allocate(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize)
 {
-    void* memory =
-        std::malloc(sizeof(VTChangedRow) + bodySize + nullColumns.size() * sizeof(uint32_t));
+    void* memory = std::malloc(sizeof(VTChangedRow) + bodySize);
     if (memory == nullptr)
         throw std::bad_alloc();
-    auto* row = new (memory) VTChangedRow(rowID, kind, bodySize, nullColumns.size());
-    if (!nullColumns.empty())
-        std::memcpy(row->Bytes() + bodySize, nullColumns.data(),
-                    nullColumns.size() * sizeof(uint32_t));
+    return new (memory) VTChangedRow(rowID, kind, hasNulls, bodySize);
+}
+
+VTChangedRow* VTChangedRow::Create(uint32_t rowID, Kind kind, bool hasNulls, std::string_view body)
+{
+    VTChangedRow* row = Allocate(rowID, kind, hasNulls, body.size());
+    std::memcpy(row->Bytes(), body.data(), body.size());
     return row;
 }
 
 VTChangedRow* VTChangedRow::Create(uint32_t rowID, Kind kind, const VelaRow& values)
 {
-    SimpleVector<uint32_t> nullColumns;
-    VelaRow present;
-    const bool hasNull = HasNull(values);
-    if (hasNull)
-        SplitNulls(values, &present, &nullColumns);
-    const VelaRow& stored = hasNull ? present : values;
-    VTChangedRow* row = Allocate(rowID, kind, CalcSchemaAndDataSize(stored), nullColumns);
-    EncodeRecordBody(row->Bytes(), stored);
-    return row;
+    VTChangedRow* row = Allocate(rowID, kind, HasNull(values), CalcSchemaAndDataSize(values));
+    EncodeRecordBody(row->Bytes(), values);
+    if (kind == kInsert || !NamesAColumnTwice(values))
+        return row;
+    std::vector<char> body;
+    const bool hasNulls = MergeBodies(kEmptyBody, row->Body(), MergedNulls::kKeep, &body);
+    row->Destroy();
+    return Create(rowID, kind, hasNulls, {body.data(), body.size()});
 }
 
 VTChangedRow* VTChangedRow::UpdateValues(const VelaRow& values) const
 {
-    VTChangedRow* changes = Create(mRowID, mKind, values);
+    std::vector<char> changes(CalcSchemaAndDataSize(values));
+    EncodeRecordBody(changes.data(), values);
     std::vector<char> body;
-    MergeBodies(Body(), changes->Body(), changes->NullColumns(), &body);
-    SimpleVector<uint32_t> nullColumns = changes->NullColumns();
-    RecordField field;
-    for (uint32_t columnID : NullColumns()) {
-        const bool again =
-            std::find(nullColumns.begin(), nullColumns.end(), columnID) != nullColumns.end();
-        if (!again && !FindField(changes->Body(), columnID, &field))
-            nullColumns.push_back(columnID);
-    }
-    changes->Destroy();
-    VTChangedRow* row = Allocate(mRowID, mKind, body.size(), nullColumns);
-    std::memcpy(row->Bytes(), body.data(), body.size());
-    return row;
+    const bool hasNulls =
+        MergeBodies(Body(), {changes.data(), changes.size()}, MergedNulls::kKeep, &body);
+    return Create(mRowID, mKind, hasNulls, {body.data(), body.size()});
 }
 
 void VTChangedRow::Destroy()
@@ -81,28 +72,15 @@ void VTChangedRow::Destroy()
     std::free(this);
 }
 
-SimpleVector<uint32_t> VTChangedRow::NullColumns() const
-{
-    SimpleVector<uint32_t> columns;
-    columns.resize(mNullCount);
-    if (mNullCount != 0)
-        std::memcpy(columns.data(), Bytes() + mBodySize, mNullCount * sizeof(uint32_t));
-    return columns;
-}
-
 bool VTChangedRow::GetValue(uint32_t columnID, VelaDataType type, VelaValue* value) const
 {
     RecordField field;
-    if (FindField(Body(), columnID, &field)) {
+    if (!FindField(Body(), columnID, &field))
+        return false;
+    if (field.type == kTypeNone)
+        value->SetNull(type);
+    else
         DecodeField(field, value);
-        return true;
-    }
-    if (!HasNulls())
-        return false;
-    const SimpleVector<uint32_t> nulls = NullColumns();
-    if (std::find(nulls.begin(), nulls.end(), columnID) == nulls.end())
-        return false;
-    value->SetNull(type);
     return true;
 }
 

@@ -11,14 +11,14 @@ namespace vela {
 // VTChangedRow is the pending change of one row: a row inserted in this transaction, or an update of a stored row, with the
 // values that it sets, by column id.
 //
-// The values are kept as the body of a record (RecordFormat.h), which is what a commit writes; null values, which records
-// don't have, are a list of column ids behind it. One allocation holds it all. It never changes: an update of a pending
-// row makes a new one.
+// The values are kept as the body of a record (RecordFormat.h), in one allocation with this object; null ones, which a
+// commit doesn't write, are fields of type None. It never changes: an update of a pending row makes a new one.
 class VTChangedRow {
 public:
-    enum Kind : uint32_t { kInsert = 0, kUpdate = 1 };
+    enum Kind : uint8_t { kInsert = 0, kUpdate = 1 };
 
-    // A change with these values, copied; deleted with Destroy.
+    // A change with these values, copied; deleted with Destroy. Of several values for one column an insert keeps all, as
+    // its record will, and the first is read; an update keeps the last.
     [[nodiscard]] static VTChangedRow* Create(uint32_t rowID, Kind kind, const VelaRow& values);
     // A copy in which each of values takes the place of the one with its column id, or is appended.
     [[nodiscard]] VTChangedRow* UpdateValues(const VelaRow& values) const;
@@ -26,29 +26,28 @@ public:
 
     [[nodiscard]] uint32_t RowID() const { return mRowID; }
     [[nodiscard]] bool IsInsert() const { return mKind == kInsert; }
-    // The values that are not null.
     [[nodiscard]] std::string_view Body() const { return {Bytes(), mBodySize}; }
-    [[nodiscard]] bool HasNulls() const { return mNullCount != 0; }
-    [[nodiscard]] SimpleVector<uint32_t> NullColumns() const;
+    // Whether any value is null.
+    [[nodiscard]] bool HasNulls() const { return mHasNulls; }
     // The value set for a column; a null one is null of type. False when the change doesn't hold the column.
     bool GetValue(uint32_t columnID, VelaDataType type, VelaValue* value) const;
 
 private:
-    VTChangedRow(uint32_t rowID, Kind kind, size_t bodySize, size_t nullCount)
+    VTChangedRow(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize)
         : mRowID(rowID),
           mKind(kind),
-          mBodySize(static_cast<uint32_t>(bodySize)),
-          mNullCount(static_cast<uint32_t>(nullCount))
+          mHasNulls(hasNulls),
+          mBodySize(static_cast<uint32_t>(bodySize))
     {}
-    static VTChangedRow* Allocate(uint32_t rowID, Kind kind, size_t bodySize,
-                                  const SimpleVector<uint32_t>& nullColumns);
+    static VTChangedRow* Allocate(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize);
+    static VTChangedRow* Create(uint32_t rowID, Kind kind, bool hasNulls, std::string_view body);
     [[nodiscard]] char* Bytes() { return reinterpret_cast<char*>(this + 1); }
     [[nodiscard]] const char* Bytes() const { return reinterpret_cast<const char*>(this + 1); }
 
     uint32_t mRowID;
     Kind mKind;
+    bool mHasNulls;
     uint32_t mBodySize;
-    uint32_t mNullCount;
 };
 
 // The field of a column in a record body; false when the body lacks it.

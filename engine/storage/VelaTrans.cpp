@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "engine/storage/BodyMerge.h"
 #include "engine/storage/RecordFormat.h"
 
 namespace vela {
@@ -418,15 +419,26 @@ bool VelaTrans::WriteChange(const VTChangedRow& change, bool* moved)
     if (change.HasNulls())
         *moved = true;   // what read as null reads as the default from now on
     if (change.IsInsert())
-        return mStorage->AddNewBody(change.RowID(), change.Body());
+        return WriteInsert(change);
     if (!mStorage->GoToRowID(change.RowID(), false))
         return true;
+    if (!mStorage->IsLive())
+        *moved = true;   // an update brings the row back
     const uint32_t position = mStorage->Position();
-    if (!mStorage->UpdateBody(change.Body(), change.NullColumns()))
+    if (!mStorage->UpdateBody(change.Body()))
         return false;
     if (mStorage->Position() != position)
         *moved = true;
     return true;
+}
+
+bool VelaTrans::WriteInsert(const VTChangedRow& change)
+{
+    if (!change.HasNulls())
+        return mStorage->AddNewBody(change.RowID(), change.Body());
+    std::vector<char> body;
+    CopyWithoutNulls(change.Body(), &body);
+    return mStorage->AddNewBody(change.RowID(), {body.data(), body.size()});
 }
 
 void VelaTrans::ForgetChanges()

@@ -113,6 +113,7 @@ protected:
     bool GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value);
     bool WriteChanges(bool* moved);
     bool WriteChange(const VTChangedRow& change, bool* moved);
+    bool WriteInsert(const VTChangedRow& change);
     bool ReserveRoom();
     bool FailCommit(string* error);
     void ForgetChanges();

@@ -1,0 +1,190 @@
+#include "engine/storage/BodyMerge.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/storage/RecordFormat.h"
+#include "engine/storage/VTChangedRow.h"
+#include "tests/storage/StorageTesting.h"
+
+namespace vela {
+
+namespace {
+
+std::string BodyOf(const VelaRow& row)
+{
+    std::string body(CalcSchemaAndDataSize(row), '?');
+    EncodeRecordBody(body.data(), row);
+    return body;
+}
+
+std::string TextOf(std::string_view body)
+{
+    VelaRow values;
+    EXPECT_TRUE(DecodeRecordBody(body, &values));
+    const std::string text = RowText(values);
+    DeleteValues(&values);
+    return text;
+}
+
+std::string Merged(const std::string& base, const std::string& changes, MergedNulls nulls,
+                   bool* holdsNull)
+{
+    std::vector<char> merged;
+    *holdsNull = MergeBodies(base, changes, nulls, &merged);
+    return TextOf({merged.data(), merged.size()});
+}
+
+}   // namespace
+
+TEST(MergeBodies, ReplacesAppendsAndTakesOut)
+{
+    TestRow base{{1, Int(1)}, {2, Str("two")}, {3, Int(3)}};
+    TestRow twice{{1, Int(1)}, {2, Int(2)}, {1, Int(11)}};
+    TestRow none;
+    TestRow first{{1, Str("longer than before")}};
+    TestRow mixed{{9, Int(9)}, {2, Int(22)}};
+    TestRow null{{2, Null(kTypeString)}};
+    TestRow absentNull{{8, Null(kTypeInteger)}, {3, Int(33)}};
+    TestRow sameTwice{{2, Int(5)}, {2, Int(6)}};
+    TestRow newTwice{{7, Int(5)}, {7, Int(6)}};
+    TestRow nullThenValue{{2, Null(kTypeInteger)}, {2, Int(6)}};
+    TestRow valueThenNull{{2, Int(6)}, {2, Null(kTypeInteger)}};
+    TestRow nullOfTwice{{1, Null(kTypeInteger)}};
+    const struct {
+        const VelaRow& base;
+        const VelaRow& changes;
+        const char* taken;   // with nulls taken out
+        const char* kept;    // with nulls kept
+        const char* why;
+    } cases[] = {
+        {base, none, "1=Integer 1, 2=String[600] two, 3=Integer 3", nullptr, "nothing to change"},
+        {none, base, "1=Integer 1, 2=String[600] two, 3=Integer 3", nullptr,
+         "nothing to start from"},
+        {base, first, "1=String[600] longer than before, 2=String[600] two, 3=Integer 3", nullptr,
+         "in its place, with another type"},
+        {base, mixed, "1=Integer 1, 2=Integer 22, 3=Integer 3, 9=Integer 9", nullptr,
+         "a new column goes to the end"},
+        {base, null, "1=Integer 1, 3=Integer 3", "1=Integer 1, 2=NULL None, 3=Integer 3",
+         "a null goes, or keeps the place"},
+        {base, absentNull, "1=Integer 1, 2=String[600] two, 3=Integer 33",
+         "1=Integer 1, 2=String[600] two, 3=Integer 33, 8=NULL None", "a null of a new column"},
+        {base, sameTwice, "1=Integer 1, 2=Integer 6, 3=Integer 3", nullptr, "the last one wins"},
+        {none, newTwice, "7=Integer 6", nullptr, "the last one wins, once"},
+        {base, nullThenValue, "1=Integer 1, 2=Integer 6, 3=Integer 3", nullptr, "last one wins"},
+        {base, valueThenNull, "1=Integer 1, 3=Integer 3", "1=Integer 1, 2=NULL None, 3=Integer 3",
+         "last one wins"},
+        {twice, first, "1=String[600] longer than before, 2=Integer 2, 1=Integer 11", nullptr,
+         "the first of two is the one that is read"},
+        {twice, nullOfTwice, "2=Integer 2", "1=NULL None, 2=Integer 2, 1=Integer 11",
+         "taken out, the column is gone"},
+    };
+    for (const auto& c : cases) {
+        bool holdsNull = true;
+        EXPECT_EQ(c.taken,
+                  Merged(BodyOf(c.base), BodyOf(c.changes), MergedNulls::kTakeOut, &holdsNull))
+            << c.why;
+        EXPECT_FALSE(holdsNull) << c.why;
+        EXPECT_EQ(c.kept != nullptr ? c.kept : c.taken,
+                  Merged(BodyOf(c.base), BodyOf(c.changes), MergedNulls::kKeep, &holdsNull))
+            << c.why;
+        EXPECT_EQ(c.kept != nullptr, holdsNull) << c.why;
+    }
+}
+
+TEST(MergeBodies, SlackAndOddTruthsAreTidied)
+{
+    const std::string base = FromHex(
+        "04 01 05 02 0C 03 00 04 03"
+        "00 00 00 04 00 00 00 01 00 00 06 00 61 2D 2D 2D  07  00 00 00 01  EE EE EE");
+    std::vector<char> merged;
+    EXPECT_FALSE(MergeBodies(base, FromHex("00"), MergedNulls::kTakeOut, &merged));
+    EXPECT_EQ(ToHex(FromHex("03 01 05 02 0C 04 03"
+                            "00 00 00 01 00 00 00 01 00 00 06 00 61  01  00 00 00 01")),
+              ToHex({merged.data(), merged.size()}));
+}
+
+TEST(MergeBodies, DamagedBaseKeepsWhatCanBeRead)
+{
+    bool holdsNull = false;
+    EXPECT_EQ("1=Integer 1, 2=Integer 5",
+              Merged(FromHex("02 01 03 02 03 00 00 00 01 00 00"), FromHex("01 02 03 00 00 00 05"),
+                     MergedNulls::kTakeOut, &holdsNull));
+    EXPECT_EQ("2=Integer 5",
+              Merged("", FromHex("01 02 03 00 00 00 05"), MergedNulls::kTakeOut, &holdsNull));
+}
+
+TEST(MergeBodies, WideRows)
+{
+    TestRow base;
+    TestRow changes;
+    std::string expected;
+    for (uint32_t id = 1; id <= 100; id++) {
+        base.Add(id, Int(0));
+        expected += (id > 1 ? ", " : "") + std::to_string(id) + "=Integer " +
+                    (id % 2 ? "0" : std::to_string(id));
+    }
+    for (uint32_t id = 100; id > 0; id -= 2)
+        changes.Add(id, Int(static_cast<int32_t>(id)));
+    changes.Add(101, Int(101));
+    bool holdsNull = false;
+    EXPECT_EQ(expected + ", 101=Integer 101",
+              Merged(BodyOf(base), BodyOf(changes), MergedNulls::kTakeOut, &holdsNull));
+}
+
+TEST(CopyWithoutNulls, KeepsOrderAndDoubles)
+{
+    TestRow row{
+        {1, Null(kTypeInteger)}, {2, Int(2)}, {2, Int(3)}, {1, Int(4)}, {5, Null(kTypeDate)}};
+    std::vector<char> copy;
+    CopyWithoutNulls(BodyOf(row), &copy);
+    EXPECT_EQ("2=Integer 2, 2=Integer 3, 1=Integer 4", TextOf({copy.data(), copy.size()}));
+}
+
+// ---- VTChangedRow
+
+TEST(VTChangedRow, HoldsValuesAndNulls)
+{
+    TestRow row{{1, Int(1)}, {2, Null(kTypeDate)}, {3, Str("x")}};
+    VTChangedRow* change = VTChangedRow::Create(17, VTChangedRow::kInsert, row);
+    VelaValue value;
+    EXPECT_EQ(17u, change->RowID());
+    EXPECT_TRUE(change->IsInsert());
+    EXPECT_TRUE(change->HasNulls());
+    EXPECT_TRUE(change->GetValue(1, kTypeInteger, &value));
+    EXPECT_EQ("Integer 1", ValueText(value));
+    EXPECT_TRUE(change->GetValue(2, kTypeDate, &value));
+    EXPECT_EQ("NULL Date", ValueText(value));
+    EXPECT_FALSE(change->GetValue(4, kTypeInteger, &value)) << "a column that it doesn't set";
+    change->Destroy();
+}
+
+TEST(VTChangedRow, UpdateValuesKeepsPlacesSoThatRecordsKeepTheirOrder)
+{
+    TestRow row{{1, Null(kTypeInteger)}, {2, Int(2)}, {3, Int(3)}};
+    TestRow update{{1, Int(11)}, {4, Int(4)}, {3, Null(kTypeInteger)}};
+    TestRow again{{3, Int(33)}};
+    VTChangedRow* change = VTChangedRow::Create(1, VTChangedRow::kUpdate, row);
+    VTChangedRow* updated = change->UpdateValues(update);
+    VTChangedRow* updatedAgain = updated->UpdateValues(again);
+    EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=NULL None, 4=Integer 4", TextOf(updated->Body()));
+    EXPECT_TRUE(updated->HasNulls());
+    EXPECT_FALSE(updated->IsInsert());
+    EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=Integer 33, 4=Integer 4", TextOf(updatedAgain->Body()));
+    EXPECT_FALSE(updatedAgain->HasNulls());
+    change->Destroy();
+    updated->Destroy();
+    updatedAgain->Destroy();
+}
+
+TEST(VTChangedRow, OfAColumnNamedTwiceInsertReadsTheFirstUpdateTheLast)
+{
+    TestRow row{{1, Int(1)}, {2, Int(2)}, {1, Int(3)}};
+    VTChangedRow* insert = VTChangedRow::Create(1, VTChangedRow::kInsert, row);
+    VTChangedRow* update = VTChangedRow::Create(1, VTChangedRow::kUpdate, row);
+    EXPECT_EQ("1=Integer 1, 2=Integer 2, 1=Integer 3", TextOf(insert->Body()));
+    EXPECT_EQ("1=Integer 3, 2=Integer 2", TextOf(update->Body()));
+    insert->Destroy();
+    update->Destroy();
+}
+
+}   // namespace vela

@@ -1,0 +1,231 @@
+#include "tests/storage/MemoryFileAccess.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "engine/storage/NamePattern.h"
+
+namespace vela {
+
+namespace {
+
+bool NamesAFile(const string& name)
+{
+    const std::string_view text = name.View();
+    return !text.empty() && text != "." && text != ".." &&
+           text.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+}
+
+std::string KeyOf(const string& name)
+{
+    return std::string(name.View());
+}
+
+}   // namespace
+
+// ---- MemoryDisk
+
+void MemoryDisk::FailAt(int64_t number, Fault fault)
+{
+    mFault = fault;
+    mFailAt = mOperations + number;
+    mHasFailed = false;
+}
+
+bool MemoryDisk::Begin()
+{
+    mOperations++;
+    const bool fails = (mFault == Fault::kOnce && mOperations == mFailAt) ||
+                       (mFault == Fault::kForGood && mOperations >= mFailAt);
+    mHasFailed = mHasFailed || fails;
+    return !fails;
+}
+
+std::string MemoryDisk::Bytes(const std::string& name) const
+{
+    const auto found = mFiles.find(name);
+    return found == mFiles.end() ? std::string() : *found->second;
+}
+
+void MemoryDisk::Put(const std::string& name, const std::string& bytes)
+{
+    mFiles[name] = std::make_shared<std::string>(bytes);
+}
+
+std::vector<std::string> MemoryDisk::Names() const
+{
+    std::vector<std::string> names;
+    for (const auto& [name, file] : mFiles)
+        names.push_back(name);
+    return names;
+}
+
+std::map<std::string, std::string> MemoryDisk::Snapshot() const
+{
+    std::map<std::string, std::string> files;
+    for (const auto& [name, file] : mFiles)
+        files[name] = *file;
+    return files;
+}
+
+void MemoryDisk::Restore(const std::map<std::string, std::string>& files)
+{
+    mFiles.clear();
+    for (const auto& [name, bytes] : files)
+        Put(name, bytes);
+}
+
+// ---- MemoryStream
+
+MemoryStream::MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly)
+    : mDisk(disk), mFile(std::move(file)), mReadOnly(readOnly)
+{}
+
+bool MemoryStream::ReadData(void* buffer, int count, int* bytesRead)
+{
+    const int64_t left = mPosition < GetLength() ? GetLength() - mPosition : 0;
+    const int64_t done = std::max<int64_t>(std::min<int64_t>(count, left), 0);
+    if (done > 0)
+        std::memcpy(buffer, mFile->data() + mPosition, static_cast<size_t>(done));
+    mPosition += done;
+    if (bytesRead != nullptr)
+        *bytesRead = static_cast<int>(done);
+    return mFile != nullptr && done == count;
+}
+
+bool MemoryStream::WriteData(const void* buffer, int count)
+{
+    if (mReadOnly || mFile == nullptr || count < 0)
+        return FailWith(EBADF);
+    const bool whole = mDisk->Begin();
+    const size_t size = static_cast<size_t>(whole ? count : count / 2);
+    const size_t start = static_cast<size_t>(mPosition);
+    if (size > 0 && mFile->size() < start + size)
+        mFile->resize(start + size);
+    if (size > 0)
+        std::memcpy(mFile->data() + start, buffer, size);
+    if (!whole)
+        return FailWith(ENOSPC);
+    mPosition += count;
+    return true;
+}
+
+void MemoryStream::Close()
+{
+    mFile.reset();
+    mPosition = 0;
+}
+
+bool MemoryStream::SeekFromStart(int64_t offset)
+{
+    if (offset < 0)
+        return FailWith(EINVAL);
+    mPosition = offset;
+    return true;
+}
+
+bool MemoryStream::SetLength(int64_t length)
+{
+    if (!BeginChange())
+        return false;
+    if (length < 0)
+        return FailWith(EINVAL);
+    mFile->resize(static_cast<size_t>(length));
+    return true;
+}
+
+bool MemoryStream::Reserve(int64_t)
+{
+    return BeginChange();
+}
+
+bool MemoryStream::BeginChange()
+{
+    if (mReadOnly || mFile == nullptr)
+        return FailWith(EBADF);
+    return mDisk->Begin() || FailWith(ENOSPC);
+}
+
+bool MemoryStream::FailWith(int errorNumber)
+{
+    mErrorNumber = errorNumber;
+    return false;
+}
+
+// ---- MemoryFileAccess
+
+std::unique_ptr<RandomAccessMechanism> MemoryFileAccess::OpenFile(const string& name, bool create)
+{
+    if (!ContainsFile(name) && (!create || !CreateFile(name))) {
+        FailWith(ENOENT);
+        return nullptr;
+    }
+    auto stream = std::make_unique<MemoryStream>(mDisk, mDisk->mFiles[KeyOf(name)], mReadOnly);
+    stream->SetBigEndian();
+    return stream;
+}
+
+bool MemoryFileAccess::CreateFile(const string& name)
+{
+    if (!BeginChange(name))
+        return false;
+    mDisk->Put(KeyOf(name), std::string());
+    return true;
+}
+
+bool MemoryFileAccess::DeleteFile(const string& name)
+{
+    if (!BeginChange(name))
+        return false;
+    mDisk->Remove(KeyOf(name));
+    return true;
+}
+
+bool MemoryFileAccess::RenameFile(const string& from, const string& to)
+{
+    if (!NamesAFile(to) || !BeginChange(from))
+        return FailWith(EINVAL);
+    const auto found = mDisk->mFiles.find(KeyOf(from));
+    if (found == mDisk->mFiles.end())
+        return FailWith(ENOENT);
+    const MemoryDisk::File file = found->second;
+    mDisk->mFiles.erase(found);
+    mDisk->mFiles[KeyOf(to)] = file;
+    return true;
+}
+
+bool MemoryFileAccess::ContainsFile(const string& name) const
+{
+    return NamesAFile(name) && mDisk->Contains(KeyOf(name));
+}
+
+bool MemoryFileAccess::FlushNames()
+{
+    return mDisk->Begin() || FailWith(ENOSPC);
+}
+
+void MemoryFileAccess::FindFiles(const string& pattern, SimpleVector<string>* names) const
+{
+    for (const auto& [name, file] : mDisk->mFiles)
+        if (MatchesNamePattern(name, pattern.View()))
+            names->push_back(string(name, kEncodingASCII));
+}
+
+bool MemoryFileAccess::BeginChange(const string& name)
+{
+    if (!NamesAFile(name))
+        return FailWith(EINVAL);
+    if (mReadOnly)
+        return FailWith(EROFS);
+    return mDisk->Begin() || FailWith(ENOSPC);
+}
+
+bool MemoryFileAccess::FailWith(int errorNumber)
+{
+    mErrorText = string(std::strerror(errorNumber));
+    return false;
+}
+
+}   // namespace vela

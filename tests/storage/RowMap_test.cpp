@@ -1,0 +1,206 @@
+#include "engine/storage/RowMap.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <vector>
+
+#include "tests/storage/StorageTesting.h"
+
+namespace vela {
+
+namespace {
+
+// What a RowMap is: a list of keys, and the values by key.
+class RowMapModel {
+public:
+    void Append(uint32_t rowID, int value)
+    {
+        keys.push_back(rowID);
+        values[rowID] = value;
+    }
+    void Set(uint32_t rowID, int value)
+    {
+        if (values.count(rowID))
+            values[rowID] = value;
+        else
+            Append(rowID, value);
+    }
+    bool Remove(uint32_t rowID)
+    {
+        if (values.erase(rowID) == 0)
+            return false;
+        keys.erase(std::find(keys.begin(), keys.end(), rowID));
+        return true;
+    }
+    int Value(uint32_t rowID) const
+    {
+        const auto found = values.find(rowID);
+        return found == values.end() ? 0 : found->second;
+    }
+    long FindIndex(uint32_t rowID) const
+    {
+        const auto found = std::find(keys.begin(), keys.end(), rowID);
+        return found == keys.end() ? -1 : found - keys.begin();
+    }
+
+    std::vector<uint32_t> keys;
+    std::map<uint32_t, int> values;
+};
+
+void ExpectSame(RowMap<int>& map, const RowMapModel& model, const std::vector<uint32_t>& rowIDs)
+{
+    ASSERT_EQ(model.keys.size(), map.Count());
+    for (size_t i = 0; i < model.keys.size(); i++) {
+        ASSERT_EQ(model.keys[i], map.GetRowIDByIndex(i)) << "at " << i;
+        ASSERT_EQ(model.Value(model.keys[i]), map.GetItemByIndex(i)) << "at " << i;
+    }
+    EXPECT_EQ(kInvalidRowID, map.GetRowIDByIndex(model.keys.size()));
+    EXPECT_EQ(0, map.GetItemByIndex(model.keys.size()));
+    for (uint32_t rowID : rowIDs) {
+        ASSERT_EQ(model.values.count(rowID) != 0, map.Contains(rowID)) << rowID;
+        ASSERT_EQ(model.Value(rowID), map.GetItem(rowID)) << rowID;
+        ASSERT_EQ(model.FindIndex(rowID), map.FindIndex(rowID)) << rowID;
+    }
+}
+
+// Keys that make trouble: neighbours, regular distances, both ends of the range.
+std::vector<uint32_t> KeyPool(TestRandom& random, size_t count)
+{
+    std::vector<uint32_t> pool;
+    const uint32_t start = random.Next();
+    const uint32_t step = random.OneIn(3) ? 1 : 1u << random.Below(24);
+    for (uint32_t i = 0; pool.size() < count; i++)
+        pool.push_back(random.OneIn(16) ? random.Next() : start + i * step);
+    pool[0] = 0;
+    pool[1] = kInvalidRowID;
+    return pool;
+}
+
+}   // namespace
+
+TEST(RowMap, KeepsRemovesAndEmpties)
+{
+    RowMap<char> map;
+    map.Append(1, 'a');
+    map.Append(2, 'b');
+    map.Append(3, 'c');
+    EXPECT_EQ('a', map.GetItem(1));
+    EXPECT_EQ('b', map.GetItem(2));
+    EXPECT_EQ('c', map.GetItem(3));
+    EXPECT_EQ('\0', map.GetItem(4)) << "never set";
+    const long index = map.FindIndex(2);
+    EXPECT_EQ(1, index);
+    EXPECT_EQ(2u, map.GetRowIDByIndex(1));
+    EXPECT_EQ('b', map.GetItemByIndex(1));
+    EXPECT_EQ(-1, map.FindIndex(4));
+    EXPECT_TRUE(map.RemoveItem(2));
+    EXPECT_FALSE(map.RemoveItem(2));
+    EXPECT_EQ('\0', map.GetItem(2));
+    EXPECT_EQ(2u, map.Count());
+    EXPECT_EQ(3u, map.GetRowIDByIndex(1)) << "positions close up";
+    map.RemoveAll();
+    for (uint32_t rowID = 0; rowID < 5; rowID++)
+        EXPECT_EQ('\0', map.GetItem(rowID));
+    EXPECT_EQ(0u, map.Count());
+    EXPECT_EQ(kInvalidRowID, map.GetRowIDByIndex(0));
+}
+
+TEST(RowMap, KeyListedTwiceShowsItsNewestValueInBothPlaces)
+{
+    RowMap<int> map;
+    map.Append(7, 1);
+    map.Append(8, 2);
+    map.Append(7, 3);
+    EXPECT_EQ(3u, map.Count());
+    EXPECT_EQ(7u, map.GetRowIDByIndex(0));
+    EXPECT_EQ(3, map.GetItemByIndex(0));
+    EXPECT_EQ(7u, map.GetRowIDByIndex(2));
+    EXPECT_EQ(3, map.GetItemByIndex(2));
+    EXPECT_EQ(0, map.FindIndex(7)) << "its first place";
+    EXPECT_TRUE(map.RemoveItem(7));
+    EXPECT_EQ(2u, map.Count()) << "one place goes, the other stays without a value";
+    EXPECT_EQ(8u, map.GetRowIDByIndex(0));
+    EXPECT_EQ(7u, map.GetRowIDByIndex(1));
+    EXPECT_EQ(0, map.GetItemByIndex(1));
+    EXPECT_FALSE(map.RemoveItem(7));
+    map.Set(7, 4);
+    EXPECT_EQ(3u, map.Count());
+    EXPECT_EQ(4, map.GetItemByIndex(1));
+    EXPECT_EQ(4, map.GetItemByIndex(2));
+}
+
+TEST(RowMap, OrderOfGrowsWithTheListAlsoAcrossRemovals)
+{
+    RowMap<int> map;
+    for (uint32_t rowID = 500; rowID > 0; rowID--)
+        map.Append(rowID, 1);
+    for (uint32_t rowID = 1; rowID <= 500; rowID += 3)
+        map.RemoveItem(rowID);
+    map.Append(1, 1);
+    for (size_t i = 0; i + 1 < map.Count(); i++)
+        EXPECT_LT(map.OrderOf(map.GetRowIDByIndex(i)), map.OrderOf(map.GetRowIDByIndex(i + 1)));
+}
+
+TEST(RowMap, PresizeEmptiesAndTakesAnyCount)
+{
+    RowMap<int> map(0);
+    for (uint32_t n : {0u, 1u, 16u, 1000u, 5000u}) {
+        map.Append(n, 1);
+        map.Presize(n);
+        EXPECT_EQ(0u, map.Count());
+        EXPECT_FALSE(map.Contains(n));
+        for (uint32_t rowID = 0; rowID < 3000; rowID++)
+            map.Append(rowID, static_cast<int>(rowID) + 1);
+        EXPECT_EQ(3000, map.GetItem(2999));
+    }
+}
+
+TEST(RowMap, AgreesWithAListAndAMap)
+{
+    for (uint32_t seed = 1; seed <= 60; seed++) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        TestRandom random(seed);
+        const std::vector<uint32_t> pool = KeyPool(random, 4 + random.Below(400));
+        const bool listsTwice = seed % 2 == 0;
+        RowMap<int> map(random.OneIn(2) ? 1000 : random.Below(3000));
+        RowMapModel model;
+        for (int step = 1; step <= 2000; step++) {
+            const uint32_t rowID = pool[random.Below(static_cast<uint32_t>(pool.size()))];
+            switch (random.Below(8)) {
+                case 0:
+                case 1:
+                case 2:
+                    if (listsTwice || !model.values.count(rowID)) {
+                        map.Append(rowID, step);
+                        model.Append(rowID, step);
+                        break;
+                    }
+                    [[fallthrough]];
+                case 3:
+                    map.Set(rowID, step);
+                    model.Set(rowID, step);
+                    break;
+                case 4:
+                case 5:
+                case 6:
+                    ASSERT_EQ(model.Remove(rowID), map.RemoveItem(rowID)) << "step " << step;
+                    break;
+                default:
+                    if (int* value = map.FindNode(rowID)) {
+                        *value = -step;
+                        model.values[rowID] = -step;
+                    }
+                    break;
+            }
+            if (step % 97 == 0)
+                ExpectSame(map, model, pool);
+            if (HasFatalFailure())
+                return;
+        }
+        ExpectSame(map, model, pool);
+    }
+}
+
+}   // namespace vela
