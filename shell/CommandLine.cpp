@@ -14,7 +14,8 @@ std::string_view WithoutFinalSemicolon(std::string_view line)
     return line;
 }
 
-// Appends what stands between quotes to word. line begins after the opening quote and is moved past the closing one.
+// Appends what stands between quotes to word. line begins after the opening quote and is moved
+// past the closing one.
 bool TakeQuoted(char quote, std::string_view* line, std::string* word)
 {
     for (;;) {

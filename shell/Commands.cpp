@@ -66,7 +66,8 @@ bool ListTables(const Call& call)
     return true;
 }
 
-// The tables that .schema and .dump are about: the named one or all. False: there is none of that name.
+// The tables that .schema and .dump are about: the named one or all. False: there is none of that
+// name.
 bool ChooseTables(const Call& call, std::vector<VelaTrans*>* tables)
 {
     VelaDatabase& database = call.GetSession().Database();
@@ -186,7 +187,8 @@ const Command* FindCommand(const std::string& name)
     return nullptr;
 }
 
-// The words after the name, when they suit the command. .canonical takes its text raw, whatever quotes it holds.
+// The words after the name, when they suit the command. .canonical takes its text raw, whatever
+// quotes it holds.
 bool TakeArguments(const Command& command, Call* call)
 {
     std::vector<std::string> words;

@@ -14,6 +14,15 @@ bool NeedsQuotes(std::string_view text)
            text.ends_with(' ') || text.starts_with('\t') || text.ends_with('\t');
 }
 
+// What a Date, Time or Timestamp column reads as that was never set. No text makes one, so it has
+// to come back from a bare field.
+bool IsUnsetDate(const VelaValue& value)
+{
+    const VelaDataType type = value.GetType();
+    return (type == kTypeDate || type == kTypeTime || type == kTypeTimestamp) &&
+           value.TextView().empty();
+}
+
 }   // namespace
 
 CsvFormat::CsvFormat(bool headers, std::string nullText)
@@ -40,7 +49,7 @@ void CsvFormat::WriteResult(const StatementResult& result, Output* output)
             result.rows->GetValue(rowID, i, &value);
             if (value.IsNull())
                 output->Write(mNullText);
-            else
+            else if (!IsUnsetDate(value))
                 WriteField(CellText(value).View(), output);
             output->Write(i + 1 == columns ? '\n' : ',');
         }

@@ -15,8 +15,8 @@ namespace {
 struct ScriptColumn {
     long number;   // in the table
     std::string ownName;
-    std::string
-        name;   // what the script calls it; another than its own where that is unusable, or is there twice
+    // In the script; another than its own where that is unusable, or is there twice.
+    std::string name;
 };
 
 std::string NameText(const string& name)
@@ -55,7 +55,7 @@ private:
     [[nodiscard]] bool HasRename(const ScriptColumn& column) const;
     [[nodiscard]] std::string NameOfColumnID(uint32_t columnID) const;
     void WriteColumnComments() const;
-    void WriteRow(uint32_t rowID) const;
+    void WriteRow(uint32_t rowID, bool isNextRowID) const;
     void WriteLastRowID(uint32_t largestRowID) const;
     void WriteComment(const std::string& text) const { mOutput->Write("-- " + text + "\n"); }
 
@@ -121,16 +121,19 @@ void TableScript::WriteRows() const
     mTable->GetRowIDs(&rowIDs);
     uint32_t largest = 0;
     for (const uint32_t rowID : rowIDs) {
-        WriteRow(rowID);
+        WriteRow(rowID, rowID == largest + 1);
         largest = std::max(largest, rowID);
     }
     WriteLastRowID(largest);
 }
 
-void TableScript::WriteRow(uint32_t rowID) const
+// isNextRowID: the table will give the row this id by itself. Without "_rowid" the stored record
+// is as it was.
+void TableScript::WriteRow(uint32_t rowID, bool isNextRowID) const
 {
-    std::string columns = "_rowid";
-    std::string values = RowIDText(rowID);
+    std::string columns;
+    std::string values;
+    bool isComplete = true;
     VelaValue value;
     for (const ScriptColumn& column : mColumns) {
         value.SetNull(kTypeNone);
@@ -141,15 +144,23 @@ void TableScript::WriteRow(uint32_t rowID) const
         if (!literal.loss.empty())
             WriteComment("Row " + RowIDText(rowID) + " of " + mName + " loses in column " +
                          column.name + " " + literal.loss);
+        isComplete &= !literal.text.empty();
         if (literal.text.empty())
             continue;
-        columns += ", " + column.name;
-        values += ", " + literal.text;
+        columns += (columns.empty() ? "" : ", ") + column.name;
+        values += (values.empty() ? "" : ", ") + literal.text;
     }
-    mOutput->Write("INSERT INTO " + mName + " (" + columns + ") VALUES (" + values + ");\n");
+    if (!isNextRowID || values.empty()) {
+        columns = "_rowid" + (columns.empty() ? "" : ", " + columns);
+        values = RowIDText(rowID) + (values.empty() ? "" : ", " + values);
+        isComplete = false;
+    }
+    mOutput->Write("INSERT INTO " + mName + (isComplete ? "" : " (" + columns + ")") + " VALUES (" +
+                   values + ");\n");
 }
 
-// Row ids are never handed out twice, those of deleted rows neither: a row that comes and goes keeps them used.
+// Row ids are never handed out twice, those of deleted rows neither: a row that comes and goes
+// keeps them used.
 void TableScript::WriteLastRowID(uint32_t largestRowID) const
 {
     const uint32_t last = mTable->NextUnusedRowID() - 1;

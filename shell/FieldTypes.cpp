@@ -1,8 +1,10 @@
 #include "shell/FieldTypes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string>
 
 #include "runtime/NumberText.h"
 
@@ -11,7 +13,7 @@ namespace vela::shell {
 namespace {
 
 constexpr size_t kExactDigits = 17;   // significant digits that tell doubles apart
-constexpr double kLargestExactInteger = 9007199254740992;   // 2^53
+constexpr double kWholeNumberLimit = 9007199254740992;   // 2^53: all below are exact
 
 enum Candidate : unsigned {
     kInteger = 1,
@@ -137,6 +139,13 @@ bool IsZero(const Decimal& decimal)
            decimal.fraction.find_first_not_of('0') == std::string_view::npos;
 }
 
+// Digits without the zeros at the start.
+size_t SignificantDigits(const Decimal& decimal)
+{
+    const std::string digits = std::string(decimal.whole) + std::string(decimal.fraction);
+    return digits.size() - std::min(digits.find_first_not_of('0'), digits.size());
+}
+
 // Whether a double keeps what the text says.
 bool IsExactDouble(std::string_view text, const Decimal& decimal)
 {
@@ -146,8 +155,8 @@ bool IsExactDouble(std::string_view text, const Decimal& decimal)
     if (!std::isfinite(number) || (number == 0.0 && !IsZero(decimal)))
         return false;
     if (IsWholeNumber(decimal))
-        return std::fabs(number) <= kLargestExactInteger;
-    return decimal.whole.size() + decimal.fraction.size() <= kExactDigits;
+        return std::fabs(number) < kWholeNumberLimit;
+    return SignificantDigits(decimal) <= kExactDigits;
 }
 
 struct CalendarParts {

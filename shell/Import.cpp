@@ -51,7 +51,8 @@ struct ImportJob {
     {
         return session.Fail(where, sqlState, description);
     }
-    // Counts what is wrong with a line, and prints it when it is among the first. Returns whether to go on looking.
+    // Counts what is wrong with a line, and prints it when it is among the first. Returns whether
+    // to go on looking.
     bool ReportFault(size_t line, const std::string& reason)
     {
         if (++faults <= kReportedFaults)
@@ -200,21 +201,34 @@ protected:
                 return Job().ReportFault(line, "\"" + ShownText(row.Field(i)) + "\" in column " +
                                                    ShownText(column.headerName) + " is no " +
                                                    DataTypeName(column.type));
-            if (column.name == kRowIDName)
-                rowID = static_cast<uint32_t>(value.GetInteger());
+            if (column.name == kRowIDName && !TakeRowID(value.GetInteger(), line, &rowID))
+                return true;
         }
-        if (mGivesRowIDs && !TakeRowID(rowID))
-            return Job().ReportFault(
-                line, "the row id " + std::to_string(static_cast<int32_t>(rowID)) + " is taken");
+        if (mGivesRowIDs && !mRowIDs.insert(rowID).second)
+            return ReportTaken(rowID, line);
         mHasTooManyRows |= rowID > kLargestRowID;
         mNextRowID = std::max(mNextRowID, rowID + 1);
         return !mHasTooManyRows;
     }
 
 private:
-    bool TakeRowID(uint32_t rowID)
+    // False: that can't be the row's id, which has been reported.
+    bool TakeRowID(int32_t number, size_t line, uint32_t* rowID)
     {
-        return mRowIDs.insert(rowID).second && !(mTable && mTable->ContainsRow(rowID));
+        *rowID = static_cast<uint32_t>(number);
+        if (*rowID == kInvalidRowID)
+            Job().ReportFault(line, std::to_string(number) + " can't be a row id");
+        else if (mTable && mTable->ContainsRow(*rowID))
+            ReportTaken(*rowID, line);
+        else
+            return true;
+        return false;
+    }
+
+    bool ReportTaken(uint32_t rowID, size_t line)
+    {
+        return Job().ReportFault(
+            line, "the row id " + std::to_string(static_cast<int32_t>(rowID)) + " is taken");
     }
 
     VelaTrans* mTable;
@@ -278,8 +292,8 @@ long FindColumn(const VelaTrans& table, const std::string& name)
     return -1;
 }
 
-// Looks the file's columns up in the table, each under its own name, or else under the one that a new table would have
-// given it.
+// Looks the file's columns up in the table, each under its own name, or else under the one that a
+// new table would have given it.
 bool MatchColumns(ImportJob* job, const VelaTrans& table)
 {
     std::unordered_set<long> matched;
@@ -382,7 +396,8 @@ bool Commit(const ImportJob& job)
                         std::string(database.CommitErrorText().View()) + ".");
 }
 
-// From the checked file to the committed rows. What it left when it failed is for the caller to roll back.
+// From the checked file to the committed rows. What it left when it failed is for the caller to
+// roll back.
 bool Load(ImportJob* job, bool isNewTable, bool commits)
 {
     if (isNewTable && !CreateTable(job))

@@ -31,7 +31,8 @@ std::string QuotedText(std::string_view text)
     return result;
 }
 
-// Expressions where no literal serves: a negated literal is 0 minus it, which makes -0.0 a plain zero.
+// Expressions where no literal serves: a negated literal is 0 minus it, which makes -0.0 a plain
+// zero.
 std::string DoubleExpression(double number)
 {
     if (std::isnan(number))
@@ -92,7 +93,7 @@ Literal LiteralOf(const VelaValue& value)
     if (value.IsNull())
         return {};
     switch (value.GetType()) {
-        case kTypeInteger:   // ten digits and more are read as a Double, which the column turns back exactly
+        case kTypeInteger:   // from ten digits on a Double, which the column turns back exactly
             return {std::to_string(value.GetInteger()), ""};
         case kTypeBoolean:
             return {value.GetInteger() != 0 ? "TRUE" : "FALSE", ""};

@@ -14,9 +14,9 @@ struct Literal {
     std::string loss;
 };
 
-// The literal for a value read from a stored column, to be inserted into a column of the value's type (a Binary column, for
-// a String from one) while no escape character is set. Reading the inserted row gives the same value. Row ids are values
-// of type Integer.
+// The literal for a value read from a stored column, to be inserted into a column of the value's
+// type (a Binary column, for a String from one) while no escape character is set. Reading the
+// inserted row gives the same value. Row ids are values of type Integer.
 [[nodiscard]] Literal LiteralOf(const VelaValue& value);
 
 }   // namespace vela::shell

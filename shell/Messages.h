@@ -7,7 +7,8 @@
 
 namespace vela::shell {
 
-// The SQLSTATE with which the shell itself reports that a file, the disk or a commit failed ("I/O error").
+// The SQLSTATE with which the shell itself reports that a file, the disk or a commit failed ("I/O
+// error").
 extern const char* const kStateInputOutput;
 
 // Where a message points: a script's name ("stdin", "argument 1", a file's path) and a place in it.
@@ -16,14 +17,15 @@ struct SourcePlace {
     TextPlace place;
 };
 
-// Messages go to standard error. None of them is data; that a message can't be printed changes nothing.
+// Messages go to standard error. None of them is data; that a message can't be printed changes
+// nothing.
 
 // "file:line:column: SQLSTATE description".
 void PrintFailure(const SourcePlace& where, std::string_view sqlState,
                   std::string_view description);
 
-// The line of the statement that holds the byte at offset, and below it a caret under that byte. Of a long line the part
-// around the caret is shown.
+// The line of the statement that holds the byte at offset, and below it a caret under that byte.
+// Of a long line the part around the caret is shown.
 void PrintCaret(const SourceStatement& statement, size_t offset);
 // The same as a text of two lines.
 [[nodiscard]] std::string CaretText(const SourceStatement& statement, size_t offset);

@@ -18,7 +18,8 @@ std::string Quoted(const std::string& path)
     return "\"" + path + "\"";
 }
 
-// What is wrong with the place as it is; empty when it can be tried. A missing database is no problem for --create.
+// What is wrong with the place as it is; empty when it can be tried. A missing database is no
+// problem for --create.
 std::string FindProblem(const Options& options)
 {
     const std::string& path = options.database;
@@ -66,7 +67,7 @@ std::unique_ptr<VelaDatabase> OpenDatabase(const Options& options, std::string* 
     const FileLocator folder(string(options.database, kEncodingUTF8));
     auto files = std::make_unique<VelaFolderFileAccess>(folder, AccessMode(options));
     if (!files->IsOpen()) {
-        *problem = "can't open " + Quoted(options.database) + ": " + files->ErrorText().CString();
+        *problem = std::string("can't open the database: ") + files->ErrorText().CString();
         return nullptr;
     }
     auto database = std::make_unique<VelaDatabase>(std::move(files));

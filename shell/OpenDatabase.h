@@ -8,9 +8,10 @@
 
 namespace vela::shell {
 
-// Opens the database that options name. With options.create a missing one is made, its schema committed at once, so that
-// what a failing first script leaves is an empty database; else a folder must be there that holds a schema, and nothing is
-// created. Null: it can't be opened, and *problem says why, for people, with a hint where there is one.
+// Opens the database that options name. With options.create a missing one is made, its schema
+// committed at once, so that what a failing first script leaves is an empty database; else a
+// folder must be there that holds a schema, and nothing is created. Null: it can't be opened, and
+// *problem says why, for people, with a hint where there is one.
 [[nodiscard]] std::unique_ptr<VelaDatabase> OpenDatabase(const Options& options,
                                                          std::string* problem);
 

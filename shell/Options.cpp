@@ -74,8 +74,8 @@ public:
     }
 };
 
-// The command line as CLI11 sees it, and the texts that it fills before they become Options. What is no option is left to
-// us: CLI11 would take an SQL argument in brackets apart.
+// The command line as CLI11 sees it, and the texts that it fills before they become Options. What
+// is no option is left to us: CLI11 would take an SQL argument in brackets apart.
 struct CommandLine {
     CLI::App app{kDescription, "veladb"};
     std::string format = "table";
@@ -114,8 +114,9 @@ bool RefuseUsage(const std::string& problem, int* exitStatus)
     return false;
 }
 
-// The arguments in the order in which CLI11 takes them from a vector, the last one first. It would take "--null=" for an
-// option whose text is the next argument; here it is "--null" with an empty text.
+// The arguments in the order in which CLI11 takes them from a vector, the last one first. It
+// would take "--null=" for an option whose text is the next argument; here it is "--null" with an
+// empty text.
 std::vector<std::string> ArgumentsForParser(int argc, const char* const* argv)
 {
     std::vector<std::string> arguments;

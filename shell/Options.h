@@ -19,13 +19,14 @@ struct Options {
     bool timer = false;       // print each statement's run time
     bool headers = true;      // column names above rows, in tables and CSV
     OutputMode mode = OutputMode::kTable;
-    std::optional<std::string>
-        nullText;   // how a null is shown in tables and CSV; absent: the format's own way
+    // How a null is shown in tables and CSV; absent: the format's own way.
+    std::optional<std::string> nullText;
 };
 
-// Reads the command line. Options may stand anywhere, and their order doesn't matter.
-// True: options hold what was asked for. False: the program is to end now with *exitStatus; the text that --help or
-// --version asked for has been printed to standard output, or what is wrong with the usage to standard error.
+// Reads the command line. Options may stand anywhere, and their order doesn't matter. True:
+// options hold what was asked for. False: the program is to end now with *exitStatus; the text
+// that --help or --version asked for has been printed to standard output, or what is wrong with
+// the usage to standard error.
 [[nodiscard]] bool ParseOptions(int argc, const char* const* argv, Options* options,
                                 int* exitStatus);
 

@@ -5,10 +5,11 @@
 
 namespace vela::shell {
 
-// Output takes the data that a run prints: rows, and what commands show. It gathers text and passes it on in large pieces.
+// Output takes the data that a run prints: rows, and what commands show. It gathers text and
+// passes it on in large pieces.
 //
-// The first failure is kept; from then on text is thrown away, so that writers need not check each piece. Whoever runs
-// statements calls Flush after each and stops when it fails.
+// The first failure is kept; from then on text is thrown away, so that writers need not check
+// each piece. Whoever runs statements calls Flush after each and stops when it fails.
 class Output {
 public:
     Output() = default;

@@ -15,8 +15,8 @@ namespace vela::shell {
 // What came of one statement.
 struct StatementResult {
     uint64_t number = 0;   // from 1, over the whole run
-    std::optional<string>
-        canonical;   // absent when the text did not parse, or when the format does not show it
+    // Absent when the text did not parse, or when the format does not show it.
+    std::optional<string> canonical;
     std::string sqlState;
     string message;              // the status's description; empty for success
     VelaTable* rows = nullptr;   // the table that a SELECT returned; borrowed
@@ -32,7 +32,8 @@ public:
 
     // Whether WriteResult shows StatementResult::canonical, which takes a parse of its own to get.
     [[nodiscard]] virtual bool ShowsCanonical() const { return false; }
-    // Prints a statement that succeeded or failed. A failure's message is printed elsewhere too, for people.
+    // Prints a statement that succeeded or failed. A failure's message is printed elsewhere too,
+    // for people.
     virtual void WriteResult(const StatementResult& result, Output* output) = 0;
 };
 

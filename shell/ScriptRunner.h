@@ -6,11 +6,11 @@
 
 namespace vela::shell {
 
-// ScriptRunner runs scripts in a session: it splits their text, one statement at a time, and has each statement and
-// command run before the next is looked for.
+// ScriptRunner runs scripts in a session: it splits their text, one statement at a time, and has
+// each statement and command run before the next is looked for.
 //
-// Each Run function is true when the script ran to its end, or to a .quit; with --keep-going also when statements failed.
-// False: it stopped early at a failure, which has been reported.
+// Each Run function is true when the script ran to its end, or to a .quit; with --keep-going also
+// when statements failed. False: it stopped early at a failure, which has been reported.
 class ScriptRunner {
 public:
     // How deep .read may nest.

@@ -64,8 +64,8 @@ void Session::SetMode(OutputMode mode)
 bool Session::RunStatement(const SourceStatement& statement, const std::string& file)
 {
     const Clock::time_point start = Clock::now();
-    // Always tagged UTF-8, plain ASCII too: the tag goes into the files with every text and must not depend on the words
-    // around it. Bytes that are not UTF-8 stay what they are.
+    // Always tagged UTF-8, plain ASCII too: the tag goes into the files with every text and must
+    // not depend on the words around it. Bytes that are not UTF-8 stay what they are.
     const string text(statement.text, kEncodingUTF8);
     StatementResult result;
     result.number = ++mStatements;
@@ -149,7 +149,7 @@ int Session::Finish(bool completed)
         return 1;
     }
     if (!completed) {
-        RollBackOpenChanges("stopped");
+        RollBackOpenChanges("stopped at the failure");
         return 1;
     }
     const int status = CommitOpenChanges();

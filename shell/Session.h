@@ -12,8 +12,8 @@
 
 namespace vela::shell {
 
-// Session is one run of the shell on one open database: its settings, where its data goes, what has happened so far, and the
-// one place where statements are run.
+// Session is one run of the shell on one open database: its settings, where its data goes, what
+// has happened so far, and the one place where statements are run.
 class Session {
 public:
     // All three are borrowed for the session's life.
@@ -29,12 +29,13 @@ public:
     [[nodiscard]] OutputMode Mode() const { return mMode; }
     void SetMode(OutputMode mode);
 
-    // Runs a statement with the clock of now, prints what came of it, and flushes. A SELECT goes the way of queries, all
-    // else that of executions. False: it failed, which has been reported; or its output could not be written, and
-    // OutputFailed() tells.
+    // Runs a statement with the clock of now, prints what came of it, and flushes. A SELECT goes
+    // the way of queries, all else that of executions. False: it failed, which has been reported;
+    // or its output could not be written, and OutputFailed() tells.
     [[nodiscard]] bool RunStatement(const SourceStatement& statement, const std::string& file);
 
-    // Reports a failure of something other than a statement, and counts it. Returns false, for callers to pass on.
+    // Reports a failure of something other than a statement, and counts it. Returns false, for
+    // callers to pass on.
     bool Fail(const SourcePlace& where, std::string_view sqlState, std::string_view description);
     [[nodiscard]] bool HasFailures() const { return mFailures > 0; }
 
@@ -46,8 +47,8 @@ public:
     void RequestQuit() { mQuitRequested = true; }
     [[nodiscard]] bool QuitRequested() const { return mQuitRequested; }
 
-    // Ends the session: with completed, commits what is open, as when a database is closed; else rolls it back and says so.
-    // Returns the exit status of the whole run.
+    // Ends the session: with completed, commits what is open, as when a database is closed; else
+    // rolls it back and says so. Returns the exit status of the whole run.
     [[nodiscard]] int Finish(bool completed);
 
 private:

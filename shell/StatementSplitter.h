@@ -23,25 +23,27 @@ struct SourceStatement {
     enum class Kind { kStatement, kCommand };
 
     Kind kind = Kind::kStatement;
-    std::string
-        text;   // to be handed on: no ";", line breaks and comment lines outside literals are blanks
+    // To be handed on: without ";", line breaks and comment lines outside literals made blanks.
+    std::string text;
     std::string source;   // as written; byte i of it became byte i of text
     TextPlace place;      // of the first byte
 
     // The place of the byte at offset; an offset past the end counts as the end.
     [[nodiscard]] TextPlace PlaceOf(size_t offset) const;
-    // The part of source that lies on the line of the byte at offset, without line breaks. *lineStart receives its offset.
+    // The part of source that lies on the line of the byte at offset, without line breaks.
+    // *lineStart receives its offset.
     [[nodiscard]] std::string_view LineAround(size_t offset, size_t* lineStart) const;
 };
 
 // StatementSplitter takes a script's text apart into statements, as its text comes in.
 //
-// A statement ends at a ";" outside string literals, or at the end of the text. What is a literal follows the lexer: "'"
-// where a token may begin, with N before it or not, opens one, and inside it a doubled quote, and any byte after the escape
-// character, is text. Quotes inside of words and numbers open nothing. A line whose first bytes, blanks apart, are "--" is a
-// comment unless it begins inside a literal. Where a statement would begin, a "." begins a command, which ends with its line.
-// Statements without text are skipped; blanks around a statement are not part of it. A UTF-8 byte order mark at the start
-// of the text is skipped.
+// A statement ends at a ";" outside string literals, or at the end of the text. What is a literal
+// follows the lexer: "'" where a token may begin, with N before it or not, opens one, and inside
+// it a doubled quote, and any byte after the escape character, is text. Quotes inside of words
+// and numbers open nothing. A line whose first bytes, blanks apart, are "--" is a comment unless
+// it begins inside a literal. Where a statement would begin, a "." begins a command, which ends
+// with its line. Statements without text are skipped; blanks around a statement are not part of
+// it. A UTF-8 byte order mark at the start of the text is skipped.
 class StatementSplitter {
 public:
     enum class Result { kStatement, kNeedsText, kEnd };
@@ -51,9 +53,9 @@ public:
     // No more text will come.
     void Finish() { mFinished = true; }
 
-    // Gives the next statement or command. The escape character (0: none) may change between statements, and so is asked
-    // for each time; it counts for statements that begin after this call.
-    // kNeedsText: Feed or Finish first. kEnd: there is none left.
+    // Gives the next statement or command. The escape character (0: none) may change between
+    // statements, and so is asked for each time; it counts for statements that begin after this
+    // call. kNeedsText: Feed or Finish first. kEnd: there is none left.
     [[nodiscard]] Result Next(char escape, SourceStatement* statement);
 
     // Whether a statement or command has begun of which the end has not been seen.
@@ -71,7 +73,7 @@ private:
         kNumberAfterE,   // the lexer takes the byte after an "e" into the number, whatever it is
         kLiteral,
         kLiteralEscaped,
-        kLiteralQuote,   // after a quote inside a literal: its end, or the first half of a doubled one
+        kLiteralQuote,   // after a quote inside a literal: its end, or half of a doubled one
     };
 
     bool Take(char byte, char escape);

@@ -13,7 +13,8 @@ namespace vela::shell {
 //   Berlin   3664088
 //   Köln     1087863
 //
-// Cells are in the shown form of DisplayText.h, so that a row is a line. Rows are read twice, once for the widths.
+// Cells are in the shown form of DisplayText.h, so that a row is a line. Rows are read twice,
+// once for the widths.
 class TableFormat : public ResultFormat {
 public:
     TableFormat(bool headers, std::string nullText);

@@ -14,8 +14,9 @@ using namespace vela::shell;
 
 namespace {
 
-// Keeps files of the database from being opened in the place of a standard stream that the caller has closed. The stand-in
-// is opened the wrong way round, so that using the stream fails as it would have.
+// Keeps files of the database from being opened in the place of a standard stream that the caller
+// has closed. The stand-in is opened the wrong way round, so that using the stream fails as it
+// would have.
 void OccupyStandardDescriptors()
 {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

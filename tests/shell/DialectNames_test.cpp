@@ -1,0 +1,86 @@
+#include "shell/DialectNames.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/shell/ShellTesting.h"
+
+namespace vela::shell {
+namespace {
+
+TEST(DialectNames, UsableNamesAreWords)
+{
+    const struct {
+        std::string name;
+        bool isUsable;
+    } cases[] = {
+        {"a", true},
+        {"_a", true},
+        {"#1", true},
+        {"A9", true},
+        {"gr\xC3\xB6\xC3\x9F"
+         "e",
+         true},
+        {"from", true},
+        {"a:b", true},
+        {"", false},
+        {"1a", false},
+        {"a b", false},
+        {"a.b", false},
+        {"a-b", false},
+        {"a/b", false},
+        {"a,b", false},
+        {"a;", false},
+        {"a'b", false},
+        {"a\"b", false},
+        {"a\nb", false},
+        {"a\x7F", false},
+        {"\xC3\xB6", false},
+        {"a\\", false},
+        {std::string(200, 'a'), true},
+        {std::string(201, 'a'), false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.isUsable, IsUsableName(c.name)) << c.name;
+}
+
+// The engine has the last word on what it can say.
+TEST(DialectNames, UsableNamesCanBeSaid)
+{
+    for (const std::string name : {"a", "#1",
+                                   "gr\xC3\xB6\xC3\x9F"
+                                   "e",
+                                   "from", "date", "count", "not"}) {
+        TestDatabase database;
+        database.Run("CREATE TABLE " + name + " (" + name + " Integer); INSERT INTO " + name +
+                     " (" + name + ") VALUES (7)");
+        const std::string column = NeedsQualifier(name) ? name + "." + name : name;
+        EXPECT_EQ(name + "\n7\n",
+                  database.Run("SELECT " + column + " FROM " + name, OutputMode::kCsv));
+    }
+}
+
+TEST(DialectNames, MakesNamesUsableAndDifferent)
+{
+    const struct {
+        std::vector<std::string> names;
+        std::vector<std::string> usable;
+        const char* why;
+    } cases[] = {
+        {{"a", "b"}, {"a", "b"}, "usable ones stay"},
+        {{"a b", "c-d"}, {"a_b", "c_d"}, "unusable bytes"},
+        {{"1st", "\xC3\xB6"}, {"_1st", "_\xC3\xB6"}, "unusable beginnings"},
+        {{"", "x", ""}, {"column_1", "x", "column_3"}, "empty ones"},
+        {{"a", "a", "a"}, {"a", "a_2", "a_3"}, "the same name again"},
+        {{"a", "a", "a_2"}, {"a", "a_3", "a_2"}, "a made name never takes another column's own"},
+        {{"a b", "a_b"}, {"a_b_2", "a_b"}, "also when that comes later"},
+        {{"A", "a"}, {"A", "a"}, "names are compared exactly"},
+        {{"_rowid"}, {"_rowid_2"}, "the name of the row ids"},
+        {{std::string(300, 'x')}, {std::string(200, 'x')}, "too long a name is cut"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(c.usable, UsableNames(c.names, true)) << c.why;
+    EXPECT_EQ(std::vector<std::string>{"_rowid"}, UsableNames({"_rowid"}, false));
+}
+
+}   // namespace
+}   // namespace vela::shell
