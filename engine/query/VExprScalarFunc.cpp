@@ -24,7 +24,8 @@ string DescribeSubstring(const string& text, const string& start, const VelaExpr
 }
 
 // The side as its bare word where it is a constant text.
-string DescribeTrim(const string& text, const VelaExpr* trimmed, const VelaExpr* side)
+string DescribeTrim(const string& text, const VelaExpr* trimmed, const string& trimmedText,
+                    const VelaExpr* side)
 {
     if (!trimmed && !side)
         return text;
@@ -33,7 +34,7 @@ string DescribeTrim(const string& text, const VelaExpr* trimmed, const VelaExpr*
         side && side->Kind() == ExprKind::kConstant && side->EvaluateInIsolation(&word, nullptr);
     const string sideText = hasWord ? word.GetString().Uppercase() : DescriptionOf(side);
     return JoinDescription(
-        {sideText, side ? " " : "", DescriptionOf(trimmed), trimmed ? " " : "", "FROM ", text});
+        {sideText, side ? " " : "", trimmedText, trimmed ? " " : "", "FROM ", text});
 }
 
 }   // namespace
@@ -94,7 +95,7 @@ string VExprScalarFunc::DescribeArguments() const
         case kFuncSubstring:
             return DescribeSubstring(first, second, mArg3.get());
         case kFuncTrim:
-            return DescribeTrim(first, mArg2.get(), mArg3.get());
+            return DescribeTrim(first, mArg2.get(), second, mArg3.get());
         default:
             return JoinDescription(
                 {first, mArg2 ? ", " : "", second, mArg3 ? ", " : "", DescriptionOf(mArg3.get())});
