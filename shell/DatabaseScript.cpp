@@ -155,8 +155,10 @@ void TableScript::WriteRow(uint32_t rowID, bool isNextRowID) const
         values = RowIDText(rowID) + (values.empty() ? "" : ", " + values);
         isComplete = false;
     }
-    mOutput->Write("INSERT INTO " + mName + (isComplete ? "" : " (" + columns + ")") + " VALUES (" +
-                   values + ");\n");
+    mOutput->Write("INSERT INTO " + mName);
+    if (!isComplete)
+        mOutput->Write(" (" + columns + ")");
+    mOutput->Write(" VALUES (" + values + ");\n");
 }
 
 // Row ids are never handed out twice, those of deleted rows neither: a row that comes and goes

@@ -3,18 +3,15 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <unordered_set>
-#include <vector>
 
 #include "engine/sql/VelaSQL.h"
-#include "shell/CsvReader.h"
 #include "shell/DialectNames.h"
 #include "shell/DisplayText.h"
-#include "shell/FieldTypes.h"
+#include "shell/ImportReceivers.h"
 #include "shell/OpenDatabase.h"
 
 namespace vela::shell {
@@ -22,44 +19,6 @@ namespace vela::shell {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr size_t kReportedFaults = 20;
-constexpr uint32_t kLargestRowID = 0xFFFFFFFE;
-constexpr const char* kRowIDName = "_rowid";
-
-// A column of the file and where its values go.
-struct ImportColumn {
-    std::string headerName;   // as the file has it
-    std::string name;         // in the table
-    VelaDataType type = kTypeString;
-    uint32_t columnID = 0;
-};
-
-// What an import knows and passes from step to step.
-struct ImportJob {
-    Session& session;
-    SourcePlace where;
-    std::string path;
-    std::string tableName;
-    char separator = ',';
-    std::string content;
-    std::vector<ImportColumn> columns;
-    size_t rows = 0;
-    size_t faults = 0;
-
-    bool Fail(std::string_view sqlState, const std::string& description) const
-    {
-        return session.Fail(where, sqlState, description);
-    }
-    // Counts what is wrong with a line, and prints it when it is among the first. Returns whether
-    // to go on looking.
-    bool ReportFault(size_t line, const std::string& reason)
-    {
-        if (++faults <= kReportedFaults)
-            PrintRaw(path + ":" + std::to_string(line) + ": " + reason + "\n");
-        return true;
-    }
-};
 
 bool ReadWholeFile(ImportJob* job)
 {
@@ -81,28 +40,6 @@ bool ReadWholeFile(ImportJob* job)
                                                          SystemErrorText(error) + ".");
 }
 
-// The first line.
-class HeaderReceiver : public CsvReceiver {
-public:
-    bool TakeRow(const CsvRow& row, size_t) override
-    {
-        for (size_t i = 0; i < row.FieldCount(); i++)
-            mNames.emplace_back(row.Field(i));
-        return false;
-    }
-    bool TakeMalformed(size_t line, const std::string& reason) override
-    {
-        mFault = "line " + std::to_string(line) + ": " + reason;
-        return false;
-    }
-    [[nodiscard]] const std::vector<std::string>& Names() const { return mNames; }
-    [[nodiscard]] const std::string& Fault() const { return mFault; }
-
-private:
-    std::vector<std::string> mNames;
-    std::string mFault;
-};
-
 // Reads the names of the columns, made usable, with "_rowid" as it is.
 bool ReadHeader(ImportJob* job)
 {
@@ -119,168 +56,6 @@ bool ReadHeader(ImportJob* job)
     for (size_t i = 0; i < names.size(); i++)
         job->columns.push_back({receiver.Names()[i], names[i], kTypeString, 0});
     return true;
-}
-
-// Rows behind the header.
-class BodyReceiver : public CsvReceiver {
-public:
-    explicit BodyReceiver(ImportJob* job) : mJob(job) {}
-
-    bool TakeRow(const CsvRow& row, size_t line) override
-    {
-        if (mIsHeader) {
-            mIsHeader = false;
-            return true;
-        }
-        const size_t expected = mJob->columns.size();
-        if (row.FieldCount() != expected)
-            return mJob->ReportFault(line, "the line has " + std::to_string(row.FieldCount()) +
-                                               " fields, the header has " +
-                                               std::to_string(expected));
-        return TakeGoodRow(row, line);
-    }
-    bool TakeMalformed(size_t line, const std::string& reason) override
-    {
-        return mJob->ReportFault(line, reason);
-    }
-
-protected:
-    virtual bool TakeGoodRow(const CsvRow& row, size_t line) = 0;
-    [[nodiscard]] ImportJob& Job() { return *mJob; }
-
-private:
-    ImportJob* mJob;
-    bool mIsHeader = true;
-};
-
-// Finds the types for a new table.
-class TypeReceiver : public BodyReceiver {
-public:
-    explicit TypeReceiver(ImportJob* job) : BodyReceiver(job), mTypes(job->columns.size()) {}
-
-    [[nodiscard]] VelaDataType TypeOf(size_t column) const { return mTypes[column].Type(); }
-
-protected:
-    bool TakeGoodRow(const CsvRow& row, size_t) override
-    {
-        for (size_t i = 0; i < mTypes.size(); i++)
-            if (!row.IsBare(i))
-                mTypes[i].Add(row.Field(i));
-        return true;
-    }
-
-private:
-    std::vector<FieldTypes> mTypes;
-};
-
-// Checks that every row can be added, without adding any.
-class CheckReceiver : public BodyReceiver {
-public:
-    // table is null when it is still to be made.
-    CheckReceiver(ImportJob* job, VelaTrans* table)
-        : BodyReceiver(job), mTable(table), mNextRowID(table ? table->NextUnusedRowID() : 1)
-    {
-        for (const ImportColumn& column : job->columns)
-            mGivesRowIDs |= column.name == kRowIDName;
-    }
-
-    // Whether the table runs out of row ids.
-    [[nodiscard]] bool HasTooManyRows() const { return mHasTooManyRows; }
-
-protected:
-    bool TakeGoodRow(const CsvRow& row, size_t line) override
-    {
-        Job().rows++;
-        uint32_t rowID = mNextRowID;
-        VelaValue value;
-        for (size_t i = 0; i < row.FieldCount(); i++) {
-            const ImportColumn& column = Job().columns[i];
-            if (row.IsBare(i))
-                continue;
-            if (!ConvertField(row.Field(i), column.type, &value))
-                return Job().ReportFault(line, "\"" + ShownText(row.Field(i)) + "\" in column " +
-                                                   ShownText(column.headerName) + " is no " +
-                                                   DataTypeName(column.type));
-            if (column.name == kRowIDName && !TakeRowID(value.GetInteger(), line, &rowID))
-                return true;
-        }
-        if (mGivesRowIDs && !mRowIDs.insert(rowID).second)
-            return ReportTaken(rowID, line);
-        mHasTooManyRows |= rowID > kLargestRowID;
-        mNextRowID = std::max(mNextRowID, rowID + 1);
-        return !mHasTooManyRows;
-    }
-
-private:
-    // False: that can't be the row's id, which has been reported.
-    bool TakeRowID(int32_t number, size_t line, uint32_t* rowID)
-    {
-        *rowID = static_cast<uint32_t>(number);
-        if (*rowID == kInvalidRowID)
-            Job().ReportFault(line, std::to_string(number) + " can't be a row id");
-        else if (mTable && mTable->ContainsRow(*rowID))
-            ReportTaken(*rowID, line);
-        else
-            return true;
-        return false;
-    }
-
-    bool ReportTaken(uint32_t rowID, size_t line)
-    {
-        return Job().ReportFault(
-            line, "the row id " + std::to_string(static_cast<int32_t>(rowID)) + " is taken");
-    }
-
-    VelaTrans* mTable;
-    uint32_t mNextRowID;
-    bool mGivesRowIDs = false;
-    std::unordered_set<uint32_t> mRowIDs;   // of this file, when it gives any
-    bool mHasTooManyRows = false;
-};
-
-// Adds the rows, which were checked.
-class AddReceiver : public BodyReceiver {
-public:
-    AddReceiver(ImportJob* job, VelaTrans* table) : BodyReceiver(job), mTable(table) {}
-
-    [[nodiscard]] size_t Added() const { return mAdded; }
-
-protected:
-    bool TakeGoodRow(const CsvRow& row, size_t) override
-    {
-        VelaRow values;
-        values.reserve(row.FieldCount());
-        for (size_t i = 0; i < row.FieldCount(); i++) {
-            if (row.IsBare(i))
-                continue;
-            auto value = std::make_unique<VelaValueWithID>(Job().columns[i].columnID);
-            if (ConvertField(row.Field(i), Job().columns[i].type, value.get()))
-                values.push_back(value.release());
-        }
-        if (mTable->AddRow(values, true) == kInvalidRowID)
-            return false;
-        mAdded++;
-        return true;
-    }
-
-private:
-    VelaTrans* mTable;
-    size_t mAdded = 0;
-};
-
-std::string CountText(size_t count, const std::string& thing)
-{
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
-bool FailForFaults(const ImportJob& job)
-{
-    if (job.faults > kReportedFaults)
-        PrintRaw(job.path + ": " + CountText(job.faults - kReportedFaults, "more faulty line") +
-                 "\n");
-    return job.Fail(kVEDataException,
-                    "Error: Nothing was imported: " + CountText(job.faults, "faulty line") +
-                        " in " + job.path + ".");
 }
 
 // The number of the column of that name; -1 when there is none.
@@ -353,7 +128,7 @@ bool CheckNewTable(ImportJob* job)
     for (size_t i = 0; i < job->columns.size(); i++)
         job->columns[i].type =
             job->columns[i].name == kRowIDName ? kTypeInteger : receiver.TypeOf(i);
-    return job->faults == 0 || FailForFaults(*job);
+    return job->faults == 0 || job->FailForFaults();
 }
 
 bool CheckRows(ImportJob* job, VelaTrans* table)
@@ -363,7 +138,7 @@ bool CheckRows(ImportJob* job, VelaTrans* table)
     if (receiver.HasTooManyRows())
         return job->Fail(kVEIntegrityConstraintViolation,
                          "Error: Nothing was imported: the row ids of the table run out.");
-    return job->faults == 0 || FailForFaults(*job);
+    return job->faults == 0 || job->FailForFaults();
 }
 
 void ReportSpeed(const ImportJob& job, Clock::time_point start, bool committed)

@@ -64,19 +64,17 @@ void WriteDouble(double number, Output* output)
 
 void WriteCell(const VelaValue& value, Output* output)
 {
-    if (value.IsNull()) {
-        output->Write("null");
-    } else if (IsTextBacked(value.GetType())) {
+    const VelaDataType type = value.IsNull() ? kTypeNone : value.GetType();
+    if (IsTextBacked(type))
         WriteText(value, output);
-    } else if (value.GetType() == kTypeInteger) {
+    else if (type == kTypeInteger)
         WriteInteger(value.GetInteger(), output);
-    } else if (value.GetType() == kTypeDouble) {
+    else if (type == kTypeDouble)
         WriteDouble(value.GetDouble(), output);
-    } else if (value.GetType() == kTypeBoolean) {
+    else if (type == kTypeBoolean)
         output->Write(value.GetInteger() != 0 ? "true" : "false");
-    } else {
+    else
         output->Write("null");
-    }
 }
 
 void WriteColumns(const VelaTable& rows, Output* output)

@@ -119,6 +119,11 @@ void PrintCaret(const SourceStatement& statement, size_t offset)
     PrintRaw(CaretText(statement, offset));
 }
 
+std::string CountText(size_t count, const std::string& thing)
+{
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
 std::string SystemErrorText(int error)
 {
     return std::generic_category().message(error);

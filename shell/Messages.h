@@ -35,6 +35,9 @@ void PrintNote(std::string_view text);
 // Text as it is, without a line end.
 void PrintRaw(std::string_view text);
 
+// "1 row", "5 rows".
+[[nodiscard]] std::string CountText(size_t count, const std::string& thing);
+
 // The system's words for an errno, such as "No space left on device".
 [[nodiscard]] std::string SystemErrorText(int error);
 

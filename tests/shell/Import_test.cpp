@@ -100,7 +100,7 @@ TEST(Import, RefusesTheWholeFileForOneFault)
         const char* errors;   // but for the note that the run stopped
     } cases[] = {
         {"a,d\n2,2026-01-02\n3\n",
-         "f.csv:3: the line has 1 fields, the header has 2\n"
+         "f.csv:3: the line has 1 field, the header has 2\n"
          "argument 1:1:1: 22000 Error: Nothing was imported: 1 faulty line in f.csv.\n"},
         {"a,d\n\"2\"x,2026-01-02\nx,2026-01-02\n3,1/2/2026\n",
          "f.csv:2: text stands behind a closing quote\n"
