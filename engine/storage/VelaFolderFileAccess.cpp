@@ -149,7 +149,8 @@ bool VelaFolderFileAccess::OpenFolder()
     if (!mFolder.IsFolder())
         return FailWith(path, ENOTDIR);
     const int rights = IsReadOnly() ? R_OK | X_OK : R_OK | W_OK | X_OK;
-    return access(path.CString(), rights) == 0 || FailWith(path, errno);
+    const bool permitted = faccessat(AT_FDCWD, path.CString(), rights, AT_EACCESS) == 0;
+    return permitted || FailWith(path, errno);
 }
 
 bool VelaFolderFileAccess::CheckName(const string& name) const

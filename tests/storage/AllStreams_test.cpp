@@ -1,0 +1,275 @@
+// What every byte stream promises, asked of all four of them.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "engine/storage/FileHandle.h"
+#include "engine/storage/FilePtr.h"
+#include "engine/storage/StringStorageMechanism.h"
+#include "engine/storage/UnixDataFile.h"
+#include "tests/storage/StreamModel.h"
+#include "tests/storage/TemporaryFolder.h"
+
+namespace vela {
+namespace {
+
+enum class Kind { kFileHandle, kFilePtr, kString, kUnixDataFile };
+
+std::string KindName(const testing::TestParamInfo<Kind>& info)
+{
+    const char* const names[] = {"FileHandle", "FilePtr", "StringStorageMechanism", "UnixDataFile"};
+    return names[static_cast<size_t>(info.param)];
+}
+
+class AllStreams : public testing::TestWithParam<Kind> {
+protected:
+    // An empty stream for reading and writing.
+    std::unique_ptr<RandomAccessMechanism> New()
+    {
+        const std::string file = mFolder.File("stream");
+        const string path(file.c_str());
+        switch (GetParam()) {
+            case Kind::kFileHandle: {
+                auto stream = std::make_unique<FileHandle>();
+                EXPECT_TRUE(stream->Open(path, O_RDWR | O_CREAT | O_TRUNC));
+                return stream;
+            }
+            case Kind::kFilePtr: {
+                auto stream = std::make_unique<FilePtr>();
+                EXPECT_TRUE(stream->Open(path, "w+"));
+                return stream;
+            }
+            case Kind::kString: {
+                auto stream = std::make_unique<StringStorageMechanism>();
+                stream->Open(string());
+                return stream;
+            }
+            default: {
+                auto stream = std::make_unique<UnixDataFile>();
+                EXPECT_TRUE(stream->Create(path));
+                return stream;
+            }
+        }
+    }
+    std::unique_ptr<RandomAccessMechanism> NewHolding(const std::string& bytes)
+    {
+        auto stream = New();
+        EXPECT_TRUE(stream->WriteData(bytes.data(), static_cast<int>(bytes.size())));
+        EXPECT_TRUE(stream->SeekFromStart(0));
+        return stream;
+    }
+    std::unique_ptr<RandomAccessMechanism> NewUnopened()
+    {
+        switch (GetParam()) {
+            case Kind::kFileHandle:
+                return std::make_unique<FileHandle>();
+            case Kind::kFilePtr:
+                return std::make_unique<FilePtr>();
+            case Kind::kString:
+                return std::make_unique<StringStorageMechanism>();
+            default:
+                return std::make_unique<UnixDataFile>();
+        }
+    }
+    // Closes the stream and gives what it left behind.
+    std::string Finish(RandomAccessMechanism& stream)
+    {
+        if (GetParam() == Kind::kString)
+            return std::string(static_cast<StringStorageMechanism&>(stream).Storage().View());
+        stream.Close();
+        return mFolder.Read("stream");
+    }
+
+    TemporaryFolder mFolder;
+};
+
+INSTANTIATE_TEST_SUITE_P(Of, AllStreams,
+                         testing::Values(Kind::kFileHandle, Kind::kFilePtr, Kind::kString,
+                                         Kind::kUnixDataFile),
+                         KindName);
+
+TEST_P(AllStreams, ReadsTheByteAtThePositionSought)
+{
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->SeekFromStart(1));
+    char byte = 0;
+    int count = 0;
+    EXPECT_TRUE(stream->ReadData(&byte, 1, &count));
+    EXPECT_EQ('b', byte);
+    EXPECT_EQ(1, count);
+    EXPECT_EQ(2, stream->GetPosition());
+    EXPECT_EQ("abc", Finish(*stream));
+}
+
+TEST_P(AllStreams, AShortReadGivesWhatThereIsAndIsFalse)
+{
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->SeekFromStart(1));
+    char bytes[9] = "........";
+    int count = 0;
+    EXPECT_FALSE(stream->ReadData(bytes, 8, &count));
+    EXPECT_EQ(2, count);
+    EXPECT_EQ(std::string("bc......"), bytes);
+    EXPECT_TRUE(stream->IsEOF());
+    EXPECT_EQ(3, stream->GetPosition());
+    EXPECT_FALSE(stream->ReadData(bytes, 1, &count));
+    EXPECT_EQ(0, count);
+    EXPECT_FALSE(stream->ReadData(bytes, 1, nullptr)) << "the count may be left out";
+    EXPECT_TRUE(stream->ReadData(bytes, 0, &count)) << "nothing is always there";
+    EXPECT_EQ(0, count);
+}
+
+TEST_P(AllStreams, ALongWithThreeBytesLeftIsRefused)
+{
+    auto stream = NewHolding("1234567");
+    EXPECT_TRUE(stream->SeekFromStart(4));
+    int number = 99;
+    EXPECT_FALSE(stream->ReadLong(number));
+    EXPECT_EQ(99, number);
+    EXPECT_TRUE(stream->SeekFromStart(3));
+    EXPECT_TRUE(stream->ReadLong(number));
+}
+
+TEST_P(AllStreams, NumbersComeBackThroughABigEndianStream)
+{
+    auto stream = New();
+    stream->SetBigEndian();
+    EXPECT_TRUE(stream->WriteLong(0x64FF2EFF));
+    EXPECT_TRUE(stream->WriteShort(0xFF5C));
+    EXPECT_TRUE(stream->WriteDouble(-0.1));
+    EXPECT_TRUE(stream->SeekFromStart(0));
+    int number = 0;
+    short small = 0;
+    double real = 0;
+    EXPECT_TRUE(stream->ReadLong(number) && stream->ReadShort(small) && stream->ReadDouble(real));
+    EXPECT_EQ(0x64FF2EFF, number);
+    EXPECT_EQ(static_cast<short>(0xFF5C), small);
+    EXPECT_LT(small, 0);
+    EXPECT_EQ(-0.1, real);
+    EXPECT_EQ(std::string("\x64\xFF\x2E\xFF\xFF\x5C\xBF\xB9\x99\x99\x99\x99\x99\x9A"),
+              Finish(*stream));
+}
+
+TEST_P(AllStreams, AWritePastTheEndFillsTheGapWithZeros)
+{
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->SeekFromStart(6));
+    EXPECT_TRUE(stream->IsEOF());
+    EXPECT_EQ(3, stream->GetLength()) << "seeking alone lengthens nothing";
+    EXPECT_TRUE(stream->WriteData("x", 1));
+    EXPECT_EQ(7, stream->GetLength());
+    EXPECT_TRUE(stream->SeekFromStart(2));
+    char bytes[5];
+    EXPECT_TRUE(stream->ReadData(bytes, 5, nullptr));
+    EXPECT_EQ(std::string("c\0\0\0x", 5), std::string(bytes, 5));
+    EXPECT_EQ(std::string("abc\0\0\0x", 7), Finish(*stream));
+}
+
+TEST_P(AllStreams, AWriteOfNothingPastTheEndLengthensNothing)
+{
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->SeekFromStart(6));
+    EXPECT_TRUE(stream->WriteData("", 0));
+    EXPECT_EQ(3, stream->GetLength());
+    EXPECT_EQ("abc", Finish(*stream));
+}
+
+TEST_P(AllStreams, SetLengthCutsAndLengthensAndLeavesThePosition)
+{
+    auto stream = NewHolding("abcdef");
+    EXPECT_TRUE(stream->SeekFromStart(5));
+    EXPECT_TRUE(stream->SetLength(3));
+    EXPECT_EQ(3, stream->GetLength());
+    EXPECT_EQ(5, stream->GetPosition());
+    EXPECT_TRUE(stream->IsEOF());
+    char bytes[8];
+    EXPECT_FALSE(stream->ReadData(bytes, 1, nullptr));
+    EXPECT_TRUE(stream->SetLength(6));
+    EXPECT_FALSE(stream->IsEOF());
+    EXPECT_TRUE(stream->SeekFromStart(0));
+    EXPECT_TRUE(stream->ReadData(bytes, 6, nullptr));
+    EXPECT_EQ(std::string("abc\0\0\0", 6), std::string(bytes, 6))
+        << "what was cut must not come back";
+    EXPECT_TRUE(stream->SetLength(0));
+    EXPECT_EQ(0, stream->GetLength());
+    EXPECT_EQ("", Finish(*stream));
+}
+
+TEST_P(AllStreams, NegativeArgumentsAreRefused)
+{
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->SeekFromStart(1));
+    EXPECT_FALSE(stream->SeekFromStart(-1));
+    EXPECT_FALSE(stream->SetLength(-1));
+    char byte;
+    int count = 99;
+    EXPECT_FALSE(stream->ReadData(&byte, -1, &count));
+    EXPECT_EQ(0, count);
+    EXPECT_FALSE(stream->WriteData("x", -1));
+    EXPECT_EQ(1, stream->GetPosition());
+    EXPECT_EQ(3, stream->GetLength());
+    EXPECT_EQ("abc", Finish(*stream));
+}
+
+TEST_P(AllStreams, ClosedStreamsRefuseEverything)
+{
+    const auto closed = NewHolding("abc");
+    closed->Close();
+    const auto unopened = NewUnopened();
+    for (RandomAccessMechanism* stream : {closed.get(), unopened.get()}) {
+        char byte;
+        int count = 99;
+        EXPECT_FALSE(stream->ReadData(&byte, 1, &count));
+        EXPECT_EQ(0, count);
+        EXPECT_FALSE(stream->WriteData("x", 1));
+        EXPECT_FALSE(stream->SetLength(1));
+        EXPECT_EQ(0, stream->GetLength());
+        EXPECT_EQ(0, stream->GetPosition());
+        EXPECT_TRUE(stream->IsEOF());
+        int number;
+        EXPECT_FALSE(stream->ReadLong(number));
+        stream->Close();
+    }
+}
+
+TEST_P(AllStreams, FlushToDiskBringsEverythingToTheFile)
+{
+    if (GetParam() == Kind::kString)
+        return;
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->FlushToDisk());
+    EXPECT_EQ("abc", mFolder.Read("stream"));
+    EXPECT_TRUE(stream->WriteData("ABCD", 4));
+    EXPECT_TRUE(stream->FlushToDisk());
+    EXPECT_EQ("ABCD", mFolder.Read("stream"));
+}
+
+TEST_P(AllStreams, ReservingRoomLeavesTheLength)
+{
+    auto stream = NewHolding("abc");
+    EXPECT_TRUE(stream->Reserve(100000));
+    EXPECT_TRUE(stream->Reserve(1)) << "less than there is";
+    EXPECT_EQ(3, stream->GetLength());
+    EXPECT_EQ("abc", Finish(*stream));
+}
+
+TEST_P(AllStreams, RandomOperationsAgreeWithAPlainString)
+{
+    for (int round = 0; round < 4; round++) {
+        const unsigned seed = std::random_device{}();
+        SCOPED_TRACE(seed);
+        auto stream = New();
+        std::string model;
+        CompareWithString(*stream, seed, 5000, &model);
+        ASSERT_FALSE(HasFailure());
+        ASSERT_TRUE(model == Finish(*stream)) << "the file differs from what was read";
+    }
+}
+
+}   // namespace
+}   // namespace vela

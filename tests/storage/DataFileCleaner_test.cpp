@@ -1,0 +1,67 @@
+#include "engine/storage/DataFileCleaner.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "engine/storage/UnixDataFile.h"
+#include "tests/storage/TemporaryFolder.h"
+
+namespace vela {
+namespace {
+
+TEST(DataFileCleaner, TakesATemporaryFileFromDisk)
+{
+    string path;
+    {
+        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
+        ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
+        EXPECT_TRUE(cleaner.File()->WriteData("abc", 3));
+        EXPECT_TRUE(std::filesystem::exists(path.CString()));
+    }
+    EXPECT_FALSE(std::filesystem::exists(path.CString()));
+}
+
+TEST(DataFileCleaner, TakesItAlsoWhenItIsClosedAlready)
+{
+    string path;
+    {
+        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
+        ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
+        cleaner.File()->Close();
+    }
+    EXPECT_FALSE(std::filesystem::exists(path.CString()));
+}
+
+TEST(DataFileCleaner, LeavesAnyOtherFileWrittenAndInPlace)
+{
+    TemporaryFolder folder;
+    {
+        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
+        ASSERT_TRUE(cleaner.File()->Create(folder.File("mine").c_str()));
+        EXPECT_TRUE(cleaner.File()->WriteData("abc", 3));
+    }
+    EXPECT_EQ("abc", folder.Read("mine"));
+}
+
+TEST(DataFileCleaner, AFileThatWasTemporaryOnceIsNotTakenForOne)
+{
+    TemporaryFolder folder;
+    string path;
+    {
+        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
+        ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
+        ASSERT_TRUE(cleaner.File()->Create(folder.File("mine").c_str()));
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder.File("mine")));
+    std::filesystem::remove(path.CString());
+}
+
+TEST(DataFileCleaner, MayOwnNothing)
+{
+    const DataFileCleaner cleaner(nullptr);
+    EXPECT_EQ(nullptr, cleaner.File());
+}
+
+}   // namespace
+}   // namespace vela

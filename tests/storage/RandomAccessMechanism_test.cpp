@@ -1,0 +1,316 @@
+#include "engine/storage/RandomAccessMechanism.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <string>
+
+#include "engine/storage/StringStorageMechanism.h"
+
+namespace vela {
+namespace {
+
+using Bytes = std::string;
+
+// Bytes from a list of numbers.
+template <class... Number>
+Bytes Of(Number... numbers)
+{
+    return Bytes{static_cast<char>(numbers)...};
+}
+
+void OpenOn(StringStorageMechanism& stream, const Bytes& bytes)
+{
+    stream.Open(string(bytes, kEncodingASCII));
+}
+
+Bytes Content(const StringStorageMechanism& stream)
+{
+    return Bytes(stream.Storage().View());
+}
+
+TEST(RandomAccessMechanism, NumbersHaveTheirBytesInBothOrders)
+{
+    struct {
+        bool (*write)(RandomAccessMechanism&);
+        bool (*readsBack)(RandomAccessMechanism&);
+        Bytes big, little;
+        const char* why;
+    } cases[] = {
+        {[](auto& s) { return s.WriteByte(0xF2); },
+         [](auto& s) {
+             unsigned char v;
+             return s.ReadByte(v) && v == 0xF2;
+         },
+         Of(0xF2), Of(0xF2), "byte"},
+        {[](auto& s) { return s.WriteByte(0x1FF); },
+         [](auto& s) {
+             unsigned char v;
+             return s.ReadByte(v) && v == 0xFF;
+         },
+         Of(0xFF), Of(0xFF), "byte, the low eight bits"},
+        {[](auto& s) { return s.WriteShort(0x0102); },
+         [](auto& s) {
+             short v;
+             return s.ReadShort(v) && v == 0x0102;
+         },
+         Of(1, 2), Of(2, 1), "short"},
+        {[](auto& s) { return s.WriteShort(0xFF5C); },
+         [](auto& s) {
+             short v;
+             return s.ReadShort(v) && v == -164;
+         },
+         Of(0xFF, 0x5C), Of(0x5C, 0xFF), "short keeps its sign"},
+        {[](auto& s) { return s.WriteLong(0x64FF2EFF); },
+         [](auto& s) {
+             int v;
+             return s.ReadLong(v) && v == 0x64FF2EFF;
+         },
+         Of(0x64, 0xFF, 0x2E, 0xFF), Of(0xFF, 0x2E, 0xFF, 0x64), "long"},
+        {[](auto& s) { return s.WriteLong(-2); },
+         [](auto& s) {
+             int v;
+             return s.ReadLong(v) && v == -2;
+         },
+         Of(0xFF, 0xFF, 0xFF, 0xFE), Of(0xFE, 0xFF, 0xFF, 0xFF), "long, negative"},
+        {[](auto& s) { return s.WriteLong(INT32_MIN); },
+         [](auto& s) {
+             int v;
+             return s.ReadLong(v) && v == INT32_MIN;
+         },
+         Of(0x80, 0, 0, 0), Of(0, 0, 0, 0x80), "long, the most negative"},
+        {[](auto& s) { return s.WriteDouble(1.5); },
+         [](auto& s) {
+             double v;
+             return s.ReadDouble(v) && v == 1.5;
+         },
+         Of(0x3F, 0xF8, 0, 0, 0, 0, 0, 0), Of(0, 0, 0, 0, 0, 0, 0xF8, 0x3F), "double"},
+        {[](auto& s) { return s.WriteDouble(-0.0); },
+         [](auto& s) {
+             double v;
+             return s.ReadDouble(v) && v == 0 && std::signbit(v);
+         },
+         Of(0x80, 0, 0, 0, 0, 0, 0, 0), Of(0, 0, 0, 0, 0, 0, 0, 0x80), "double, negative zero"},
+    };
+    for (const auto& c : cases) {
+        for (const bool big : {true, false}) {
+            StringStorageMechanism stream;
+            OpenOn(stream, "");
+            if (big)
+                stream.SetBigEndian();
+            EXPECT_TRUE(c.write(stream)) << c.why;
+            EXPECT_EQ(big ? c.big : c.little, Content(stream)) << c.why;
+            EXPECT_TRUE(stream.SeekFromStart(0) && c.readsBack(stream)) << c.why;
+            EXPECT_TRUE(stream.IsEOF()) << c.why;
+            if (big)
+                stream.SetLittleEndian();
+            else
+                stream.SetBigEndian();
+            EXPECT_TRUE(stream.SeekFromStart(0) && stream.SetLength(0) && c.write(stream)) << c.why;
+            EXPECT_EQ(big ? c.little : c.big, Content(stream)) << c.why << ", turned round";
+        }
+    }
+}
+
+TEST(RandomAccessMechanism, ReadsThatFallShortAreFalseAndChangeNothing)
+{
+    for (size_t size = 0; size < 8; size++) {
+        StringStorageMechanism stream;
+        OpenOn(stream, Bytes(size, 'x'));
+        unsigned char byte = 7;
+        EXPECT_EQ(size >= 1, stream.ReadByte(byte)) << size;
+        EXPECT_EQ(size >= 1 ? 'x' : 7, byte) << size;
+        stream.SeekFromStart(0);
+        short number = 7;
+        EXPECT_EQ(size >= 2, stream.ReadShort(number)) << size;
+        EXPECT_EQ(size >= 2 ? 0x7878 : 7, number) << size;
+        stream.SeekFromStart(0);
+        int word = 7;
+        EXPECT_EQ(size >= 4, stream.ReadLong(word)) << size;
+        EXPECT_EQ(size >= 4 ? 0x78787878 : 7, word) << size;
+        stream.SeekFromStart(0);
+        double real = 7;
+        EXPECT_FALSE(stream.ReadDouble(real)) << size;
+        EXPECT_EQ(7, real) << size;
+    }
+}
+
+TEST(RandomAccessMechanism, PStringsHaveALengthByteAndAtMost255)
+{
+    for (const size_t size : {0, 1, 254, 255, 256, 300, 100000}) {
+        Bytes text(size, 'a');
+        if (size > 0)
+            text.back() = 'z';
+        StringStorageMechanism stream;
+        OpenOn(stream, "");
+        EXPECT_TRUE(stream.WritePString(string(text, kEncodingASCII)));
+        const Bytes kept = text.substr(0, 255);
+        EXPECT_EQ(Of(kept.size()) + kept, Content(stream)) << size;
+
+        string back("old");
+        EXPECT_TRUE(stream.SeekFromStart(0) && stream.ReadPString(back));
+        EXPECT_EQ(kept, back.View()) << size;
+    }
+}
+
+TEST(RandomAccessMechanism, PStringsCutShortAreRefused)
+{
+    const Bytes whole = Of(5) + "hello";
+    for (size_t cut = 0; cut < whole.size(); cut++) {
+        StringStorageMechanism stream;
+        OpenOn(stream, whole.substr(0, cut));
+        string text("old");
+        EXPECT_FALSE(stream.ReadPString(text)) << cut;
+        EXPECT_STREQ("old", text.CString()) << cut;
+    }
+}
+
+TEST(RandomAccessMechanism, LinesEndWithALineFeed)
+{
+    StringStorageMechanism stream;
+    OpenOn(stream, "");
+    EXPECT_TRUE(stream.WriteLine("one") && stream.WriteLine("") && stream.WriteLine("two"));
+    EXPECT_EQ("one\n\ntwo\n", Content(stream));
+}
+
+TEST(RandomAccessMechanism, EncodedIntegersTakeOneToFiveBytes)
+{
+    struct {
+        int number;
+        Bytes bytes;
+        const char* why;
+    } cases[] = {
+        {0, Of(0x00), "zero"},
+        {1, Of(0x01), ""},
+        {63, Of(0x3F), "last of one byte"},
+        {64, Of(0x80, 0x01), "first of two bytes"},
+        {-1, Of(0x41), "the sign is 0x40"},
+        {-63, Of(0x7F), "last of one byte, negative"},
+        {-64, Of(0xC0, 0x01), "first of two bytes, negative"},
+        {65, Of(0x81, 0x01), ""},
+        {8191, Of(0xBF, 0x7F), "last of two bytes"},
+        {8192, Of(0x80, 0x80, 0x01), "first of three bytes"},
+        {-8191, Of(0xFF, 0x7F), ""},
+        {1048575, Of(0xBF, 0xFF, 0x7F), "last of three bytes"},
+        {1048576, Of(0x80, 0x80, 0x80, 0x01), "first of four bytes"},
+        {134217727, Of(0xBF, 0xFF, 0xFF, 0x7F), "last of four bytes"},
+        {134217728, Of(0x80, 0x80, 0x80, 0x80, 0x01), "first of five bytes"},
+        {INT32_MAX, Of(0xBF, 0xFF, 0xFF, 0xFF, 0x0F), "the largest"},
+        {-INT32_MAX, Of(0xFF, 0xFF, 0xFF, 0xFF, 0x0F), "the second smallest"},
+        {INT32_MIN, Of(0x80, 0x80, 0x80, 0x80, 0x10), "the smallest has no sign bit"},
+    };
+    for (const auto& c : cases) {
+        StringStorageMechanism stream;
+        OpenOn(stream, "");
+        EXPECT_TRUE(stream.WriteEncodedInt(c.number));
+        EXPECT_EQ(c.bytes, Content(stream)) << c.number << " " << c.why;
+        int back = 99;
+        EXPECT_TRUE(stream.SeekFromStart(0) && stream.ReadEncodedInt(back)) << c.number;
+        EXPECT_EQ(c.number, back) << c.why;
+        EXPECT_TRUE(stream.IsEOF()) << c.number;
+        for (size_t cut = 0; cut < c.bytes.size(); cut++) {
+            OpenOn(stream, c.bytes.substr(0, cut));
+            back = 99;
+            EXPECT_FALSE(stream.ReadEncodedInt(back)) << c.number << ", cut at " << cut;
+            EXPECT_EQ(99, back);
+        }
+    }
+}
+
+TEST(RandomAccessMechanism, EncodedIntegersThatNobodyWritesAreReadOrRefused)
+{
+    struct {
+        Bytes bytes;
+        bool good;
+        int number;
+        const char* why;
+    } cases[] = {
+        {Of(0x40), true, 0, "minus zero"},
+        {Of(0x80, 0x00), true, 0, "zero in two bytes"},
+        {Of(0xC1, 0x80, 0x80, 0x80, 0x00), true, -1, "with zeros on top"},
+        {Of(0xC0, 0x80, 0x80, 0x80, 0x10), true, INT32_MIN, "the smallest with a sign: it stands"},
+        {Of(0x80, 0x80, 0x80, 0x80, 0x20), false, 0, "33 bits"},
+        {Of(0xBF, 0xFF, 0xFF, 0xFF, 0x7F), false, 0, "all bits that five bytes have"},
+        {Of(0x80, 0x80, 0x80, 0x80, 0x80, 0x00), false, 0, "six bytes"},
+        {Bytes(1000, '\xFF'), false, 0, "without end"},
+    };
+    for (const auto& c : cases) {
+        StringStorageMechanism stream;
+        OpenOn(stream, c.bytes);
+        int number = 99;
+        EXPECT_EQ(c.good, stream.ReadEncodedInt(number)) << c.why;
+        EXPECT_EQ(c.good ? c.number : 99, number) << c.why;
+    }
+}
+
+TEST(RandomAccessMechanism, RandomEncodedIntegersComeBackInARow)
+{
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    std::vector<int> numbers;
+    StringStorageMechanism stream;
+    OpenOn(stream, "");
+    for (int i = 0; i < 20000; i++) {
+        numbers.push_back(static_cast<int>(random()) >> random() % 32);
+        ASSERT_TRUE(stream.WriteEncodedInt(numbers.back()));
+    }
+    stream.SeekFromStart(0);
+    for (const int expected : numbers) {
+        int number = 0;
+        ASSERT_TRUE(stream.ReadEncodedInt(number));
+        ASSERT_EQ(expected, number);
+    }
+    EXPECT_TRUE(stream.IsEOF());
+}
+
+TEST(RandomAccessMechanism, ScramblingIsOffUntilItIsTurnedOn)
+{
+    StringStorageMechanism stream;
+    stream.SetEncryptionKey(0x12345678);
+    Bytes text = "plain";
+    stream.ApplyEncryption(text.data(), 5);
+    EXPECT_EQ("plain", text);
+    stream.ApplyDecryption(text.data(), 5);
+    EXPECT_EQ("plain", text);
+    EXPECT_FALSE(stream.SetEncryption(true));
+    EXPECT_TRUE(stream.SetEncryption(true));
+    EXPECT_TRUE(stream.SetEncryption(false));
+    EXPECT_FALSE(stream.SetEncryption(false));
+}
+
+TEST(RandomAccessMechanism, ScramblingChainsThePlainBytesIntoTheKey)
+{
+    StringStorageMechanism stream;
+    stream.SetEncryption(true);
+    stream.SetEncryptionKey(0x5A);
+    Bytes text = Of(0x00, 0xFF, 0x0F, 0x0F);
+    stream.ApplyEncryption(text.data(), 4);
+    // Keys: 5A, 5A ^ 00 = 5A, 5A ^ FF = A5, A5 ^ 0F = AA.
+    EXPECT_EQ(Of(0x5A, 0xA5, 0xAA, 0xA5), text);
+    stream.SetEncryptionKey(0x5A);
+    stream.ApplyDecryption(text.data(), 4);
+    EXPECT_EQ(Of(0x00, 0xFF, 0x0F, 0x0F), text);
+}
+
+TEST(RandomAccessMechanism, TheKeyRunsOnFromBufferToBuffer)
+{
+    StringStorageMechanism writer;
+    StringStorageMechanism reader;
+    for (StringStorageMechanism* stream : {&writer, &reader}) {
+        stream->SetEncryption(true);
+        stream->SetEncryptionKey(0xDEADBEEF);
+    }
+    Bytes whole = "the quick brown fox jumps over the lazy dog";
+    const Bytes plain = whole;
+    writer.ApplyEncryption(whole.data(), 10);
+    writer.ApplyEncryption(whole.data() + 10, static_cast<int>(whole.size()) - 10);
+    EXPECT_NE(plain, whole);
+    for (char& byte : whole)
+        reader.ApplyDecryption(&byte, 1);
+    EXPECT_EQ(plain, whole);
+}
+
+}   // namespace
+}   // namespace vela

@@ -1,0 +1,314 @@
+#include "engine/storage/VelaFolderFileAccess.h"
+
+#include <errno.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/storage/SystemCalls.h"
+#include "tests/storage/TemporaryFolder.h"
+
+namespace vela {
+namespace {
+
+using Mode = VelaFolderFileAccess::Mode;
+
+std::vector<std::string> Found(const VelaFolderFileAccess& files, const char* pattern)
+{
+    SimpleVector<string> names;
+    files.FindFiles(pattern, &names);
+    std::vector<std::string> result;
+    for (const string& name : names)
+        result.emplace_back(name.View());
+    return result;
+}
+
+using Names = std::vector<std::string>;
+
+class VelaFolderFileAccessTest : public testing::Test {
+protected:
+    VelaFolderFileAccess Open(Mode mode) const
+    {
+        return VelaFolderFileAccess(mFolder.Locator(), mode);
+    }
+
+    TemporaryFolder mFolder;
+};
+
+TEST_F(VelaFolderFileAccessTest, OpensTheFolderOrSaysWhyNot)
+{
+    mFolder.Write("file", "");
+    struct {
+        const char* name;
+        Mode mode;
+        bool opens;
+        const char* reason;
+    } cases[] = {
+        {"", Mode::kReadOnly, true, ""},
+        {"", Mode::kReadWrite, true, ""},
+        {"", Mode::kCreate, true, ""},
+        {"missing", Mode::kReadOnly, false, "No such file or directory"},
+        {"missing", Mode::kReadWrite, false, "No such file or directory"},
+        {"missing", Mode::kCreate, true, ""},
+        {"no/parent", Mode::kCreate, false, "No such file or directory"},
+        {"file", Mode::kReadOnly, false, "Not a directory"},
+        {"file", Mode::kReadWrite, false, "Not a directory"},
+        {"file", Mode::kCreate, false, "Not a directory"},
+    };
+    for (const auto& c : cases) {
+        const std::string path = *c.name ? mFolder.File(c.name) : mFolder.Path();
+        const VelaFolderFileAccess files(FileLocator(path.c_str()), c.mode);
+        EXPECT_EQ(c.opens, files.IsOpen()) << c.name;
+        EXPECT_EQ(c.opens ? "" : path + ": " + c.reason, std::string(files.ErrorText().View()));
+        EXPECT_EQ(c.mode == Mode::kReadOnly, files.IsReadOnly());
+        if (std::string(c.name) == "missing" && c.mode != Mode::kCreate) {
+            EXPECT_FALSE(std::filesystem::exists(path)) << "nothing is made by a typing mistake";
+        }
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(mFolder.File("missing")));
+}
+
+TEST_F(VelaFolderFileAccessTest, AContainerThatIsNotThereRefusesEverything)
+{
+    const std::string path = mFolder.File("missing");
+    VelaFolderFileAccess files(FileLocator(path.c_str()), Mode::kReadWrite);
+    EXPECT_EQ(nullptr, files.OpenFile("t.dat", false));
+    EXPECT_EQ(nullptr, files.OpenFile("t.dat", true));
+    EXPECT_FALSE(files.CreateFile("t.dat"));
+    EXPECT_FALSE(files.DeleteFile("t.dat"));
+    EXPECT_FALSE(files.RenameFile("t.dat", "u.dat"));
+    EXPECT_FALSE(files.ContainsFile("t.dat"));
+    EXPECT_FALSE(files.FlushNames());
+    EXPECT_EQ(Names{}, Found(files, "*"));
+    EXPECT_EQ(path + ": No such file or directory", std::string(files.ErrorText().View()))
+        << "the reason stays";
+
+    const FileLocator withNUL(string("/tmp\0x", 6, kEncodingUTF8));
+    EXPECT_FALSE(VelaFolderFileAccess(withNUL, Mode::kCreate).IsOpen());
+    EXPECT_FALSE(VelaFolderFileAccess(FileLocator(), Mode::kCreate).IsOpen());
+}
+
+TEST_F(VelaFolderFileAccessTest, NamesThatLeadOutOfTheFolderAreRefused)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    mFolder.Write("good", "x");
+    const string names[] = {"",
+                            ".",
+                            "..",
+                            "/",
+                            "a/b",
+                            "../x",
+                            "/etc/passwd",
+                            "a/",
+                            string("good\0x", 6, kEncodingUTF8),
+                            string("\0", 1, kEncodingUTF8)};
+    for (const string& name : names) {
+        EXPECT_EQ(nullptr, files.OpenFile(name, false)) << name.CString();
+        EXPECT_EQ(nullptr, files.OpenFile(name, true)) << name.CString();
+        EXPECT_FALSE(files.CreateFile(name)) << name.CString();
+        EXPECT_FALSE(files.DeleteFile(name)) << name.CString();
+        EXPECT_FALSE(files.RenameFile(name, "new")) << name.CString();
+        EXPECT_FALSE(files.RenameFile("good", name)) << name.CString();
+        EXPECT_FALSE(files.ContainsFile(name)) << name.CString();
+        EXPECT_FALSE(files.ErrorText().empty());
+    }
+    EXPECT_EQ(Names{"good"}, Found(files, "*"));
+}
+
+TEST_F(VelaFolderFileAccessTest, OddButGoodNamesWork)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    const std::string longest(255, 'n');
+    for (const std::string& name :
+         {std::string("..."), std::string(".x"), std::string(" "), std::string("a\nb"),
+          std::string("\xC3\xA9\xFF"), std::string("-rf *"), std::string("a\\b"), longest}) {
+        const string file(name.c_str(), kEncodingUTF8);
+        EXPECT_TRUE(files.CreateFile(file)) << name;
+        EXPECT_TRUE(files.ContainsFile(file)) << name;
+        EXPECT_NE(nullptr, files.OpenFile(file, false)) << name;
+        EXPECT_TRUE(files.DeleteFile(file)) << name;
+        EXPECT_FALSE(files.ContainsFile(file)) << name;
+    }
+    const std::string tooLong(256, 'n');
+    EXPECT_FALSE(files.CreateFile(tooLong.c_str()));
+    EXPECT_EQ(tooLong + ": File name too long", std::string(files.ErrorText().View()));
+}
+
+TEST_F(VelaFolderFileAccessTest, OpenFile_GivesABigEndianStreamAtTheStart)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    EXPECT_EQ(nullptr, files.OpenFile("t.dat", false));
+    EXPECT_STREQ("t.dat: No such file or directory", files.ErrorText().CString());
+    EXPECT_FALSE(std::filesystem::exists(mFolder.File("t.dat")));
+    {
+        const auto stream = files.OpenFile("t.dat", true);
+        ASSERT_NE(nullptr, stream);
+        EXPECT_TRUE(stream->WriteLong(0x01020304));
+    }
+    EXPECT_EQ("\x01\x02\x03\x04", mFolder.Read("t.dat"));
+    const auto stream = files.OpenFile("t.dat", true);
+    ASSERT_NE(nullptr, stream);
+    EXPECT_EQ(4, stream->GetLength()) << "create must not empty an existing file";
+    EXPECT_EQ(0, stream->GetPosition());
+    int number = 0;
+    EXPECT_TRUE(stream->ReadLong(number));
+    EXPECT_EQ(0x01020304, number);
+}
+
+TEST_F(VelaFolderFileAccessTest, CreateFile_EmptiesAnExistingOne)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    mFolder.Write("t.dat", "old");
+    EXPECT_TRUE(files.CreateFile("t.dat"));
+    EXPECT_EQ("", mFolder.Read("t.dat"));
+    EXPECT_TRUE(files.CreateFile("u.dat"));
+    EXPECT_EQ((Names{"t.dat", "u.dat"}), Found(files, "*"));
+}
+
+TEST_F(VelaFolderFileAccessTest, DeleteFile_IsContentWhenTheFileIsGone)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    mFolder.Write("t.dat", "x");
+    EXPECT_TRUE(files.DeleteFile("t.dat"));
+    EXPECT_FALSE(files.ContainsFile("t.dat"));
+    EXPECT_TRUE(files.DeleteFile("t.dat")) << "missing already";
+}
+
+TEST_F(VelaFolderFileAccessTest, RenameFile_TakesThePlaceOfAnExistingFile)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    mFolder.Write("new", "new");
+    mFolder.Write("t.dat", "old");
+    EXPECT_TRUE(files.RenameFile("new", "t.dat"));
+    EXPECT_EQ("new", mFolder.Read("t.dat"));
+    EXPECT_EQ(Names{"t.dat"}, Found(files, "*"));
+    EXPECT_FALSE(files.RenameFile("missing", "t.dat"));
+    EXPECT_STREQ("missing: No such file or directory", files.ErrorText().CString());
+    EXPECT_EQ("new", mFolder.Read("t.dat"));
+}
+
+TEST_F(VelaFolderFileAccessTest, ReadOnly_ReadsAndChangesNothing)
+{
+    mFolder.Write("t.dat", "abc");
+    VelaFolderFileAccess files = Open(Mode::kReadOnly);
+    const char* const kReason = "t.dat: The database is open for reading only";
+    EXPECT_FALSE(files.CreateFile("t.dat"));
+    EXPECT_STREQ(kReason, files.ErrorText().CString());
+    EXPECT_FALSE(files.DeleteFile("t.dat"));
+    EXPECT_FALSE(files.RenameFile("t.dat", "u.dat"));
+    EXPECT_FALSE(files.CreateFile("new"));
+    EXPECT_EQ(nullptr, files.OpenFile("t.dat", true));
+    EXPECT_STREQ(kReason, files.ErrorText().CString());
+    EXPECT_EQ(nullptr, files.OpenFile("new", true));
+    const auto stream = files.OpenFile("t.dat", false);
+    ASSERT_NE(nullptr, stream);
+    EXPECT_FALSE(stream->WriteData("X", 1));
+    EXPECT_FALSE(stream->SetLength(0));
+    char byte = 0;
+    EXPECT_TRUE(stream->ReadData(&byte, 1, nullptr));
+    EXPECT_EQ('a', byte);
+    EXPECT_EQ("abc", mFolder.Read("t.dat"));
+    EXPECT_EQ(Names{"t.dat"}, Found(files, "*"));
+}
+
+TEST_F(VelaFolderFileAccessTest, ReadOnly_OpensAFileWithoutWritePermission)
+{
+    mFolder.Write("t.dat", "abc");
+    ASSERT_EQ(0, chmod(mFolder.File("t.dat").c_str(), 0400));
+    VelaFolderFileAccess files = Open(Mode::kReadOnly);
+    EXPECT_NE(nullptr, files.OpenFile("t.dat", false));
+}
+
+TEST_F(VelaFolderFileAccessTest, FoldersLinksAndPipesAreNoFilesOfTheDatabase)
+{
+    TemporaryFolder elsewhere;
+    elsewhere.Write("secret", "secret");
+    ASSERT_TRUE(std::filesystem::create_directory(mFolder.File("folder.dat")));
+    ASSERT_EQ(0, symlink(elsewhere.File("secret").c_str(), mFolder.File("link.dat").c_str()));
+    ASSERT_EQ(0, symlink("/no such place", mFolder.File("broken.dat").c_str()));
+    ASSERT_EQ(0, mkfifo(mFolder.File("pipe.dat").c_str(), 0600));
+    mFolder.Write("t.dat", "mine");
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    EXPECT_EQ(Names{"t.dat"}, Found(files, "*.dat"));
+    for (const char* name : {"folder.dat", "link.dat", "broken.dat", "pipe.dat"}) {
+        EXPECT_FALSE(files.ContainsFile(name)) << name;
+        EXPECT_EQ(nullptr, files.OpenFile(name, false)) << name;
+        EXPECT_EQ(nullptr, files.OpenFile(name, true)) << name;
+        EXPECT_EQ(std::string(name) + ": Not an ordinary file", files.ErrorText().CString());
+        EXPECT_FALSE(files.CreateFile(name)) << name;
+        EXPECT_FALSE(files.DeleteFile(name)) << name;
+        EXPECT_FALSE(files.RenameFile(name, "u.dat")) << name;
+        EXPECT_FALSE(files.RenameFile("t.dat", name)) << name;
+    }
+    EXPECT_EQ("secret", elsewhere.Read("secret"));
+    EXPECT_EQ("mine", mFolder.Read("t.dat"));
+}
+
+TEST_F(VelaFolderFileAccessTest, TheFolderItselfMayBeALink)
+{
+    TemporaryFolder elsewhere;
+    elsewhere.Write("t.dat", "x");
+    const std::string link = mFolder.File("link");
+    ASSERT_EQ(0, symlink(elsewhere.Path().c_str(), link.c_str()));
+    for (const Mode mode : {Mode::kReadOnly, Mode::kReadWrite, Mode::kCreate}) {
+        const VelaFolderFileAccess files(FileLocator(link.c_str()), mode);
+        EXPECT_TRUE(files.IsOpen());
+        EXPECT_EQ(Names{"t.dat"}, Found(files, "*"));
+    }
+}
+
+TEST_F(VelaFolderFileAccessTest, FindFiles_AppendsMatchesSortedByBytes)
+{
+    for (const char* name : {"b.dat", "B.dat", "a.dat", "a.map", "\xC3\xA9.dat", "a.x.idx",
+                             "a.y.idx", "ab.x.idx", ".dat"})
+        mFolder.Write(name, "");
+    const VelaFolderFileAccess files = Open(Mode::kReadOnly);
+    EXPECT_EQ((Names{".dat", "B.dat", "a.dat", "b.dat", "\xC3\xA9.dat"}), Found(files, "*.dat"));
+    EXPECT_EQ((Names{"a.x.idx", "a.y.idx"}), Found(files, "a.*.idx"));
+    EXPECT_EQ((Names{"a.map"}), Found(files, "a.map"));
+    EXPECT_EQ(Names{}, Found(files, ""));
+    EXPECT_EQ(9u, Found(files, "*").size());
+    SimpleVector<string> names = {string("zzz")};
+    files.FindFiles("b.dat", &names);
+    ASSERT_EQ(2u, names.size());
+    EXPECT_TRUE(names[0] == "zzz" && names[1] == "b.dat");
+}
+
+TEST_F(VelaFolderFileAccessTest, FlushNames_ReachesTheDeviceAndReportsItsFailure)
+{
+    VelaFolderFileAccess files = Open(Mode::kReadWrite);
+    EXPECT_TRUE(files.CreateFile("t.dat"));
+    SystemCalls calls;
+    EXPECT_TRUE(files.FlushNames());
+    EXPECT_EQ(1, calls.synchronisations);
+    calls.synchroniseError = EINVAL;
+    EXPECT_TRUE(files.FlushNames()) << "a file system that needs no such call";
+    calls.synchroniseError = EIO;
+    EXPECT_FALSE(files.FlushNames());
+    EXPECT_EQ(mFolder.Path() + ": Input/output error", std::string(files.ErrorText().View()));
+}
+
+TEST_F(VelaFolderFileAccessTest, AFolderWithoutRightsIsNotOpened)
+{
+    // Nothing is forbidden to the superuser: be somebody else meanwhile.
+    constexpr uid_t kNobody = 65534;
+    const uid_t before = geteuid();
+    ASSERT_EQ(0, chmod(mFolder.Path().c_str(), 0555));
+    if (before == 0) {
+        ASSERT_EQ(0, seteuid(kNobody));
+    }
+    const bool readable = Open(Mode::kReadOnly).IsOpen();
+    const VelaFolderFileAccess writable = Open(Mode::kReadWrite);
+    ASSERT_EQ(0, seteuid(before));
+    EXPECT_TRUE(readable);
+    EXPECT_FALSE(writable.IsOpen());
+    EXPECT_EQ(mFolder.Path() + ": Permission denied", std::string(writable.ErrorText().View()));
+    ASSERT_EQ(0, chmod(mFolder.Path().c_str(), 0700));
+}
+
+}   // namespace
+}   // namespace vela
