@@ -10,29 +10,43 @@ namespace vela::shell {
 
 namespace {
 
-constexpr std::string_view kGap = "  ";
+constexpr size_t kGap = 2;   // blanks between columns
 
 bool IsNumber(const VelaValue& value)
 {
     return value.GetType() == kTypeInteger || value.GetType() == kTypeDouble;
 }
 
-// One cell of a line. The last column gets no blanks behind its text.
-void WriteCell(std::string_view text, size_t columns, size_t width, bool toTheRight, bool isLast,
-               Output* output)
-{
-    const std::string padding(width - columns, ' ');
-    if (toTheRight)
-        output->Write(padding);
-    output->Write(text);
-    if (isLast) {
-        output->Write('\n');
-        return;
+// Writes the cells of one line. Blanks wait for text behind them, so that no line ends with padding.
+class LineWriter {
+public:
+    explicit LineWriter(Output* output) : mOutput(output) {}
+
+    // columns: the width of text; width: that of the cell.
+    void Write(std::string_view text, size_t columns, size_t width, bool toTheRight)
+    {
+        mBlanks += mIsAtStart ? 0 : kGap;
+        mIsAtStart = false;
+        mBlanks += toTheRight ? width - columns : 0;
+        if (!text.empty()) {
+            mOutput->Write(std::string(mBlanks, ' '));
+            mOutput->Write(text);
+            mBlanks = 0;
+        }
+        mBlanks += toTheRight ? 0 : width - columns;
     }
-    if (!toTheRight)
-        output->Write(padding);
-    output->Write(kGap);
-}
+    void End()
+    {
+        mOutput->Write('\n');
+        mBlanks = 0;
+        mIsAtStart = true;
+    }
+
+private:
+    Output* mOutput;
+    size_t mBlanks = 0;
+    bool mIsAtStart = true;
+};
 
 std::string ShownColumnName(const VelaTable& rows, long number, size_t* columns)
 {
@@ -55,6 +69,7 @@ void TableFormat::WriteResult(const StatementResult& result, Output* output)
     if (mHeaders)
         WriteHeaders(*result.rows, columns, output);
 
+    LineWriter line(output);
     VelaValue value;
     Cell cell;
     for (const uint32_t rowID : rowIDs) {
@@ -62,9 +77,9 @@ void TableFormat::WriteResult(const StatementResult& result, Output* output)
             value.SetNull(kTypeNone);
             result.rows->GetValue(rowID, static_cast<long>(i), &value);
             ShowValue(value, &cell);
-            WriteCell(cell.text, cell.columns, columns[i].width, columns[i].isNumeric,
-                      i + 1 == columns.size(), output);
+            line.Write(cell.text, cell.columns, columns[i].width, columns[i].isNumeric);
         }
+        line.End();
     }
 }
 
@@ -103,16 +118,16 @@ std::vector<TableFormat::Column> TableFormat::Measure(VelaTable* rows,
 void TableFormat::WriteHeaders(const VelaTable& rows, const std::vector<Column>& columns,
                                Output* output) const
 {
+    LineWriter line(output);
     for (size_t i = 0; i < columns.size(); i++) {
         size_t width = 0;
         const std::string name = ShownColumnName(rows, static_cast<long>(i), &width);
-        WriteCell(name, width, columns[i].width, columns[i].isNumeric, i + 1 == columns.size(),
-                  output);
+        line.Write(name, width, columns[i].width, columns[i].isNumeric);
     }
-    for (size_t i = 0; i < columns.size(); i++) {
-        const std::string rule(columns[i].width, '-');
-        WriteCell(rule, rule.size(), rule.size(), false, i + 1 == columns.size(), output);
-    }
+    line.End();
+    for (const Column& column : columns)
+        line.Write(std::string(column.width, '-'), column.width, column.width, false);
+    line.End();
 }
 
 }   // namespace vela::shell

@@ -181,7 +181,7 @@ TEST(TableFormat, AlignsByWidthNumbersToTheRight)
         "a          b  c     d\n"
         "------  ----  ----  --------\n"
         "K\xC3\xB6ln       5  1.5   x\n"
-        "\xE6\x97\xA5\xE6\x9C\xAC\xE6\xB5\xB7   -12  two   \n"
+        "\xE6\x97\xA5\xE6\x9C\xAC\xE6\xB5\xB7   -12  two\n"
         "a\\nb    NULL  NULL  last one\n",
         WriteRows(OutputMode::kTable, rows.get()));
 }
@@ -194,7 +194,7 @@ TEST(TableFormat, HeedsItsOptionsAndShowsBinaryInHex)
     const auto rows =
         ResultTable({kTypeBinary, kTypeString},
                     {{Text(std::string_view("\0\xFF", 2), kTypeBinary), VelaValue()}});
-    EXPECT_EQ("00ff  \n", WriteRows(OutputMode::kTable, rows.get(), options));
+    EXPECT_EQ("00ff\n", WriteRows(OutputMode::kTable, rows.get(), options));
     const auto empty = ResultTable({kTypeInteger, kTypeString}, {});
     EXPECT_EQ("a  b\n-  -\n", WriteRows(OutputMode::kTable, empty.get()));
 }

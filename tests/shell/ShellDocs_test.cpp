@@ -1,0 +1,57 @@
+// The examples of docs/shell.md: every command of its console blocks is run, one after the other in
+// one folder, and must print what stands below it.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <regex>
+#include <sstream>
+
+#include "tests/shell/ShellTesting.h"
+
+namespace vela::shell {
+namespace {
+
+struct Example {
+    std::string command;
+    std::string output;
+};
+
+std::vector<Example> ExamplesOf(const std::string& page)
+{
+    std::vector<Example> examples;
+    std::istringstream lines(page);
+    bool isInBlock = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("```"))
+            isInBlock = line == "```console";
+        else if (isInBlock && line.starts_with("$ "))
+            examples.push_back({line.substr(2), ""});
+        else if (isInBlock && !examples.empty())
+            examples.back().output += line + "\n";
+    }
+    return examples;
+}
+
+// Run times differ from run to run. Messages and rows are compared as they come, in one stream.
+std::string WithoutTimes(const std::string& text)
+{
+    return std::regex_replace(text, std::regex(" in [0-9.]+ s, [0-9]+ rows per second"),
+                              " in TIME");
+}
+
+TEST(ShellDocs, ExamplesPrintWhatThePageSays)
+{
+    TemporaryFolder folder;
+    ASSERT_EQ(0, symlink(VELADB_PROGRAM, (folder / "veladb").c_str()));
+    const std::vector<Example> examples = ExamplesOf(FileContent(VELA_SOURCE_DIR "/docs/shell.md"));
+    EXPECT_GE(examples.size(), 10u);
+    for (const Example& example : examples) {
+        const ProgramRun run =
+            RunCommandLine(folder, "PATH=\"$PWD:$PATH\"; exec 2>&1; " + example.command);
+        EXPECT_EQ(WithoutTimes(example.output), WithoutTimes(run.output)) << example.command;
+    }
+}
+
+}   // namespace
+}   // namespace vela::shell
