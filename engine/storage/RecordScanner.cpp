@@ -54,6 +54,7 @@ bool RecordScanner::Next()
         error = RecordError::kReadFailed;
     if (error != RecordError::kNone) {
         ReportRecordError(error);
+        mFailed = true;
         mNext = mLength;
         return false;
     }

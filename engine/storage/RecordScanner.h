@@ -33,6 +33,8 @@ public:
 
     // The next record; false at the end, and at the first bad header, which is reported.
     bool Next();
+    // Whether the scan ended before the file did: at a bad header, or because reading failed.
+    [[nodiscard]] bool Failed() const { return mFailed; }
 
     // Of the current record:
     [[nodiscard]] const RecordHeader& Header() const { return mHeader; }
@@ -51,6 +53,7 @@ private:
     int64_t mPosition = 0;
     int64_t mNext;
     RecordHeader mHeader;
+    bool mFailed = false;
     std::vector<char> mBlock;
     int64_t mBlockStart = 0;
     size_t mBlockSize = 0;

@@ -78,17 +78,23 @@ bool VelaStorage::GoToRowID(uint32_t rowID, bool skipDeleted)
     if (mCurrent && mRowID == rowID)
         return true;
     int64_t position = 0;
-    if (mMapState == MapState::kUnloaded && FindInMapFile(rowID, &position))
-        return GoToPosition(position, skipDeleted);
-    NeedMap();
-    if (const uint32_t* known = mRowPositions.FindNode(rowID)) {
-        if (!GoToPosition(*known, skipDeleted))
-            return false;
-        if (mRowID == rowID || skipDeleted)
-            return true;
-        mMapIsComplete = false;   // a map that points at another row is not to be believed
+    const bool found = mMapState == MapState::kUnloaded && FindInMapFile(rowID, &position) &&
+                       GoToPosition(position, false);
+    if (!found && !GoToMappedRow(rowID)) {
+        if (MapAgreesWithFile())
+            return StandNowhere();
+        BuildRowPosMap();
+        if (!GoToMappedRow(rowID))
+            return StandNowhere();
     }
-    return ScanToRowID(rowID);
+    return mLive || !skipDeleted || NextRecord();
+}
+
+bool VelaStorage::GoToMappedRow(uint32_t rowID)
+{
+    NeedMap();
+    const uint32_t* known = mRowPositions.FindNode(rowID);
+    return known != nullptr && GoToPosition(*known, false) && mRowID == rowID;
 }
 
 bool VelaStorage::FindPosition(uint32_t rowID, uint32_t* position)
@@ -109,21 +115,23 @@ size_t VelaStorage::QtyRows()
     return mRowPositions.Count();
 }
 
-bool VelaStorage::ScanToRowID(uint32_t rowID)
+// Whether the map tells of every live record where it is. Reads the whole file the first time; a map that agrees then, or
+// was built by a scan, stays so.
+bool VelaStorage::MapAgreesWithFile()
 {
     if (mMapIsComplete)
-        return StandNowhere();
-    bool complete = true;
+        return true;
+    WriteTail();   // when that fails, so does the commit that is under way
     RecordScanner scanner(mFile);
     while (scanner.Next()) {
         if (!scanner.Header().live)
             continue;
-        if (scanner.Header().rowID == rowID)
-            return GoToPosition(scanner.Position(), true);
-        complete = complete && mRowPositions.Contains(scanner.Header().rowID);
+        const uint32_t* known = mRowPositions.FindNode(scanner.Header().rowID);
+        if (known == nullptr || *known != scanner.Position())
+            return false;
     }
-    mMapIsComplete = complete;
-    return StandNowhere();
+    mMapIsComplete = true;
+    return true;
 }
 
 bool VelaStorage::StandNowhere()
@@ -327,6 +335,8 @@ void VelaStorage::BeginChanges()
 {
     mRemember = true;
     mOldLength = mFile->GetLength();
+    mFull = false;
+    mMapSaved = false;
 }
 
 void VelaStorage::EndChanges()
@@ -348,9 +358,20 @@ bool VelaStorage::UndoChanges()
     }
     EndChanges();
     mCurrent = false;
+    return ForgetMap() && undone;
+}
+
+// The map has positions that are gone, in memory and perhaps in its file: it is built anew when it is next needed.
+bool VelaStorage::ForgetMap()
+{
+    if (!mMapDirty && !mMapSaved)
+        return true;   // nothing was appended
     mMapState = MapState::kUnloaded;
     mMapIsComplete = false;
-    return undone;
+    mMapDirty = false;
+    const bool marked = MarkRowPosMapDirty();
+    mMapDirty = true;
+    return marked;
 }
 
 bool VelaStorage::ReadMetadata(string* text)
@@ -393,6 +414,16 @@ bool VelaStorage::FlushToDisk()
     return mMapFile->FlushToDisk();
 }
 
+void VelaStorage::RenewMap()
+{
+    uint32_t count = 0;
+    if (mMapFile == nullptr || (mMapState == MapState::kUnloaded && ReadMapHeader(&count)))
+        return;
+    NeedMap();
+    if (mMapDirty && SaveRowPosMap())
+        mMapFile->FlushToDisk();
+}
+
 int64_t VelaStorage::MapFileSize(size_t addedRows)
 {
     return static_cast<int64_t>(kMapHeaderSize + kMapPairSize * (QtyRows() + addedRows) + 4);
@@ -405,7 +436,6 @@ void VelaStorage::NeedMap()
     mMapState = MapState::kLoaded;
     if (mMapDirty || !LoadRowPosMap())
         BuildRowPosMap();
-    mCurrent = false;
 }
 
 // The count of pairs, when the file says that it is valid and is long enough for them and the end mark.
@@ -447,6 +477,7 @@ bool VelaStorage::LoadRowPosMap()
 
 void VelaStorage::BuildRowPosMap()
 {
+    WriteTail();   // when that fails, so does the commit that is under way
     mRowPositions.Presize(1000);
     mPairsInFile = 0;
     RecordScanner scanner(mFile);
@@ -502,6 +533,7 @@ bool VelaStorage::MarkRowPosMapDirty()
 bool VelaStorage::SaveRowPosMap()
 {
     const size_t count = mRowPositions.Count();
+    mMapSaved = true;
     if (mPairsInFile > count)
         mPairsInFile = 0;
     if (!WriteNumberAt(mMapFile, 0, kMapStale) ||

@@ -25,9 +25,11 @@ public:
     // and at a bad header, which is reported on the standard error stream.
     [[nodiscard]] bool GoToFirstRecord();
     [[nodiscard]] bool NextRecord();
-    // Positions on the record of rowID. Free when it is current; else one hash look-up, or a scan when the map doesn't know
-    // the row. skipDeleted passes over a deleted record to the next live one, of another row: callers that want this very
-    // row set it to false. False: no such row, or a header can't be read; nothing is current then.
+    // Positions on the record of rowID. Free when it is current; else one hash look-up. A map that
+    // doesn't know the row, or misleads, is compared with the file once, by a scan, and built anew
+    // when it was wrong. skipDeleted passes over a deleted record to the next live one, of another
+    // row: callers that want this very row set it to false. False: no such row, or a header can't be
+    // read; nothing is current then.
     [[nodiscard]] bool GoToRowID(uint32_t rowID, bool skipDeleted);
     [[nodiscard]] uint32_t GetRowID() const { return mRowID; }
     // Whether the current record is a live one.
@@ -78,6 +80,9 @@ public:
 
     // Saves the map when it has changed and flushes both streams to the device.
     [[nodiscard]] bool FlushToDisk();
+    // Saves the map when its file has no valid one, of a table that needs no commit otherwise. The map is only a shortcut: when
+    // it can't be saved it stays marked as stale.
+    void RenewMap();
     [[nodiscard]] RandomAccessMechanism* RecordStream() const { return mFile; }
     // Bytes that the map file takes with added more rows.
     [[nodiscard]] int64_t MapFileSize(size_t addedRows);
@@ -87,7 +92,8 @@ private:
 
     bool ReadRecHeader(bool skipDeleted);
     bool GoToPosition(int64_t position, bool skipDeleted);
-    bool ScanToRowID(uint32_t rowID);
+    bool GoToMappedRow(uint32_t rowID);
+    bool MapAgreesWithFile();
     bool StandNowhere();
     bool WriteBodyAt(int64_t position, uint32_t rowID, std::string_view body, int64_t endPosition);
     bool HandleError(RecordError error);
@@ -104,6 +110,7 @@ private:
     void BuildRowPosMap();
     bool SaveRowPosMap();
     bool MarkRowPosMapDirty();
+    bool ForgetMap();
     bool ReadMapHeader(uint32_t* count);
     bool FindInMapFile(uint32_t rowID, int64_t* position);
 
@@ -114,6 +121,7 @@ private:
     RandomAccessMechanism* mMapFile;
     RowMap<uint32_t> mRowPositions;
     bool mMapDirty = false;
+    bool mMapSaved = false;   // since BeginChanges
 
     bool mCurrent = false;
     bool mLive = false;

@@ -330,8 +330,11 @@ bool VelaTrans::IsTouched() const
 
 bool VelaTrans::Commit(string* error)
 {
-    if (!IsTouched())
+    if (!IsTouched()) {
+        if (mStorage && !mFiles->IsReadOnly())
+            mStorage->RenewMap();
         return true;
+    }
     const bool isNew = mNewFiles;
     if (isNew && !MakeNewFiles(error))
         return false;
