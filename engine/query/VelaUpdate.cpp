@@ -7,6 +7,10 @@ namespace vela {
 
 namespace {
 
+// From so many rows, and this part of a table's rows, on, reading them column by column is quicker.
+constexpr size_t kFewRows = 64;
+constexpr size_t kPartOfRows = 16;
+
 bool EvaluateInto(const VelaEvalContext& context, const VelaExpr& expr, VelaValueWithID* slot)
 {
     VelaValue value;
@@ -81,17 +85,23 @@ SimpleVector<uint32_t> VelaUpdate::QueryRows()
 bool VelaUpdate::WriteRows(const SimpleVector<uint32_t>& rowIDs, const std::vector<Target*>& perRow)
 {
     SimpleVector<VelaTable*> tables = {mTable};
+    SimpleVector<TableColumns*> columns = {nullptr};
     uint32_t row = kInvalidRowID;
     const VelaRecSet recSet(&row);
     VelaEvalContext context;
     context.recSet = &recSet;
     context.tables = &tables;
+    context.columns = &columns;
     context.database = mDatabase;
     VelaRow buffer;
     for (const std::unique_ptr<Target>& target : mTargets)
         buffer.push_back(&target->value);
+    const bool useColumns = !perRow.empty() && rowIDs.size() > kFewRows &&
+                            rowIDs.size() >= mTable->QtyRows() / kPartOfRows;
     for (const uint32_t rowID : rowIDs) {
-        row = rowID;
+        if (useColumns)
+            columns[0] = mTable->Columns();   // anew, as every change puts an end to it
+        row = columns[0] ? columns[0]->RowNumberOf(rowID) : rowID;
         for (Target* target : perRow) {
             if (!EvaluateInto(context, *target->expr, &target->value))
                 return false;

@@ -111,9 +111,9 @@ void StoredTableColumns::NeedRows()
 uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
 {
     const uint32_t count = RowCount();
-    const uint32_t next = mLastNumber + 1;
-    if (next < count && mRowIDs[next] == rowID)
-        return mLastNumber = next;
+    for (uint32_t near = mLastNumber; near < count && near <= mLastNumber + 1; near++)
+        if (mRowIDs[near] == rowID)
+            return mLastNumber = near;
     if (mAscending) {
         const auto found = std::lower_bound(mRowIDs.begin(), mRowIDs.end(), rowID);
         if (found == mRowIDs.end() || *found != rowID)
