@@ -129,7 +129,10 @@ public:
     }
     [[nodiscard]] T GetItemByIndex(size_t index)
     {
-        return index < Count() ? GetItem(GetRowIDByIndex(index)) : T();
+        if (index >= Count())
+            return T();
+        const uint32_t rowID = GetRowIDByIndex(index);
+        return mListedTwice ? GetItem(rowID) : mValues[index].value;
     }
 
 private:

@@ -201,61 +201,96 @@ bool VelaTrans::FindRowsByIndex(long number, const VelaValue& key, SimpleVector<
 
 // ---- changing
 
+const VelaColumnInfo* VelaTrans::FindColumn(uint32_t columnID) const
+{
+    if (columnID == RowIDColumn().columnID)
+        return &RowIDColumn();
+    for (const VelaColumnInfo& column : mColumns)
+        if (column.columnID == columnID)
+            return &column;
+    return nullptr;
+}
+
 void VelaTrans::CoerceToCorrectType(VelaValueWithID* value) const
 {
-    const long number = FindColumnNumber(value->ColumnID());
-    if (number >= 0)
-        value->CoerceToType(Column(number)->Type());
+    if (const VelaColumnInfo* column = FindColumn(value->ColumnID()))
+        value->CoerceToType(column->Type());
+}
+
+// The row with each value in its column's type; those that had another one are copies, which copies owns.
+VelaRow VelaTrans::CoerceRow(const VelaRow& values,
+                             std::vector<std::unique_ptr<VelaValueWithID>>* copies) const
+{
+    VelaRow row;
+    row.reserve(values.size());
+    for (VelaValueWithID* value : values) {
+        const VelaColumnInfo* column = FindColumn(value->ColumnID());
+        if (column != nullptr && column->Type() != value->GetType()) {
+            copies->push_back(std::make_unique<VelaValueWithID>(*value));
+            value = copies->back().get();
+            value->CoerceToType(column->Type());
+        }
+        row.push_back(value);
+    }
+    return row;
 }
 
 uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
 {
-    VelaRow copies;
-    if (!takeOwnership)
-        for (const VelaValueWithID* value : values)
-            copies.push_back(new VelaValueWithID(*value));
-    VelaRow& row = takeOwnership ? values : copies;
+    const uint32_t rowID = AddCoercedRow(values);
+    if (takeOwnership)
+        Discard(values);
+    return rowID;
+}
+
+uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
+{
+    std::vector<std::unique_ptr<VelaValueWithID>> copies;
+    const VelaRow row = CoerceRow(values, &copies);
     uint32_t rowID = NextUnusedRowID();
     bool refused = false;
-    for (VelaValueWithID* value : row) {
-        CoerceToCorrectType(value);
+    for (const VelaValueWithID* value : row) {
         if (value->ColumnID() != 0)
             continue;
         rowID = static_cast<uint32_t>(value->GetInteger());
         refused = refused || ContainsRow(rowID);
     }
-    refused = refused || rowID == kInvalidRowID;
-    if (!refused) {
-        VTChangedRow* change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
-        mChangedRows.Append(rowID, change);
-        mRows->RowAdded(*change);
-        AddRowToIndices(rowID);
-        mLastUsedRowID = std::max(mLastUsedRowID, rowID);
-        mLastRowID = rowID;
-    }
-    Discard(row);
-    return refused ? kInvalidRowID : rowID;
+    if (refused || rowID == kInvalidRowID)
+        return kInvalidRowID;
+    VTChangedRow* change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
+    mChangedRows.Append(rowID, change);
+    mRows->RowAdded(*change);
+    AddRowToIndices(rowID);
+    mLastUsedRowID = std::max(mLastUsedRowID, rowID);
+    mLastRowID = rowID;
+    return rowID;
 }
 
 bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
 {
-    VelaRow copies;
-    if (!takeOwnership)
-        for (const VelaValueWithID* value : values)
-            copies.push_back(new VelaValueWithID(*value));
-    VelaRow& row = takeOwnership ? values : copies;
     std::vector<bool> touched(mIndexes.size());
     for (size_t i = 0; i < mIndexes.size(); i++) {
-        touched[i] = Touches(*mIndexes[i].index, row);
+        touched[i] = Touches(*mIndexes[i].index, values);
         if (touched[i])
             RemoveRowFromIndex(rowID, i);
     }
     if (mCachedRowID == rowID)
         mCachedRowID = kInvalidRowID;
-    for (VelaValueWithID* value : row)
-        CoerceToCorrectType(value);
-    VTChangedRow** pending = mChangedRows.FindNode(rowID);
-    if (pending != nullptr) {
+    ChangeRow(rowID, values);
+    for (size_t i = 0; i < mIndexes.size(); i++)
+        if (touched[i])
+            AddRowToIndex(rowID, i);
+    if (takeOwnership)
+        Discard(values);
+    return true;
+}
+
+// Notes the new values of a row as its pending change, merged into the one that it may have already.
+void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values)
+{
+    std::vector<std::unique_ptr<VelaValueWithID>> copies;
+    const VelaRow row = CoerceRow(values, &copies);
+    if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
         VTChangedRow* merged = (*pending)->UpdateValues(row);
         (*pending)->Destroy();
         *pending = merged;
@@ -265,11 +300,6 @@ bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
         mChangedRows.Append(rowID, change);
         mRows->RowUpdated(*change);
     }
-    for (size_t i = 0; i < mIndexes.size(); i++)
-        if (touched[i])
-            AddRowToIndex(rowID, i);
-    Discard(row);
-    return true;
 }
 
 void VelaTrans::DeleteRow(uint32_t rowID)

@@ -101,6 +101,12 @@ protected:
     string IndexFileName(const string& indexName) const;
     OpenIndex* FindIndex(const string& name);
 
+    [[nodiscard]] const VelaColumnInfo* FindColumn(uint32_t columnID) const;
+    [[nodiscard]] VelaRow CoerceRow(const VelaRow& values,
+                                    std::vector<std::unique_ptr<VelaValueWithID>>* copies) const;
+    uint32_t AddCoercedRow(const VelaRow& values);
+    void ChangeRow(uint32_t rowID, const VelaRow& values);
+
     void AddRowToIndices(uint32_t rowID);
     void AddRowToIndex(uint32_t rowID, size_t indexNumber);
     void RemoveRowFromIndex(uint32_t rowID, size_t indexNumber);
