@@ -34,6 +34,11 @@ bool IsGiven(const VelaValue* argument)
     return argument && !argument->IsNull();
 }
 
+uint64_t NotNegative(int64_t number)
+{
+    return number > 0 ? static_cast<uint64_t>(number) : 0;
+}
+
 // ---- characters
 
 bool IsContinuationByte(char byte)
@@ -63,8 +68,8 @@ size_t SkipCharacters(std::string_view text, size_t position, uint64_t count)
 
 // ---- lengths
 
-// In bytes, or in the bits or what else that goes so often into one. NULL for what has no such
-// length.
+// How long what a value consists of is, counted in units of which so many make a byte. NULL for
+// types that have no such length.
 VelaValue StorageLength(const VelaValue& value, uint64_t unitsPerByte)
 {
     if (value.IsNull())
@@ -114,27 +119,26 @@ VelaValue Position(const VelaValue& searchedValue, const VelaValue& soughtValue)
     }
 }
 
-VelaValue Substring(const VelaValue& value, const VelaValue& startValue,
-                    const VelaValue* lengthValue)
+// The characters of text from one, after skipped others, on; taken of them or what is there.
+std::string_view TakeCharacters(const string& text, uint64_t skipped, uint64_t taken)
+{
+    const std::string_view bytes = text.View();
+    if (text.Encoding() == kEncodingUTF8) {
+        const size_t from = SkipCharacters(bytes, 0, skipped);
+        return bytes.substr(from, SkipCharacters(bytes, from, taken) - from);
+    }
+    const uint64_t unit = text.Encoding() == kEncodingUTF16 ? 2 : 1;
+    const uint64_t from = std::min<uint64_t>(skipped * unit, bytes.size());
+    const uint64_t size = std::min<uint64_t>(taken * unit, bytes.size() - from);
+    return bytes.substr(static_cast<size_t>(from), static_cast<size_t>(size));
+}
+
+VelaValue Substring(const VelaValue& value, const VelaValue& start, const VelaValue* length)
 {
     const string text = value.GetString();
-    const int32_t start = startValue.GetInteger();
-    const int32_t length = IsGiven(lengthValue) ? lengthValue->GetInteger() : 0;
-    const uint64_t skipped = start > 1 ? static_cast<uint64_t>(start) - 1 : 0;
-    const uint64_t taken =
-        IsGiven(lengthValue) ? static_cast<uint64_t>(length > 0 ? length : 0) : text.length();
-    size_t from = 0;
-    size_t to = 0;
-    if (text.Encoding() == kEncodingUTF8) {
-        from = SkipCharacters(text.View(), 0, skipped);
-        to = SkipCharacters(text.View(), from, taken);
-    } else {
-        const uint64_t unit = text.Encoding() == kEncodingUTF16 ? 2 : 1;
-        const uint64_t end = text.length();
-        from = static_cast<size_t>(std::min(skipped * unit, end));
-        to = static_cast<size_t>(std::min((skipped + taken) * unit, end));
-    }
-    return VelaValue::String(text.mid(from, to - from));
+    const uint64_t skipped = NotNegative(int64_t{start.GetInteger()} - 1);
+    const uint64_t taken = IsGiven(length) ? NotNegative(length->GetInteger()) : text.length();
+    return VelaValue::String(string(TakeCharacters(text, skipped, taken), text.Encoding()));
 }
 
 // ---- trim

@@ -193,6 +193,8 @@ TEST(VExprCompare, TypePrefixesAreDroppedFromStringsThatMeetDates)
         {Text("TIMESTAMP 1994-07-09 12:34:06"), Timestamp("1994-07-09 12:34:06"), true, "both"},
         {Text("DATE 1994-07-09"), Text("1994-07-09"), false, "not among strings"},
         {Text("DATE 1994-07-09"), Text("DATE 1994-07-09"), true, "which compare as they are"},
+        {Date("1"), Date("DATE 1"), false, "dates lose nothing among themselves"},
+        {Date("1"), Binary("DATE 1"), false, "nor do bytes"},
         {Date("DATE 1"), Text("DATE 1"), false, "a date itself loses nothing"},
         {Text("DATE 5"), VelaValue::Integer(5), false, "nor does a string against a number"},
     };

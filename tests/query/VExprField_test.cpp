@@ -7,12 +7,13 @@
 namespace vela {
 namespace {
 
-// Two tables: of the rows 7 and 3 with two columns, and of row 5 with one that can't be read.
+// Two tables: of the rows 7 and 3 with two columns, and of the rows 5 and 6 with one; that of row 6
+// can't be read.
 struct TwoTables {
     TestTable first{
         {kTypeInteger, kTypeString},
         {{7, {VelaValue::Integer(1), Text("a")}}, {3, {VelaValue::Null(kTypeInteger), Text("b")}}}};
-    TestTable second{{kTypeDate}, {{5, {}}}};
+    TestTable second{{kTypeDate}, {{5, {Date("1994-07-09")}}, {6, {}}}};
     SimpleVector<VelaTable*> tables{&first, &second};
 };
 
@@ -34,7 +35,8 @@ TEST(VExprField, Evaluate_ReadsTheCurrentRow)
         {{8, 5}, 0, 0, "UNKNOWN", "no such row"},
         {{7, 5}, 0, 2, "UNKNOWN", "no such column"},
         {{7, 5}, 0, 0xFFFFFFFF, "UNKNOWN", "a column number that is negative in 32 bits"},
-        {{7, 5}, 1, 0, "UNKNOWN", "the table can't give the value"},
+        {{7, 5}, 1, 0, "Date 1994-07-09", "the second table"},
+        {{7, 6}, 1, 0, "UNKNOWN", "the table can't give the value"},
         {{7, 5}, 2, 0, "UNKNOWN", "no such table"},
         {{7, 5}, 0xFFFFFFFF, 0, "UNKNOWN", "no such table by far"},
     };

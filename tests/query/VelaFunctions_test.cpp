@@ -4,7 +4,10 @@
 
 #include <limits>
 
+#include "engine/query/VExprScalarFunc.h"
+#include "engine/storage/VelaDatabase.h"
 #include "tests/query/ExprTesting.h"
+#include "tests/storage/MemoryFileAccess.h"
 
 namespace vela {
 namespace {
@@ -204,6 +207,9 @@ TEST(VelaFunctions, PositionCountsCharacters)
         {UTF16(u"abc"), UTF16(u"c"), "Integer 2", "byte 5, halved"},
         {UTF16(u"abc"), UTF16(u"b"), "Integer 1", "byte 3, halved"},
         {UTF16(u"abc"), UTF16(u"a"), "Integer 0", "byte 1, halved"},
+        {VelaValue::String(string("a\0b\0", 4, kEncodingUTF16)),
+         VelaValue::String(string("\0b", 2, kEncodingUTF16)), "Integer 1",
+         "every byte is tried; byte 2, halved"},
         {UTF16(u"abc"), "c", "Integer 2", "converted to two bytes a character"},
         {UTF16(u"abc"), "", "Integer 1", "nothing is not halved"},
     };
@@ -375,6 +381,68 @@ TEST(VelaFunctions, ResultMayBeAnArgument)
     EXPECT_EQ("String FOO", Shown(value));
     ASSERT_TRUE(VelaFuncEval(kFuncCharLength, nullptr, &value, nullptr, nullptr, &value));
     EXPECT_EQ("Integer 3", Shown(value));
+}
+
+// A new database in memory with the table t of one column.
+class DatabaseFunctions : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        database.Schema()->AddSchemaRow("t", 1, "a", kTypeInteger, 0, true, "");
+        database.AddOpenTable(database.Schema()->CreateTable("t"));
+    }
+
+    void InsertRow()
+    {
+        VelaValueWithID value(VelaValue::Integer(42), 1);
+        VelaRow row{&value};
+        const auto position = static_cast<size_t>(database.FindOpenTable("t"));
+        ASSERT_NE(kInvalidRowID, database.OpenTables()[position]->AddRow(row, false));
+    }
+
+    std::string LastRowID(const Argument& name)
+    {
+        VelaValue result = Text("untouched");
+        const bool flag =
+            VelaFuncEval(kFuncLastRowID, &database, name.Pointer(), nullptr, nullptr, &result);
+        return flag ? Shown(result) : "refused";
+    }
+
+    MemoryDisk disk;
+    VelaDatabase database{std::make_unique<MemoryFileAccess>(&disk)};
+};
+
+TEST_F(DatabaseFunctions, LastRowIDIsThatOfTheNamedTable)
+{
+    InsertRow();
+    EXPECT_EQ("Integer 1", LastRowID("t"));
+    InsertRow();
+    EXPECT_EQ("Integer 2", LastRowID("t"));
+    EXPECT_EQ("NULL None", LastRowID("T")) << "names are compared exactly";
+    EXPECT_EQ("NULL None", LastRowID("u"));
+    EXPECT_EQ("NULL None", LastRowID(kNull)) << "there is no table NULL";
+    EXPECT_EQ("NULL None", LastRowID(5));
+    EXPECT_EQ("refused", LastRowID({}));
+}
+
+TEST_F(DatabaseFunctions, TheClockIsThatOfTheDatabase)
+{
+    database.UpdateClock();
+    const std::pair<VelaFuncCode, const string&> cases[] = {
+        {kFuncCurrentDate, database.CurrentDate()},
+        {kFuncCurrentTime, database.CurrentTime()},
+        {kFuncCurrentTimestamp, database.CurrentTimestamp()},
+    };
+    for (const auto& [code, text] : cases) {
+        VelaValue result;
+        ASSERT_TRUE(VelaFuncEval(code, &database, nullptr, nullptr, nullptr, &result));
+        EXPECT_EQ(kTypeString, result.GetType());
+        EXPECT_EQ(text, result.GetString());
+        EXPECT_LE(8u, text.length());
+        const VExprScalarFunc func(code, nullptr, nullptr, nullptr);
+        ASSERT_TRUE(func.EvaluateInIsolation(&result, &database)) << "the database is handed on";
+        EXPECT_EQ(text, result.GetString());
+    }
 }
 
 }   // namespace
