@@ -53,6 +53,30 @@ bool ReadBytesAt(RandomAccessMechanism* stream, int64_t position, char* bytes, s
            stream->ReadData(bytes, static_cast<int>(count), nullptr);
 }
 
+constexpr size_t kWord = 8;
+
+// How many bytes two texts have in common at their start; a is at least as long as b.
+size_t EqualAtStart(std::string_view a, std::string_view b)
+{
+    size_t count = 0;
+    while (b.size() - count >= kWord && std::memcmp(&a[count], &b[count], kWord) == 0)
+        count += kWord;
+    while (count < b.size() && a[count] == b[count])
+        count++;
+    return count;
+}
+
+// The same at their end; they are equally long.
+size_t EqualAtEnd(std::string_view a, std::string_view b)
+{
+    size_t left = b.size();
+    while (left >= kWord && std::memcmp(&a[left - kWord], &b[left - kWord], kWord) == 0)
+        left -= kWord;
+    while (left > 0 && a[left - 1] == b[left - 1])
+        left--;
+    return b.size() - left;
+}
+
 }   // namespace
 
 VelaStorage::VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechanism* mapStream)
@@ -250,11 +274,28 @@ bool VelaStorage::UpdateBody(std::string_view changes)
     const std::string_view body = ViewOf(merged);
     const int64_t needed = mPosition + static_cast<int64_t>(kRecordHeaderSize + body.size());
     if (needed <= mNextPosition)
-        return WriteBodyAt(mPosition, mRowID, body, mNextPosition);
+        return mLive ? WriteDifference(old, body)
+                     : WriteBodyAt(mPosition, mRowID, body, mNextPosition);
     const int64_t oldPosition = mPosition;
     char tag[4];
     StoreBigEndian32(tag, kTrashTag);
     return AddNewBody(mRowID, body) && Overwrite(oldPosition, tag, sizeof tag);
+}
+
+// Writes a body over the old one of the current, live record, from the first byte that differs to the last. Leaves the
+// stream behind the body.
+bool VelaStorage::WriteDifference(std::string_view old, std::string_view body)
+{
+    const size_t first = EqualAtStart(old, body);
+    const size_t end =
+        body.size() - EqualAtEnd(old.substr(first, body.size() - first), body.substr(first));
+    const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
+    if (first < end &&
+        !Overwrite(bodyPosition + static_cast<int64_t>(first), body.data() + first, end - first)) {
+        mCurrent = false;
+        return false;
+    }
+    return mFile->SeekFromStart(bodyPosition + static_cast<int64_t>(body.size()));
 }
 
 bool VelaStorage::WriteRecordAt(int64_t position, uint32_t rowID, const VelaRow& values,

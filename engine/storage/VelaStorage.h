@@ -96,6 +96,7 @@ private:
     bool MapAgreesWithFile();
     bool StandNowhere();
     bool WriteBodyAt(int64_t position, uint32_t rowID, std::string_view body, int64_t endPosition);
+    bool WriteDifference(std::string_view old, std::string_view body);
     bool HandleError(RecordError error);
     bool Overwrite(int64_t position, const char* bytes, size_t count);
     // The record file's length with what waits in mTail.
