@@ -6,6 +6,8 @@ namespace vela {
 
 namespace {
 
+constexpr size_t kFewBytes = size_t{1} << 16;
+
 template <class T>
 void RemoveAt(std::vector<T>* items, const std::vector<uint32_t>& rows)
 {
@@ -114,10 +116,32 @@ bool ColumnData::StoreText(std::string_view text, TextEncoding encoding, uint32_
         encodingNumber.resize(textStarts.size(), 0);
     if (!encodingNumber.empty())
         encodingNumber[row] = static_cast<uint8_t>(number);
-    textStarts[row] = static_cast<uint32_t>(texts.size());
+    gapBytes += textLengths[row];
+    if (text.size() <= textLengths[row]) {
+        std::copy(text.begin(), text.end(), texts.begin() + textStarts[row]);
+        gapBytes -= text.size();
+    } else {
+        textStarts[row] = static_cast<uint32_t>(texts.size());
+        texts.insert(texts.end(), text.begin(), text.end());
+    }
     textLengths[row] = static_cast<uint32_t>(text.size());
-    texts.insert(texts.end(), text.begin(), text.end());
     return true;
+}
+
+// Gaps don't take more than half of the memory for long, however often texts are replaced.
+void ColumnData::CloseLargeGaps()
+{
+    if (gapBytes < kFewBytes || gapBytes < texts.size() / 2)
+        return;
+    std::vector<char> kept;
+    kept.reserve(texts.size() - gapBytes);
+    for (size_t row = 0; row < textStarts.size(); row++) {
+        const auto start = texts.begin() + textStarts[row];
+        textStarts[row] = static_cast<uint32_t>(kept.size());
+        kept.insert(kept.end(), start, start + textLengths[row]);
+    }
+    texts = std::move(kept);
+    gapBytes = 0;
 }
 
 bool ColumnData::Set(uint32_t row, const VelaValue& value)
@@ -134,6 +158,7 @@ bool ColumnData::Set(uint32_t row, const VelaValue& value)
         case Form::kTexts:
             if (!StoreText(value.TextView(), value.TextEncodingTag(), row))
                 return false;
+            CloseLargeGaps();
             break;
         default:
             values[row] = value;
@@ -157,12 +182,16 @@ void ColumnData::RemoveRows(const std::vector<uint32_t>& rows)
 {
     if (!nulls.empty())
         nulls.resize(Count(), false);
+    if (form == Form::kTexts)
+        for (uint32_t row : rows)
+            gapBytes += textLengths[row];
     RemoveAt(&integers, rows);
     RemoveAt(&doubles, rows);
     RemoveAt(&textStarts, rows);
     RemoveAt(&textLengths, rows);
     RemoveAt(&encodingNumber, rows);
     RemoveAt(&values, rows);
+    CloseLargeGaps();
     if (nulls.empty())
         return;
     std::vector<bool> kept;

@@ -25,6 +25,7 @@ struct ColumnData {
     std::vector<uint32_t> textStarts;    // kTexts: where text i starts in texts
     std::vector<uint32_t> textLengths;   // kTexts: bytes of text i
     std::vector<char> texts;   // the bytes of all texts, with gaps where texts were replaced
+    size_t gapBytes = 0;       // kTexts: in those gaps
     std::vector<uint8_t>
         encodingNumber;   // kTexts: position in encodings; empty when all texts have encodings[0]
     std::vector<TextEncoding> encodings;
@@ -51,6 +52,7 @@ struct ColumnData {
 
 private:
     [[nodiscard]] bool StoreText(std::string_view text, TextEncoding encoding, uint32_t row);
+    void CloseLargeGaps();
     [[nodiscard]] bool Holds(const VelaValue& value) const;
     void TurnIntoValues();
     void SetNull(uint32_t row, bool null);

@@ -117,8 +117,8 @@ bool VelaDatabase::TransactionInProgress()
 void VelaDatabase::Commit()
 {
     mCommitError = string();
-    if (CommitTables())
-        mCommitError = string();
+    if (!CommitTables() && mCommitError.empty())
+        mCommitError = "unknown error";
 }
 
 // The schema goes last: until then a table that is new in it is not there, and what is dropped still is.
@@ -158,16 +158,26 @@ void VelaDatabase::ReloadAllTables()
 {
     VelaTable* schema = mOpenTables[0];
     mOpenTables.erase(0);
+    SimpleVector<string> haveFiles;
+    for (VelaTable* table : mOpenTables)
+        if (!table->AsStoredTable()->HasNewFiles())
+            haveFiles.push_back(table->TableName());
     CloseTables();
     mOpenTables.push_back(schema);
     Schema()->LoadAllTables(&mOpenTables);
+    // What a commit made that then failed goes again.
+    for (const string& name : haveFiles)
+        if (FindOpenTable(name) < 0)
+            VelaTrans(mFiles.get(), name, VelaTrans::Files::kNew).DeleteStorage();
 }
 
 void VelaDatabase::ReloadTouchedTables()
 {
     for (size_t i = 1; i < mOpenTables.size(); i++) {
-        if (!mOpenTables[i]->AsStoredTable()->IsTouched())
+        if (!mOpenTables[i]->AsStoredTable()->IsTouched()) {
+            mOpenTables[i]->AsStoredTable()->ForgetLastRowID();
             continue;
+        }
         const string name = mOpenTables[i]->TableName();
         delete mOpenTables[i];
         mOpenTables[i] = Schema()->LoadTable(name).release();

@@ -196,49 +196,65 @@ void VelaIndex::ReplaceNulls(const SimpleVector<VelaValue>& defaults)
 
 void VelaIndex::LoadColumns(RandomAccessMechanism* stream)
 {
+    mColumnIDs.clear();
     RecordScanner scanner(stream);
     while (scanner.Next()) {
         if (!scanner.Header().live)
             continue;
         RecordReader reader(scanner.Body());
         RecordField field;
-        mColumnIDs.clear();
         while (reader.Next(&field))
             mColumnIDs.push_back(field.columnID);
+        if (mColumnIDs.size() != reader.Count())
+            mColumnIDs.clear();   // some of them can't be read
         return;
     }
 }
 
-void VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
+bool VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
 {
     LoadColumns(stream);
     if (mColumnIDs.empty())
-        return;
+        return false;
+    bool whole = true;
     bool plain = true;   // the file holds the entries and nothing else
     RecordScanner scanner(stream);
     while (scanner.Next()) {
         const uint32_t rowID = scanner.Header().rowID;
-        plain = plain && scanner.Header().live;
         if (!scanner.Header().live || rowID == kInvalidRowID || mEntries.Contains(rowID)) {
             plain = false;
             continue;
         }
-        RecordReader reader(scanner.Body());
         const uint32_t slot = NewSlot();
-        RecordField field;
-        size_t count = 0;
-        while (count < mColumnIDs.size() && reader.Next(&field) &&
-               field.columnID == mColumnIDs[count])
-            DecodeField(field, &SlotValues(slot)[count++]);
-        if (count == mColumnIDs.size() && reader.EndsExactly()) {
+        bool exact = false;
+        if (ReadEntry(scanner.Body(), slot, &exact)) {
             AddEntry(rowID, slot);
-            continue;
+            plain = plain && exact;
+        } else {
+            mFreeSlots.push_back(slot);
+            whole = false;
         }
-        mFreeSlots.push_back(slot);
-        plain = false;
     }
-    mEntriesInFile = plain ? Count() : 0;
+    whole = whole && !scanner.Failed();
+    mEntriesInFile = plain && whole ? Count() : 0;
     mChanged = false;
+    return whole;
+}
+
+// False when the record isn't one of the index's columns. exact: it has no slack.
+bool VelaIndex::ReadEntry(std::string_view body, uint32_t slot, bool* exact)
+{
+    RecordReader reader(body);
+    if (reader.Count() != mColumnIDs.size())
+        return false;
+    RecordField field;
+    for (size_t i = 0; i < mColumnIDs.size(); i++) {
+        if (!reader.Next(&field) || field.columnID != mColumnIDs[i])
+            return false;
+        DecodeField(field, &SlotValues(slot)[i]);
+    }
+    *exact = reader.EndsExactly();
+    return true;
 }
 
 bool VelaIndex::SaveToFile(RandomAccessMechanism* stream)
@@ -255,8 +271,13 @@ bool VelaIndex::SaveToFile(RandomAccessMechanism* stream)
 
 bool VelaIndex::AppendToFile(RandomAccessMechanism* stream)
 {
-    if (!stream->SeekFromStart(stream->GetLength()) || !WriteEntries(stream, mEntriesInFile))
+    const int64_t length = stream->GetLength();
+    const size_t first = mEntriesInFile;
+    mEntriesInFile = 0;
+    if (!stream->SeekFromStart(length) || !WriteEntries(stream, first) || !stream->FlushToDisk()) {
+        stream->SetLength(length);
         return false;
+    }
     mEntriesInFile = Count();
     mChanged = false;
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "engine/core/VelaValueWithID.h"
 #include "engine/storage/RandomAccessMechanism.h"
@@ -59,20 +60,22 @@ public:
     // Puts the default of its column in place of every null.
     void ReplaceNulls(const SimpleVector<VelaValue>& defaults);
 
-    // Reads columns and entries from a file of the above form; entries of a row that has one already, and records that are not
-    // of the first one's columns, are passed over. An index that ends without columns is not one.
-    void LoadFromFile(RandomAccessMechanism* stream);
+    // Reads columns and entries from a file of the above form; entries of a row that has one already are passed over. False:
+    // the file is damaged, and entries may be missing. An index that ends without columns is not one.
+    [[nodiscard]] bool LoadFromFile(RandomAccessMechanism* stream);
     // Reads the columns alone, from the first record.
     void LoadColumns(RandomAccessMechanism* stream);
     // Writes all entries to an empty stream. False when writing failed; the index is then still marked as changed.
     bool SaveToFile(RandomAccessMechanism* stream);
     // Whether the file that was loaded or saved last only lacks entries at its end, and then: appends them.
     [[nodiscard]] bool CanAppendToFile() const { return mEntriesInFile > 0; }
+    // False when writing failed: the file is as it was, if it could be cut again, and must be saved whole next time.
     bool AppendToFile(RandomAccessMechanism* stream);
 
 private:
     void AddEntry(uint32_t rowID, uint32_t slot);
     [[nodiscard]] uint32_t NewSlot();
+    bool ReadEntry(std::string_view body, uint32_t slot, bool* exact);
     bool WriteEntries(RandomAccessMechanism* stream, size_t first);
     bool WriteColumnRecord(RandomAccessMechanism* stream);
 

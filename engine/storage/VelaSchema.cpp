@@ -1,6 +1,8 @@
 #include "engine/storage/VelaSchema.h"
 
 #include <algorithm>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "engine/storage/VelaTablesTable.h"
@@ -50,6 +52,21 @@ VelaDataType TypeFromCode(int32_t code)
                : kTypeNone;
 }
 
+VelaColumnInfo ReadColumn(TableColumns* schema, uint32_t row)
+{
+    VelaValue columnID;
+    VelaValue columnName;
+    VelaValue typeCode;
+    VelaValue defaultText;
+    schema->GetValue(row, VelaSchema::kColumnID, &columnID);
+    schema->GetValue(row, VelaSchema::kColumnName, &columnName);
+    schema->GetValue(row, VelaSchema::kTypeCode, &typeCode);
+    schema->GetValue(row, VelaSchema::kDefaultValue, &defaultText);
+    return {columnName.StoredText(),
+            DefaultFromText(TypeFromCode(typeCode.GetInteger()), defaultText),
+            static_cast<uint32_t>(columnID.GetInteger())};
+}
+
 }   // namespace
 
 const char* const kSchemaTableName = "_schema";
@@ -90,10 +107,11 @@ void VelaSchema::AddSchemaRow(const string& tableName, uint32_t columnID, const 
     AddRow(row, true);
 }
 
-// Reads the columns of the named table, or of every table when name is null.
-SimpleVector<VelaSchema::ColumnRow> VelaSchema::ReadColumns(const string* name)
+// Reads the columns of the named table, or of every table when name is null, in order of first appearance.
+SimpleVector<VelaSchema::Description> VelaSchema::ReadDescriptions(const string* name)
 {
-    SimpleVector<ColumnRow> found;
+    SimpleVector<Description> found;
+    std::unordered_map<std::string, size_t> places;   // of the tables in found
     TableColumns* columns = Columns();
     columns->Prepare(std::vector<bool>(static_cast<size_t>(QtyColumns()), true));
     for (uint32_t row = 0; row < columns->RowCount(); row++) {
@@ -101,61 +119,45 @@ SimpleVector<VelaSchema::ColumnRow> VelaSchema::ReadColumns(const string* name)
         columns->GetValue(row, kTableName, &tableName);
         if (name != nullptr && tableName.StoredText().Compare(*name) != 0)
             continue;
-        VelaValue columnID;
-        VelaValue columnName;
-        VelaValue typeCode;
-        VelaValue defaultText;
-        columns->GetValue(row, kColumnID, &columnID);
-        columns->GetValue(row, kColumnName, &columnName);
-        columns->GetValue(row, kTypeCode, &typeCode);
-        columns->GetValue(row, kDefaultValue, &defaultText);
-        const VelaDataType type = TypeFromCode(typeCode.GetInteger());
-        found.push_back({tableName.StoredText(),
-                         {columnName.StoredText(), DefaultFromText(type, defaultText),
-                          static_cast<uint32_t>(columnID.GetInteger())}});
+        const auto [place, isNew] = places.emplace(tableName.TextView(), found.size());
+        if (isNew)
+            found.push_back({tableName.StoredText(), {}});
+        found[place->second].columns.push_back(ReadColumn(columns, row));
     }
     return found;
 }
 
-std::unique_ptr<VelaTrans> VelaSchema::MakeTable(const string& name, Files state,
-                                                 const SimpleVector<ColumnRow>& rows)
+std::unique_ptr<VelaTrans> VelaSchema::MakeTable(const Description& description, Files state)
 {
-    auto table = std::make_unique<VelaTrans>(mFiles, name, state);
-    for (const ColumnRow& row : rows) {
-        if (row.tableName.Compare(name) != 0)
-            continue;
-        table->mColumns.push_back(row.column);
-        table->mLastUsedColumnID = std::max(table->mLastUsedColumnID, row.column.columnID);
-    }
+    auto table = std::make_unique<VelaTrans>(mFiles, description.tableName, state);
+    table->mColumns = description.columns;
+    for (const VelaColumnInfo& column : description.columns)
+        table->mLastUsedColumnID = std::max(table->mLastUsedColumnID, column.columnID);
     table->mRows->Drop();
-    if (table->mColumns.empty())
-        table.reset();
     return table;
+}
+
+std::unique_ptr<VelaTrans> VelaSchema::MakeTable(const string& name, Files state)
+{
+    const SimpleVector<Description> found = ReadDescriptions(&name);
+    return found.empty() ? nullptr : MakeTable(found[0], state);
 }
 
 std::unique_ptr<VelaTrans> VelaSchema::CreateTable(const string& name)
 {
-    return MakeTable(name, Files::kNew, ReadColumns(&name));
+    return MakeTable(name, Files::kNew);
 }
 
 std::unique_ptr<VelaTrans> VelaSchema::LoadTable(const string& name)
 {
-    return MakeTable(name, Files::kExisting, ReadColumns(&name));
+    return MakeTable(name, Files::kExisting);
 }
 
 void VelaSchema::LoadAllTables(SimpleVector<VelaTable*>* tables)
 {
-    const SimpleVector<ColumnRow> rows = ReadColumns(nullptr);
-    SimpleVector<string> names;
-    names.push_back(kSchemaTableName);
-    for (const ColumnRow& row : rows) {
-        const auto isSame = [&row](const string& name) { return name.Compare(row.tableName) == 0; };
-        if (isSame(names.back()) || std::any_of(names.begin(), names.end(), isSame))
-            continue;
-        names.push_back(row.tableName);
-        if (auto table = MakeTable(row.tableName, Files::kExisting, rows))
-            tables->push_back(table.release());
-    }
+    for (const Description& description : ReadDescriptions(nullptr))
+        if (description.tableName.View() != kSchemaTableName)
+            tables->push_back(MakeTable(description, Files::kExisting).release());
 }
 
 void VelaSchema::ReloadTable(VelaTrans** table)
@@ -168,7 +170,7 @@ void VelaSchema::ReloadTable(VelaTrans** table)
     auto indexes = std::move(old->mIndexes);
     auto droppedIndexes = std::move(old->mDroppedIndexes);
     old.reset();   // gives the files free before they are opened again
-    std::unique_ptr<VelaTrans> fresh = MakeTable(name, state, ReadColumns(&name));
+    std::unique_ptr<VelaTrans> fresh = MakeTable(name, state);
     if (fresh) {
         fresh->mLastUsedRowID = std::max(fresh->mLastUsedRowID, lastRowID);
         fresh->mLastUsedColumnID = std::max(fresh->mLastUsedColumnID, lastColumnID);

@@ -49,14 +49,15 @@ public:
     [[nodiscard]] static VelaTable* GetTablesTable();
 
 private:
-    struct ColumnRow {
+    // The columns of one table.
+    struct Description {
         string tableName;
-        VelaColumnInfo column;
+        SimpleVector<VelaColumnInfo> columns;
     };
 
-    SimpleVector<ColumnRow> ReadColumns(const string* name);
-    std::unique_ptr<VelaTrans> MakeTable(const string& name, Files state,
-                                         const SimpleVector<ColumnRow>& rows);
+    SimpleVector<Description> ReadDescriptions(const string* name);
+    std::unique_ptr<VelaTrans> MakeTable(const Description& description, Files state);
+    std::unique_ptr<VelaTrans> MakeTable(const string& name, Files state);
 };
 
 }   // namespace vela

@@ -122,11 +122,17 @@ bool VelaTrans::GetValue(uint32_t rowID, long number, VelaValue* value, bool use
 bool VelaTrans::GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value)
 {
     for (OpenIndex& open : mIndexes) {
-        if (!open.loaded || !open.index->GetColumnValue(rowID, column.columnID, value))
+        VelaValue held;
+        if (!open.loaded || !open.index->GetColumnValue(rowID, column.columnID, &held))
             continue;
-        // An index keeps the type that its column had when the entry was made.
-        if (!value->IsNull())
-            value->CoerceToType(column.Type());
+        if (held.IsNull()) {
+            value->SetNull(column.Type());
+            return true;
+        }
+        // An entry that was made when the column had another type lacks what that type lost of the record.
+        if (held.GetType() != column.Type())
+            continue;
+        *value = std::move(held);
         return true;
     }
     return false;
@@ -235,6 +241,15 @@ VelaRow VelaTrans::CoerceRow(const VelaRow& values,
     return row;
 }
 
+// The next unused row id; kInvalidRowID when they are used up. In a file that tells too low a last used row id, it may
+// belong to a row that has a pending change.
+uint32_t VelaTrans::FreeRowID()
+{
+    while (mLastUsedRowID < kInvalidRowID && mChangedRows.Contains(NextUnusedRowID()))
+        mLastUsedRowID++;
+    return mLastUsedRowID < kInvalidRowID ? NextUnusedRowID() : kInvalidRowID;
+}
+
 uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
 {
     const uint32_t rowID = AddCoercedRow(values);
@@ -247,7 +262,7 @@ uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
 {
     std::vector<std::unique_ptr<VelaValueWithID>> copies;
     const VelaRow row = CoerceRow(values, &copies);
-    uint32_t rowID = NextUnusedRowID();
+    uint32_t rowID = FreeRowID();
     bool refused = false;
     for (const VelaValueWithID* value : row) {
         if (value->ColumnID() != 0)
@@ -353,7 +368,8 @@ bool VelaTrans::IsTouched() const
 {
     if (mNewFiles || HasChangesToCommit() || !mDroppedIndexes.empty())
         return true;
-    return std::any_of(mIndexes.begin(), mIndexes.end(), [](const OpenIndex& open) {
+    // An index that was only mended, because its file was damaged, waits for a commit that can write.
+    return !mFiles->IsReadOnly() && std::any_of(mIndexes.begin(), mIndexes.end(), [](const OpenIndex& open) {
         return open.created || open.index->IsChanged();
     });
 }
@@ -379,8 +395,10 @@ bool VelaTrans::Commit(string* error)
         const bool undone = mStorage->UndoChanges();
         if (!undone)
             *error = *error + " The record file could not be put back as it was.";
-        if (isNew)
-            mNewFiles = DeleteStorage();
+        if (isNew) {
+            DeleteStorage();
+            mNewFiles = true;
+        }
         return false;
     }
     mStorage->EndChanges();
@@ -405,13 +423,13 @@ bool VelaTrans::FailCommit(string* error)
 // Files of an earlier table of this name, or left behind by something else, have no part in this one.
 bool VelaTrans::MakeNewFiles(string* error)
 {
-    if (!DeleteStorage() || !mFiles->CreateFile(mName + ".dat") ||
-        !mFiles->CreateFile(mName + ".map"))
-        return FailCommit(error);
-    if (!OpenFiles())
-        return FailCommit(error);
-    mNewFiles = false;
-    return true;
+    mNewFiles = !DeleteStorage() || !mFiles->CreateFile(mName + ".dat") ||
+                !mFiles->CreateFile(mName + ".map") || !OpenFiles();
+    if (!mNewFiles)
+        return true;
+    FailCommit(error);
+    DeleteStorage();
+    return false;
 }
 
 // Asks for the room that the inserted rows take before anything is changed: the usual way for a disk to be full.
@@ -518,7 +536,8 @@ bool VelaTrans::DeleteStorage()
     SimpleVector<string> names;
     names.push_back(mName + ".dat");
     names.push_back(mName + ".map");
-    mFiles->FindFiles(mName + ".*.idx", &names);
+    for (const string& indexName : FindIndexFiles())
+        names.push_back(IndexFileName(indexName));
     bool deleted = true;
     for (const string& name : names)
         deleted = (!mFiles->ContainsFile(name) || mFiles->DeleteFile(name)) && deleted;

@@ -72,8 +72,11 @@ public:
     [[nodiscard]] bool ContainsRow(uint32_t rowID);
     [[nodiscard]] uint32_t NextUnusedRowID() const { return mLastUsedRowID + 1; }
     [[nodiscard]] uint32_t NextUnusedColumnID() const { return mLastUsedColumnID + 1; }
-    // The row id that AddRow handed out last.
+    // The row id that AddRow handed out last; of a table as it was opened, the last used one.
     [[nodiscard]] uint32_t LastRowID() const { return mLastRowID; }
+    void ForgetLastRowID() { mLastRowID = mLastUsedRowID; }
+    // Whether the table was created and not committed since: it has no files yet.
+    [[nodiscard]] bool HasNewFiles() const { return mNewFiles; }
     // Coerces the value to the type of the column that its id names; of an unknown id it stays as it is.
     void CoerceToCorrectType(VelaValueWithID* value) const;
     // Removes the table's files.
@@ -93,9 +96,9 @@ protected:
     void LoadMetadata();
     bool SaveMetadata();
 
-    bool HasNewFiles() const { return mNewFiles; }
     bool OpenFiles();
     bool MakeNewFiles(string* error);
+    [[nodiscard]] SimpleVector<string> FindIndexFiles() const;
     void OpenIndexes();
     VelaIndex* NeedIndex(OpenIndex& open);
     string IndexFileName(const string& indexName) const;
@@ -115,6 +118,7 @@ protected:
     bool CommitIndices(string* error);
     bool CommitIndex(OpenIndex& open);
 
+    [[nodiscard]] uint32_t FreeRowID();
     bool ReadStoredRow(uint32_t rowID);
     bool GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value);
     bool WriteChanges(bool* moved);

@@ -18,17 +18,27 @@ string VelaTrans::IndexFileName(const string& indexName) const
     return mName + "." + indexName + kIndexSuffix;
 }
 
-void VelaTrans::OpenIndexes()
+// The indexes that have files. Other tables' files may match the pattern too: of tables whose names have a "." in them, or
+// when this one's has a "*".
+SimpleVector<string> VelaTrans::FindIndexFiles() const
 {
     SimpleVector<string> fileNames;
     mFiles->FindFiles(IndexFileName("*"), &fileNames);
     const size_t around = IndexFileName("").length();
+    SimpleVector<string> names;
     for (const string& fileName : fileNames) {
         const string name = fileName.mid(mName.length() + 1, fileName.length() - around);
-        if (name.View().find('.') != std::string_view::npos)
-            continue;   // of a table with a longer name
+        if (IndexFileName(name) == fileName && name.View().find('.') == std::string_view::npos)
+            names.push_back(name);
+    }
+    return names;
+}
+
+void VelaTrans::OpenIndexes()
+{
+    for (const string& name : FindIndexFiles()) {
         OpenIndex open{std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>()), false, false};
-        const auto stream = mFiles->OpenFile(fileName, false);
+        const auto stream = mFiles->OpenFile(IndexFileName(name), false);
         if (stream)
             open.index->LoadColumns(stream.get());
         if (!open.index->ColumnIDs().empty())
@@ -41,11 +51,14 @@ VelaIndex* VelaTrans::NeedIndex(OpenIndex& open)
     if (open.loaded)
         return open.index.get();
     open.loaded = true;
-    const auto stream = mFiles->OpenFile(IndexFileName(open.index->Name()), false);
-    if (stream)
-        open.index->LoadFromFile(stream.get());
-    else
-        FillIndex(open);   // its file has gone; the rows still have the values
+    const string name = open.index->Name();
+    const SimpleVector<uint32_t> columnIDs = open.index->ColumnIDs();
+    const auto stream = mFiles->OpenFile(IndexFileName(name), false);
+    if (!stream || !open.index->LoadFromFile(stream.get())) {
+        // Its file has gone or is damaged; the rows still have the values.
+        open.index = std::make_unique<VelaIndex>(name, columnIDs);
+        FillIndex(open);
+    }
     return open.index.get();
 }
 
@@ -84,7 +97,6 @@ bool VelaTrans::DropIndex(const string& name)
     for (size_t i = 0; i < mIndexes.size(); i++) {
         if (mIndexes[i].index->Name().Compare(name) != 0)
             continue;
-        NeedIndex(mIndexes[i]);
         if (!mIndexes[i].created)
             mDroppedIndexes.push_back(std::move(mIndexes[i]));
         mIndexes.erase(i);
@@ -159,8 +171,10 @@ bool VelaTrans::CommitIndices(string* error)
 {
     while (!mDroppedIndexes.empty()) {
         const string fileName = IndexFileName(mDroppedIndexes.back().index->Name());
-        if (mFiles->ContainsFile(fileName) && !mFiles->DeleteFile(fileName))
-            return FailCommit(error);
+        if (mFiles->ContainsFile(fileName) && !mFiles->DeleteFile(fileName)) {
+            *error = "Index file " + fileName + " could not be deleted: " + mFiles->ErrorText();
+            return false;
+        }
         mDroppedIndexes.pop_back();
     }
     for (OpenIndex& open : mIndexes) {
@@ -187,7 +201,7 @@ bool VelaTrans::CommitIndex(OpenIndex& open)
     const string fileName = IndexFileName(open.index->Name());
     if (!open.created && open.index->CanAppendToFile()) {
         const auto stream = mFiles->OpenFile(fileName, false);
-        if (stream && open.index->AppendToFile(stream.get()) && stream->FlushToDisk())
+        if (stream && open.index->AppendToFile(stream.get()))
             return true;
     }
     // Written beside the old file, which it then replaces: there is always one whole file.

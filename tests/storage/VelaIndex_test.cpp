@@ -1,0 +1,486 @@
+#include "engine/storage/VelaIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "engine/storage/RecordFormat.h"
+#include "tests/storage/MemoryFileAccess.h"
+#include "tests/storage/StorageTesting.h"
+
+namespace vela {
+
+namespace {
+
+using Key = SimpleVector<VelaValue>;
+
+VelaValue Date(const char* text)
+{
+    return VelaValue::Text(kTypeDate, string(text));
+}
+
+// What an index is: entries in insertion order, searched one after the other.
+class IndexModel {
+public:
+    struct Entry {
+        Key values;
+        uint32_t rowID;
+    };
+
+    void Delete(uint32_t rowID)
+    {
+        entries.erase(std::remove_if(entries.begin(), entries.end(),
+                                     [rowID](const Entry& e) { return e.rowID == rowID; }),
+                      entries.end());
+    }
+    uint32_t Lookup(const Key& values) const
+    {
+        for (const Entry& entry : entries) {
+            bool matches = true;
+            for (size_t i = 0; i < entry.values.size(); i++)
+                matches = matches && entry.values[i].Equals(values[i]);
+            if (matches)
+                return entry.rowID;
+        }
+        return kInvalidRowID;
+    }
+    // Rows whose first value has the key's type and is the same.
+    std::vector<uint32_t> FindRows(const VelaValue& key) const
+    {
+        std::vector<uint32_t> rows;
+        for (const Entry& entry : entries) {
+            const VelaValue& first = entry.values[0];
+            if (!first.IsNull() && first.GetType() == key.GetType() &&
+                (IsTextBacked(key.GetType()) ? first.TextView() == key.TextView()
+                                             : first.GetDouble() == key.GetDouble()))
+                rows.push_back(entry.rowID);
+        }
+        return rows;
+    }
+    // Whether the first values that are not null have one type, which the key has too.
+    bool IsOfOneType(const VelaValue& key) const
+    {
+        return std::all_of(entries.begin(), entries.end(), [&key](const Entry& entry) {
+            return entry.values[0].IsNull() || entry.values[0].GetType() == key.GetType();
+        });
+    }
+
+    std::vector<Entry> entries;
+};
+
+std::vector<std::string> EntriesOf(VelaIndex& index)
+{
+    std::vector<std::string> entries;
+    for (size_t i = 0; i < index.Count(); i++) {
+        const VelaIndexEntry entry = index.EntryAt(i);
+        std::string text = std::to_string(entry.RowID()) + ":";
+        for (size_t position = 0; position < index.ColumnIDs().size(); position++)
+            text += " " + ValueText(entry.Value(position));
+        entries.push_back(text);
+    }
+    return entries;
+}
+
+std::vector<std::string> EntriesOf(const IndexModel& model)
+{
+    std::vector<std::string> entries;
+    for (const IndexModel::Entry& entry : model.entries) {
+        std::string text = std::to_string(entry.rowID) + ":";
+        for (const VelaValue& value : entry.values)
+            text += " " + ValueText(value);
+        entries.push_back(text);
+    }
+    return entries;
+}
+
+using Entries = std::vector<std::string>;
+
+// An index file in memory.
+class IndexFile {
+public:
+    std::unique_ptr<RandomAccessMechanism> Open() { return files.OpenFile("t.i.idx", true); }
+    bool Save(VelaIndex& index)
+    {
+        files.CreateFile("t.i.idx");
+        return index.SaveToFile(Open().get());
+    }
+    std::string Records() const { return ToHex(disk.Bytes("t.i.idx").substr(kMetadataSize)); }
+
+    MemoryDisk disk;
+
+private:
+    MemoryFileAccess files{&disk};
+};
+
+}   // namespace
+
+TEST(VelaIndex, FindsItsRowsAndNoOthers)
+{
+    VelaIndex index("i", {2});
+    index.Add({Str("x")}, 1042);
+    index.Add({Str("y")}, 1045);
+    EXPECT_EQ(1042u, index.Lookup({Str("x")}));
+    EXPECT_EQ(1045u, index.Lookup({Str("y")}));
+    EXPECT_EQ(kInvalidRowID, index.Lookup({Str("z")}));
+    EXPECT_TRUE(index.IsChanged());
+    index.Delete(1042);
+    EXPECT_EQ(kInvalidRowID, index.Lookup({Str("x")}));
+    index.Delete(1042);
+    EXPECT_EQ(1u, index.Count());
+}
+
+TEST(VelaIndex, LookupIsEqualsAgainstTheEntry)
+{
+    const struct {
+        VelaValue entry;
+        VelaValue key;
+        bool found;
+        const char* why;
+    } cases[] = {
+        {Int(5), Int(5), true, "same"},
+        {Int(5), Str("5 apples"), true, "an integer compares with GetInteger"},
+        {Int(5), VelaValue::Double(5.9), true, "an integer compares with GetInteger"},
+        {Int(0), Null(kTypeInteger), false, "null is no zero"},
+        {Int(1), VelaValue::Boolean(true), true, "truth is one"},
+        {VelaValue::Boolean(true), Int(1), true, "and the other way round"},
+        {VelaValue::Boolean(true), Int(2), false, "but not two"},
+        {Str("5"), Int(5), true, "a text compares with GetString"},
+        {Str("TRUE"), VelaValue::Boolean(true), true, "a text compares with GetString"},
+        {Str("a"), Str("A"), false, "case counts"},
+        {Str("DATE 1984-05-06"), Date("1984-05-06"), true, "the display form"},
+        {Date("1984-05-06"), Date("1984-05-06"), false, "has a prefix, so a date misses itself"},
+        {Date("1984-05-06"), Str("1984-05-06"), true, "but not its text"},
+        {VelaValue::Double(2.5), VelaValue::Double(2.5), true, "doubles"},
+        {VelaValue::Double(2.0), Int(2), false, "are not converted"},
+        {VelaValue::Double(0.0), VelaValue::Double(-0.0), true, "but compared as numbers"},
+        {Null(kTypeString), Null(kTypeInteger), true, "null equals null"},
+        {Null(kTypeString), Str("NULL"), false, "but no text"},
+        {VelaValue(), VelaValue(), true, "nulls of no type"},
+    };
+    for (const auto& c : cases) {
+        VelaIndex index("i", {1});
+        index.Add({c.entry}, 7);
+        EXPECT_EQ(c.found ? 7u : kInvalidRowID, index.Lookup({c.key})) << c.why;
+        index.Add({Int(99)}, 8);   // a second type
+        EXPECT_EQ(c.found ? 7u : kInvalidRowID, index.Lookup({c.key})) << c.why;
+    }
+}
+
+TEST(VelaIndex, GetColumnValueAnswersForIndexedColumnsOfItsRows)
+{
+    VelaIndex index("i", {4, 2});
+    index.Add({Int(44), Str("two")}, 9);
+    VelaValue value = Int(-1);
+    EXPECT_TRUE(index.GetColumnValue(9, 2, &value));
+    EXPECT_EQ("String[600] two", ValueText(value));
+    EXPECT_TRUE(index.GetColumnValue(9, 4, &value));
+    EXPECT_EQ("Integer 44", ValueText(value));
+    EXPECT_FALSE(index.GetColumnValue(9, 3, &value));
+    EXPECT_FALSE(index.GetColumnValue(8, 4, &value));
+    EXPECT_EQ("Integer 44", ValueText(value));
+    EXPECT_EQ(0, index.PositionOfColumn(4));
+    EXPECT_EQ(1, index.PositionOfColumn(2));
+    EXPECT_EQ(-1, index.PositionOfColumn(1));
+}
+
+TEST(VelaIndexEntry, MatchesEveryPositionOrHasNone)
+{
+    const VelaValue values[] = {Int(1), Str("x")};
+    const VelaIndexEntry entry(values, 2, 5);
+    EXPECT_TRUE(entry.Matches({Int(1), Str("x")}));
+    EXPECT_TRUE(entry.Matches({Int(1), Str("x"), Int(9)})) << "more are not asked";
+    EXPECT_FALSE(entry.Matches({Int(1), Str("y")}));
+    EXPECT_FALSE(entry.Matches({Int(2), Str("x")}));
+    EXPECT_FALSE(entry.Matches({Int(1)}));
+    EXPECT_TRUE(VelaIndexEntry(values, 0, 5).Matches({Int(3)})) << "no values match everything";
+}
+
+// ---- the file
+
+TEST(VelaIndex, FileOfEntries)
+{
+    IndexFile file;
+    VelaIndex index("i", {2, 300});
+    index.Add({Str("b"), Int(-1)}, 3);
+    index.Add({Str("a"), Int(7)}, 1);
+    EXPECT_TRUE(file.Save(index));
+    EXPECT_FALSE(index.IsChanged());
+    EXPECT_EQ(Zeros(256), file.disk.Bytes("t.i.idx").substr(0, 256));
+    EXPECT_EQ(ToHex(FromHex("52 63 53 74 00 00 00 03 00 00 00 17  02  02 05 FF 2E 03"
+                            "00 00 00 01 00 00 00 01 00 00 06 00 62  FF FF FF FF"
+                            "52 63 53 74 00 00 00 01 00 00 00 17  02  02 05 FF 2E 03"
+                            "00 00 00 01 00 00 00 01 00 00 06 00 61  00 00 00 07")),
+              file.Records());
+    VelaIndex loaded("i", {});
+    EXPECT_TRUE(loaded.LoadFromFile(file.Open().get()));
+    EXPECT_EQ((Entries{"3: String[600] b Integer -1", "1: String[600] a Integer 7"}),
+              EntriesOf(loaded));
+    EXPECT_FALSE(loaded.IsChanged());
+    EXPECT_TRUE(loaded.CanAppendToFile());
+}
+
+TEST(VelaIndex, FileWithoutEntriesKeepsTheColumns)
+{
+    IndexFile file;
+    VelaIndex index("i", {2, 300});
+    EXPECT_TRUE(file.Save(index));
+    EXPECT_EQ(ToHex(FromHex("52 63 53 74 FF FF FF FF 00 00 00 0E  02  02 03 FF 2E 03"
+                            "00 00 00 00 00 00 00 00")),
+              file.Records());
+    VelaIndex loaded("i", {});
+    EXPECT_TRUE(loaded.LoadFromFile(file.Open().get()));
+    EXPECT_EQ(0u, loaded.Count());
+    EXPECT_FALSE(loaded.CanAppendToFile()) << "the column record must go first";
+    ASSERT_EQ(2u, loaded.ColumnIDs().size());
+    EXPECT_EQ(2u, loaded.ColumnIDs()[0]);
+    EXPECT_EQ(300u, loaded.ColumnIDs()[1]);
+    EXPECT_EQ(kInvalidRowID, loaded.Lookup({Int(0), Int(0)}));
+}
+
+TEST(VelaIndex, NullsComeBackAsNulls)
+{
+    IndexFile file;
+    VelaIndex index("i", {1});
+    index.Add({Null(kTypeInteger)}, 1);
+    index.Add({Int(2)}, 2);
+    EXPECT_TRUE(file.Save(index));
+    VelaIndex loaded("i", {});
+    EXPECT_TRUE(loaded.LoadFromFile(file.Open().get()));
+    EXPECT_EQ((Entries{"1: NULL None", "2: Integer 2"}), EntriesOf(loaded));
+    SimpleVector<uint32_t> rows;
+    EXPECT_TRUE(loaded.FindRows(Int(0), &rows));
+    EXPECT_TRUE(rows.empty());
+}
+
+TEST(VelaIndex, ReplaceNullsPutsTheDefaultsThere)
+{
+    VelaIndex index("i", {1, 2});
+    index.Add({Null(kTypeInteger), Str("x")}, 1);
+    index.Add({Int(2), Null(kTypeString)}, 2);
+    EXPECT_EQ(kInvalidRowID, index.Lookup({Int(0), Str("x")}));
+    index.ReplaceNulls({Int(0), Str("")});
+    EXPECT_EQ((Entries{"1: Integer 0 String[600] x", "2: Integer 2 String[600] "}),
+              EntriesOf(index));
+    EXPECT_EQ(1u, index.Lookup({Int(0), Str("x")}));
+}
+
+TEST(VelaIndex, AppendedFileIsAsIfSavedWhole)
+{
+    IndexFile appended;
+    IndexFile saved;
+    VelaIndex index("i", {1});
+    for (uint32_t row = 1; row <= 3; row++)
+        index.Add({Int(static_cast<int32_t>(row))}, row);
+    ASSERT_TRUE(appended.Save(index));
+    for (uint32_t row = 4; row <= 9; row++) {
+        index.Add({Int(static_cast<int32_t>(row))}, row);
+        ASSERT_TRUE(index.CanAppendToFile());
+        EXPECT_TRUE(index.AppendToFile(appended.Open().get()));
+        EXPECT_FALSE(index.IsChanged());
+    }
+    ASSERT_TRUE(saved.Save(index));
+    EXPECT_EQ(saved.Records(), appended.Records());
+    index.Delete(9);
+    EXPECT_FALSE(index.CanAppendToFile()) << "the file has an entry too many";
+}
+
+TEST(VelaIndex, FailedAppendLeavesTheFileAndWantsAWholeOne)
+{
+    IndexFile file;
+    VelaIndex index("i", {1});
+    index.Add({Int(1)}, 1);
+    ASSERT_TRUE(file.Save(index));
+    const std::string before = file.Records();
+    index.Add({Int(2)}, 2);
+    const auto stream = file.Open();
+    for (int64_t failing : {1, 2}) {   // the write, the flush
+        VelaIndex again("i", {});
+        ASSERT_TRUE(again.LoadFromFile(stream.get()));
+        again.Add({Int(2)}, 2);
+        file.disk.FailAt(failing, MemoryDisk::Fault::kOnce);
+        EXPECT_FALSE(again.AppendToFile(stream.get()));
+        EXPECT_EQ(before, file.Records());
+        EXPECT_TRUE(again.IsChanged());
+        EXPECT_FALSE(again.CanAppendToFile());
+        EXPECT_EQ(2u, again.Lookup({Int(2)}));
+    }
+    EXPECT_TRUE(index.AppendToFile(stream.get()));
+}
+
+TEST(VelaIndex, LoadsWhatTheRecordsSay)
+{
+    const std::string one = "52 63 53 74 00 00 00 01 00 00 00 07 01 05 03 00 00 00 01";
+    const std::string two = "52 63 53 74 00 00 00 02 00 00 00 07 01 05 03 00 00 00 02";
+    const std::string again = "52 63 53 74 00 00 00 01 00 00 00 07 01 05 03 00 00 00 09";
+    const struct {
+        std::string records;
+        Entries entries;
+        bool whole;
+        bool canAppend;
+        const char* why;
+    } cases[] = {
+        {one + two, {"1: Integer 1", "2: Integer 2"}, true, true, "plain"},
+        {one + again + two, {"1: Integer 1", "2: Integer 2"}, true, false, "the first one counts"},
+        {"52 63 53 74 FF FF FF FF 00 00 00 07 01 05 03 00 00 00 00" + two,
+         {"2: Integer 2"},
+         true,
+         false,
+         "row -1 is no row"},
+        {"54 72 73 68 00 00 00 03 00 00 00 07 01 06 03 00 00 00 00" + two,
+         {"2: Integer 2"},
+         true,
+         false,
+         "deleted ones are passed over"},
+        {"52 63 53 74 00 00 00 01 00 00 00 09 01 05 03 00 00 00 01 EE EE" + two,
+         {"1: Integer 1", "2: Integer 2"},
+         true,
+         false,
+         "slack"},
+        {one + "52 63 53 74 00 00 00 03 00 00 00 07 01 06 03 00 00 00 03" + two,
+         {"1: Integer 1", "2: Integer 2"},
+         false,
+         false,
+         "of another column"},
+        {one + "52 63 53 74 00 00 00 03 00 00 00 01 00" + two,
+         {"1: Integer 1", "2: Integer 2"},
+         false,
+         false,
+         "of no column"},
+        {one + two + "52 63", {"1: Integer 1", "2: Integer 2"}, false, false, "rubbish behind"},
+        {one + "00 63 53 74 00 00 00 02 00 00 00 07 01 05 03 00 00 00 02",
+         {"1: Integer 1"},
+         false,
+         false,
+         "a bad header"},
+    };
+    for (const auto& c : cases) {
+        const CapturedErrors errors;
+        IndexFile file;
+        file.disk.Put("t.i.idx", Zeros(256) + FromHex(c.records));
+        VelaIndex index("i", {});
+        EXPECT_EQ(c.whole, index.LoadFromFile(file.Open().get())) << c.why;
+        EXPECT_EQ(c.entries, EntriesOf(index)) << c.why;
+        EXPECT_EQ(c.canAppend, index.CanAppendToFile()) << c.why;
+    }
+}
+
+TEST(VelaIndex, FileWithoutReadableColumnsIsNoIndex)
+{
+    const char* const kRecords[] = {
+        "",
+        "54 72 73 68 00 00 00 03 00 00 00 07 01 06 03 00 00 00 00",
+        "52 63 53 74 00 00 00 03 00 00 00 01 00",
+        "52 63 53 74 00 00 00 01 00 00 00 07 02 05 03 06 03 00 00",
+        "52 63 53 74 00 00 00 01 00 00 00 09 02 05 03 06 04 00 00 00 00",
+        "52 63",
+    };
+    for (const char* records : kRecords) {
+        const CapturedErrors errors;
+        IndexFile file;
+        file.disk.Put("t.i.idx", Zeros(256) + FromHex(records));
+        VelaIndex index("i", {1});
+        index.LoadColumns(file.Open().get());
+        EXPECT_TRUE(index.ColumnIDs().empty()) << records;
+        EXPECT_FALSE(index.LoadFromFile(file.Open().get())) << records;
+    }
+}
+
+// ---- against the plain model
+
+namespace {
+
+VelaValue RandomKey(TestRandom& random, int mix)
+{
+    const int32_t number = static_cast<int32_t>(random.Below(12)) - 3;
+    if (random.OneIn(10))
+        return Null(mix % 2 ? kTypeInteger : kTypeString);
+    switch (mix < 4 ? static_cast<uint32_t>(mix) : random.Below(6)) {
+        case 0:
+            return Int(number);
+        case 1:
+            return Str(std::to_string(number));
+        case 2:
+            return VelaValue::Double(number / 2.0);
+        case 3:
+            return Date(("1984-05-0" + std::to_string(number + 3)).c_str());
+        case 4:
+            return VelaValue::Boolean(number > 0);
+        default:
+            return Str(number > 0 ? "TRUE" : "DATE 1984-05-01");
+    }
+}
+
+}   // namespace
+
+TEST(VelaIndex, AgreesWithAListSearchedFromItsStart)
+{
+    for (uint32_t seed = 1; seed <= 80; seed++) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        TestRandom random(seed);
+        const int mix = static_cast<int>(random.Below(6));   // one type, or from 4 on any
+        const size_t columns = 1 + random.Below(2);
+        IndexFile file;
+        IndexModel model;
+        auto index = std::make_unique<VelaIndex>(
+            "i", columns == 1 ? SimpleVector<uint32_t>{9} : SimpleVector<uint32_t>{9, 4});
+        const auto randomKey = [&] {
+            Key key;
+            for (size_t i = 0; i < columns; i++)
+                key.push_back(RandomKey(random, mix));
+            return key;
+        };
+        for (int step = 0; step < 400; step++) {
+            const uint32_t rowID = 1 + random.Below(60);
+            const Key key = randomKey();
+            switch (random.Below(8)) {
+                case 0:
+                case 1:
+                case 2:
+                    index->Delete(rowID);
+                    model.Delete(rowID);
+                    index->Add(key, rowID);
+                    model.entries.push_back({key, rowID});
+                    break;
+                case 3:
+                    index->Delete(rowID);
+                    model.Delete(rowID);
+                    break;
+                case 4: {
+                    SimpleVector<uint32_t> rows;
+                    if (key[0].IsNull())
+                        break;
+                    if (index->FindRows(key[0], &rows)) {
+                        ASSERT_EQ(model.FindRows(key[0]),
+                                  std::vector<uint32_t>(rows.begin(), rows.end()));
+                    } else {
+                        ASSERT_TRUE(mix >= 4 || !model.IsOfOneType(key[0]));
+                    }
+                    break;
+                }
+                case 5:
+                    if (!random.OneIn(6))
+                        break;
+                    if (index->CanAppendToFile() && index->IsChanged())
+                        ASSERT_TRUE(index->AppendToFile(file.Open().get()));
+                    else
+                        ASSERT_TRUE(file.Save(*index));
+                    if (random.OneIn(2)) {
+                        for (IndexModel::Entry& entry : model.entries)
+                            for (VelaValue& value : entry.values)
+                                if (value.IsNull())
+                                    value = VelaValue();   // a stored null forgets its type
+                        index = std::make_unique<VelaIndex>("i", SimpleVector<uint32_t>());
+                        ASSERT_TRUE(index->LoadFromFile(file.Open().get()));
+                    }
+                    break;
+                default:
+                    ASSERT_EQ(model.Lookup(key), index->Lookup(key)) << "step " << step;
+                    break;
+            }
+            ASSERT_EQ(model.entries.size(), index->Count());
+        }
+        EXPECT_EQ(EntriesOf(model), EntriesOf(*index));
+    }
+}
+
+}   // namespace vela
