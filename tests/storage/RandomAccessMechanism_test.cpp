@@ -138,7 +138,8 @@ TEST(RandomAccessMechanism, ReadsThatFallShortAreFalseAndChangeNothing)
 
 TEST(RandomAccessMechanism, PStringsHaveALengthByteAndAtMost255)
 {
-    for (const size_t size : {0, 1, 254, 255, 256, 300, 100000}) {
+    constexpr size_t kSizes[] = {0, 1, 254, 255, 256, 300, 100000};
+    for (const size_t size : kSizes) {
         Bytes text(size, 'a');
         if (size > 0)
             text.back() = 'z';
