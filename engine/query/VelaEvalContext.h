@@ -17,11 +17,12 @@ struct VelaEvalContext {
     const SimpleVector<VelaTable*>* tables = nullptr;
     VelaDatabase* database = nullptr;   // for the functions that need it
 
-    // One entry per table. Where it is not null, recSet and group name that table's rows by their row number in it; where
-    // it is null (or the list is), by row id.
+    // One entry per table. Where it is not null, recSet and group name that table's rows by their
+    // row number in it; where it is null (or the list is), by row id.
     const SimpleVector<TableColumns*>* columns = nullptr;
 
-    // Inside the operand of an aggregate that holds others: their results so far. VExprAggregate alone sets it.
+    // Inside the operand of an aggregate that holds others: their results so far. VExprAggregate
+    // alone sets it.
     AggregateMemo* nestedAggregates = nullptr;
 };
 

@@ -8,7 +8,8 @@
 
 namespace vela {
 
-// Which class a node is of, for those who inspect trees. Each kind but kOther is one class: VExprConstant and so on.
+// Which class a node is of, for those who inspect trees. Each kind but kOther is one class:
+// VExprConstant and so on.
 enum class ExprKind : uint8_t {
     kConstant,
     kField,

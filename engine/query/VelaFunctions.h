@@ -29,13 +29,14 @@ enum VelaFuncCode {
 
 // The SQL name of a function, upper case, ASCII. code must be one of the above.
 [[nodiscard]] string VelaFuncName(VelaFuncCode code);
-// Finds a function by name, ignoring case. "CHARACTER_LENGTH" is first replaced by "CHAR_LENGTH", in the caller's string
-// too. code may be null. False for an unknown name.
+// Finds a function by name, ignoring case. "CHARACTER_LENGTH" is first replaced by "CHAR_LENGTH",
+// in the caller's string too. code may be null. False for an unknown name.
 bool GetVelaFuncCode(string* name, VelaFuncCode* code);
 // Integer or String, by a fixed table.
 [[nodiscard]] VelaDataType VelaFuncResultType(VelaFuncCode code);
-// Evaluates a scalar function; absent arguments are null pointers. False, with result untouched, when code is an
-// aggregate, a required argument is absent, or the database is needed and null. True: result has the value, maybe NULL.
+// Evaluates a scalar function; absent arguments are null pointers. False, with result untouched,
+// when code is an aggregate, a required argument is absent, or the database is needed and null.
+// True: result has the value, maybe NULL.
 bool VelaFuncEval(VelaFuncCode code, VelaDatabase* database, const VelaValue* arg1,
                   const VelaValue* arg2, const VelaValue* arg3, VelaValue* result);
 
