@@ -60,7 +60,7 @@ uint32_t HashChains::AddUnfindable()
 
 void HashChains::Rebuild(size_t headCount)
 {
-    mHeads.assign(headCount, kNone);
+    mHeads.assign(headCount, {0, kNone});
     mMask = static_cast<uint32_t>(headCount - 1);
     for (uint32_t entry = 0; entry < mEntries.size(); entry++) {
         if (mUnfindable.empty() || !mUnfindable[entry])
@@ -70,9 +70,10 @@ void HashChains::Rebuild(size_t headCount)
 
 void HashChains::Link(uint32_t entry)
 {
-    uint32_t& head = mHeads[mEntries[entry].hash & mMask];
-    mEntries[entry].next = head;
-    head = entry;
+    const uint32_t hash = mEntries[entry].hash;
+    Entry& head = mHeads[hash & mMask];
+    mEntries[entry].next = head.next;
+    head = {hash, entry};
 }
 
 }   // namespace vela

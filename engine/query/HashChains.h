@@ -24,8 +24,8 @@ namespace vela {
 }
 
 // HashChains finds, among entries numbered from 0, those that were added with a certain hash. What
-// an entry is, and whether two entries of one hash are equal, is the caller's business. 12 bytes an
-// entry, up to 20 while it grows.
+// an entry is, and whether two entries of one hash are equal, is the caller's business. 16 to 24
+// bytes an entry.
 class HashChains {
 public:
     static constexpr uint32_t kNone = 0xFFFFFFFF;
@@ -42,8 +42,12 @@ public:
     {
         if (mHeads.empty())
             return kNone;
+        // The hash lies beside the head: where there is but one entry, it is all that is looked at.
         const uint32_t shortHash = Shorten(hash);
-        return Matching(mHeads[shortHash & mMask], shortHash);
+        const Entry& head = mHeads[shortHash & mMask];
+        if (head.next == kNone || head.hash == shortHash)
+            return head.next;
+        return Matching(mEntries[head.next].next, shortHash);
     }
     [[nodiscard]] uint32_t Next(uint32_t entry) const
     {
@@ -52,6 +56,8 @@ public:
     [[nodiscard]] size_t Count() const { return mEntries.size(); }
 
 private:
+    // Of an entry: its hash, and the next one in its chain. Of a chain: the hash of its first
+    // entry, and which that is.
     struct Entry {
         uint32_t hash;
         uint32_t next;
@@ -72,7 +78,7 @@ private:
 
     std::vector<Entry> mEntries;
     std::vector<bool> mUnfindable;   // empty while there is none
-    std::vector<uint32_t> mHeads;    // a power of two of them, at least as many as entries
+    std::vector<Entry> mHeads;       // a power of two of them, at least as many as entries
     uint32_t mMask = 0;
 };
 

@@ -56,6 +56,15 @@ bool LevelLoop::Next()
     return false;
 }
 
+uint32_t LevelLoop::SkipRest()
+{
+    if (!mLevel->joinTerms.empty())
+        return 0;
+    const uint32_t skipped = mRows.Count() - mPosition;
+    mPosition = mRows.Count();
+    return skipped;
+}
+
 bool LevelLoop::NextCandidate(uint32_t* row)
 {
     if (mWay == Way::kJoin)

@@ -41,6 +41,9 @@ public:
     void Open(uint64_t outerCount);
     // Binds the next row. False: there is none; the table is unbound again.
     [[nodiscard]] bool Next();
+    // Passes over the rows that are left, when that takes no look at them: when no term ties them
+    // to other tables. How many they are; 0 otherwise.
+    [[nodiscard]] uint32_t SkipRest();
     // How many rows there are at most, for each row of the earlier levels. After Open.
     [[nodiscard]] uint32_t Count() const { return mRows.Count(); }
 

@@ -61,6 +61,14 @@ bool RecSetEnumerator::Next()
     return false;
 }
 
+uint64_t RecSetEnumerator::CountRest()
+{
+    uint64_t count = 0;
+    while (Next())
+        count += mLoops.empty() ? 1 : 1 + mLoops.back().SkipRest();
+    return count;
+}
+
 // Whether there can be any record set at all.
 bool RecSetEnumerator::Start()
 {

@@ -25,6 +25,9 @@ public:
     // Goes to the next record set. False: there is no more. A query without tables has one, without
     // rows.
     [[nodiscard]] bool Next();
+    // Goes through all record sets that are left; how many there were. Rows that no term ties to
+    // rows of other tables are counted without being looked at one by one.
+    [[nodiscard]] uint64_t CountRest();
     // For evaluating expressions on the current record set. Without one, all its rows are unbound.
     [[nodiscard]] const VelaEvalContext& Context() const { return mState.context; }
     // The rows of the current record set, one per table; where they lie doesn't change.

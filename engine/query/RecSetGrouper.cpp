@@ -2,33 +2,22 @@
 
 #include <algorithm>
 
-#include "engine/query/TextPrefix.h"
-
 namespace vela {
-
-namespace {
-
-struct GroupEntry {
-    uint64_t prefix;   // of the key
-    uint32_t group;
-};
-
-}   // namespace
 
 std::vector<size_t> RecSetGrouper::SortIntoGroups(RecSetList* list)
 {
     std::vector<uint32_t> groupOf(list->Count());
     for (size_t i = 0; i < list->Count(); i++) {
         groupOf[i] = FindOrAddGroup(mKey.Of(list->At(i)));
-        mSizes[groupOf[i]]++;
+        mGroups[groupOf[i]].count++;
     }
     std::vector<size_t> starts;
-    std::vector<uint32_t> next(mSizes.size());   // where a group's next record set goes
+    std::vector<uint32_t> next(mGroups.size());   // where a group's next record set goes
     uint32_t position = 0;
-    for (const uint32_t group : GroupsInKeyOrder()) {
+    for (const uint32_t group : SortByWords(static_cast<uint32_t>(mGroups.size()), *this)) {
         starts.push_back(position);
         next[group] = position;
-        position += mSizes[group];
+        position += mGroups[group].count;
     }
     for (uint32_t& group : groupOf)
         group = next[group]++;
@@ -39,31 +28,39 @@ std::vector<size_t> RecSetGrouper::SortIntoGroups(RecSetList* list)
 uint32_t RecSetGrouper::FindOrAddGroup(std::string_view key)
 {
     const uint64_t hash = HashBytes(key);
-    for (uint32_t group = mGroups.First(hash); group != HashChains::kNone;
-         group = mGroups.Next(group)) {
-        if (KeyOf(group) == key)
+    const uint64_t firstWord = TextWord(key, 0);
+    for (uint32_t group = mChains.First(hash); group != HashChains::kNone;
+         group = mChains.Next(group)) {
+        if (HasKey(mGroups[group], firstWord, key))
             return group;
     }
+    mGroups.push_back({mKeyBytes.size(), firstWord, static_cast<uint32_t>(key.size()), 0});
     mKeyBytes.append(key);
-    mKeyStarts.push_back(mKeyBytes.size());
-    mSizes.push_back(0);
-    return mGroups.Add(hash);
+    return mChains.Add(hash);
 }
 
-std::vector<uint32_t> RecSetGrouper::GroupsInKeyOrder() const
+bool RecSetGrouper::HasKey(const Group& group, uint64_t firstWord, std::string_view key) const
 {
-    std::vector<GroupEntry> entries(mSizes.size());
-    for (uint32_t group = 0; group < entries.size(); group++)
-        entries[group] = {TextPrefix(KeyOf(group)), group};
-    std::sort(entries.begin(), entries.end(), [this](const GroupEntry& a, const GroupEntry& b) {
-        return a.prefix != b.prefix ? a.prefix < b.prefix
-                                    : string::CompareBytes(KeyOf(a.group), KeyOf(b.group)) < 0;
-    });
-    std::vector<uint32_t> groups;
-    groups.reserve(entries.size());
-    for (const GroupEntry& entry : entries)
-        groups.push_back(entry.group);
-    return groups;
+    if (group.firstWord != firstWord || group.keySize != key.size())
+        return false;
+    return key.size() <= sizeof firstWord || KeyOf(group) == key;
+}
+
+uint64_t RecSetGrouper::Word(uint32_t group, SortStage stage) const
+{
+    return stage.word == 0 ? mGroups[group].firstWord : TextWord(KeyOf(mGroups[group]), stage.word);
+}
+
+bool RecSetGrouper::GoToNextStage(SortStage* stage, const SortEntry* begin,
+                                  const SortEntry* end) const
+{
+    size_t shortest = SIZE_MAX;
+    size_t longest = 0;
+    for (const SortEntry* entry = begin; entry < end; entry++) {
+        shortest = std::min<size_t>(shortest, mGroups[entry->item].keySize);
+        longest = std::max<size_t>(longest, mGroups[entry->item].keySize);
+    }
+    return GoToNextTextWord(&stage->word, shortest, longest);
 }
 
 }   // namespace vela

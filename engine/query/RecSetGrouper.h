@@ -6,13 +6,14 @@
 #include "engine/query/GroupKey.h"
 #include "engine/query/HashChains.h"
 #include "engine/query/RecSetList.h"
+#include "engine/query/WordSorter.h"
 
 namespace vela {
 
 // RecSetGrouper brings a list of record sets into groups of equal keys (see GroupKey). The groups
 // come in the order of their keys' bytes; the record sets of a group keep their order. Linear in
 // the record sets, n log n in the groups.
-class RecSetGrouper {
+class RecSetGrouper : private SortWords {
 public:
     RecSetGrouper(const std::vector<VelaExprPtr>& groupBy, const VelaEvalContext& context)
         : mKey(groupBy, context)
@@ -23,22 +24,27 @@ public:
     [[nodiscard]] std::vector<size_t> SortIntoGroups(RecSetList* list);
 
 private:
+    struct Group {
+        size_t keyStart;      // in mKeyBytes
+        uint64_t firstWord;   // of the key: all that must be looked at of a short one
+        uint32_t keySize;
+        uint32_t count;   // record sets
+    };
+
     [[nodiscard]] uint32_t FindOrAddGroup(std::string_view key);
-    [[nodiscard]] std::string_view KeyOf(uint32_t group) const
+    [[nodiscard]] bool HasKey(const Group& group, uint64_t firstWord, std::string_view key) const;
+    [[nodiscard]] std::string_view KeyOf(const Group& group) const
     {
-        return std::string_view(mKeyBytes).substr(mKeyStarts[group], KeySize(group));
+        return {mKeyBytes.data() + group.keyStart, group.keySize};
     }
-    [[nodiscard]] size_t KeySize(uint32_t group) const
-    {
-        return mKeyStarts[group + 1] - mKeyStarts[group];
-    }
-    [[nodiscard]] std::vector<uint32_t> GroupsInKeyOrder() const;
+    [[nodiscard]] uint64_t Word(uint32_t group, SortStage stage) const override;
+    [[nodiscard]] bool GoToNextStage(SortStage* stage, const SortEntry* begin,
+                                     const SortEntry* end) const override;
 
     GroupKey mKey;
-    HashChains mGroups;
-    std::string mKeyBytes;                  // of all groups
-    std::vector<size_t> mKeyStarts = {0};   // and the end
-    std::vector<uint32_t> mSizes;           // record sets per group
+    HashChains mChains;   // entry i is group i
+    std::vector<Group> mGroups;
+    std::string mKeyBytes;   // of all groups
 };
 
 }   // namespace vela

@@ -2,8 +2,6 @@
 
 #include <cstring>
 
-#include "engine/query/TextPrefix.h"
-
 namespace vela {
 
 namespace {
@@ -11,14 +9,14 @@ namespace {
 constexpr uint64_t kSignBit = uint64_t{1} << 63;
 
 // Numbers in the order of the integers; the sign bit would otherwise put the negative ones last.
-uint64_t IntegerPrefix(int32_t number)
+uint64_t IntegerWord(int32_t number)
 {
     return static_cast<uint32_t>(number) ^ 0x80000000u;
 }
 
 // The bits of a double order like the number once negative ones are complemented. Adding 0.0 makes
 // -0.0 the 0.0 that it equals. Not-a-number lands beyond the infinities; any place will do.
-uint64_t DoublePrefix(double number)
+uint64_t DoubleWord(double number)
 {
     const double normal = number + 0.0;
     uint64_t bits;
@@ -43,8 +41,21 @@ bool SortKeyColumn::Load(const VelaTempTable& table, size_t column, bool descend
         return false;
     if (mKind == Kind::kTexts && !TextsCompareAsStored())
         MakeTexts();
-    MakePrefixes();
     return true;
+}
+
+bool SortKeyColumn::GoToNextWord(size_t* word, const SortEntry* begin, const SortEntry* end) const
+{
+    if (mKind != Kind::kTexts)
+        return false;
+    size_t shortest = SIZE_MAX;
+    size_t longest = 0;
+    for (const SortEntry* entry = begin; entry < end; entry++) {
+        const size_t length = Text(entry->item).size();
+        shortest = length < shortest ? length : shortest;
+        longest = length > longest ? length : longest;
+    }
+    return GoToNextTextWord(word, shortest, longest);
 }
 
 bool SortKeyColumn::FindKind()
@@ -95,22 +106,13 @@ void SortKeyColumn::MakeTexts()
     }
 }
 
-void SortKeyColumn::MakePrefixes()
-{
-    mPrefixes.reserve(mTable->RowCount());
-    for (size_t row = 0; row < mTable->RowCount(); row++) {
-        const uint64_t prefix = AscendingPrefix(row);
-        mPrefixes.push_back(mDescending ? ~prefix : prefix);
-    }
-}
-
-uint64_t SortKeyColumn::AscendingPrefix(size_t row) const
+uint64_t SortKeyColumn::AscendingWord(uint32_t row, size_t word) const
 {
     if (mKind == Kind::kIntegers)
-        return IntegerPrefix(Cell(row).GetInteger());
+        return IntegerWord(Cell(row).GetInteger());
     if (mKind == Kind::kDoubles)
-        return DoublePrefix(Cell(row).GetDouble());
-    return TextPrefix(Text(row));
+        return DoubleWord(Cell(row).GetDouble());
+    return TextWord(Text(row), word);
 }
 
 std::string_view SortKeyColumn::Text(size_t row) const
@@ -119,12 +121,6 @@ std::string_view SortKeyColumn::Text(size_t row) const
         return Cell(row).TextView();
     const size_t start = mMadeStarts[row];
     return {mMadeTexts.data() + start, mMadeStarts[row + 1] - start};
-}
-
-int SortKeyColumn::CompareTexts(uint32_t a, uint32_t b) const
-{
-    const int order = string::CompareBytes(Text(a), Text(b));
-    return mDescending ? -order : order;
 }
 
 }   // namespace vela

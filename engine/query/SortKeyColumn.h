@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "engine/query/VelaTempTable.h"
+#include "engine/query/WordSorter.h"
 
 namespace vela {
 
-// SortKeyColumn holds one ORDER BY key of every row in a form that compares fast: 8 bytes a row
-// that order the rows by themselves where they differ. The direction is already in them: the row
-// that comes first has the smaller prefix.
+// SortKeyColumn gives one ORDER BY key of every row word by word (see WordSorter.h), the direction
+// included.
 //
 // It serves columns whose values are all Integers, all Doubles, or all of other types (compared by
 // their string forms). In a column that mixes these, the described comparison depends on which row
@@ -21,15 +21,14 @@ public:
     // False: the column mixes kinds of values; the object is then of no use.
     [[nodiscard]] bool Load(const VelaTempTable& table, size_t column, bool descending);
 
-    [[nodiscard]] uint64_t Prefix(uint32_t row) const { return mPrefixes[row]; }
-    // Below 0, 0 or above 0, where the prefixes are equal. Only texts have anything left to
-    // compare.
-    [[nodiscard]] int CompareBeyondPrefix(uint32_t a, uint32_t b) const
+    [[nodiscard]] uint64_t Word(uint32_t row, size_t word) const
     {
-        return mKind == Kind::kTexts ? CompareTexts(a, b) : 0;
+        const uint64_t ascending = AscendingWord(row, word);
+        return mDescending ? ~ascending : ascending;
     }
-    // Whether rows with equal prefixes are equal.
-    [[nodiscard]] bool PrefixIsAll() const { return mKind != Kind::kTexts; }
+    // As SortWords, within this key.
+    [[nodiscard]] bool GoToNextWord(size_t* word, const SortEntry* begin,
+                                    const SortEntry* end) const;
 
 private:
     enum class Kind { kUnknown, kIntegers, kDoubles, kTexts };
@@ -39,18 +38,15 @@ private:
     [[nodiscard]] const VelaValue& Cell(size_t row) const;
     [[nodiscard]] bool TextsCompareAsStored() const;
     void MakeTexts();
-    void MakePrefixes();
-    [[nodiscard]] uint64_t AscendingPrefix(size_t row) const;
+    [[nodiscard]] uint64_t AscendingWord(uint32_t row, size_t word) const;
     [[nodiscard]] std::string_view Text(size_t row) const;
-    [[nodiscard]] int CompareTexts(uint32_t a, uint32_t b) const;
 
     const VelaTempTable* mTable = nullptr;
     size_t mColumn = 0;
     bool mDescending = false;
     Kind mKind = Kind::kUnknown;
-    std::vector<uint64_t> mPrefixes;
-    // String forms that no value holds as they are: text i lies at mMadeStarts[i] to mMadeStarts[i
-    // + 1].
+    // String forms that no value holds as they are: text i lies at mMadeStarts[i] to
+    // mMadeStarts[i + 1].
     std::vector<char> mMadeTexts;
     std::vector<size_t> mMadeStarts;
 };

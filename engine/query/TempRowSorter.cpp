@@ -7,11 +7,6 @@ namespace vela {
 
 namespace {
 
-struct SortEntry {
-    uint64_t prefix;   // of the first key
-    uint32_t row;
-};
-
 template <class T>
 int CompareNumbers(T a, T b)
 {
@@ -27,20 +22,27 @@ int CompareCells(const VelaValue& a, const VelaValue& b)
     return a.GetString().CompareWithCase(b.GetString());
 }
 
-// What follows the first key's prefix. The row number as the last key keeps equal rows in their
-// order.
-bool ComesBefore(const std::vector<SortKeyColumn>& keys, uint32_t a, uint32_t b)
-{
-    if (const int order = keys[0].CompareBeyondPrefix(a, b))
-        return order < 0;
-    for (size_t k = 1; k < keys.size(); k++) {
-        if (keys[k].Prefix(a) != keys[k].Prefix(b))
-            return keys[k].Prefix(a) < keys[k].Prefix(b);
-        if (const int order = keys[k].CompareBeyondPrefix(a, b))
-            return order < 0;
+// The keys of rows, key column after key column.
+class RowWords : public SortWords {
+public:
+    explicit RowWords(const std::vector<SortKeyColumn>& keys) : mKeys(keys) {}
+
+    [[nodiscard]] uint64_t Word(uint32_t row, SortStage stage) const override
+    {
+        return mKeys[stage.key].Word(row, stage.word);
     }
-    return a < b;
-}
+    [[nodiscard]] bool GoToNextStage(SortStage* stage, const SortEntry* begin,
+                                     const SortEntry* end) const override
+    {
+        if (mKeys[stage->key].GoToNextWord(&stage->word, begin, end))
+            return true;
+        *stage = {stage->key + 1, 0};
+        return stage->key < mKeys.size();
+    }
+
+private:
+    const std::vector<SortKeyColumn>& mKeys;
+};
 
 std::vector<uint32_t> Identity(size_t count)
 {
@@ -66,7 +68,9 @@ std::vector<uint32_t> TempRowSorter::SortedOrder() const
     if (mTable.RowCount() < 2 || mKeys.empty())
         return Identity(mTable.RowCount());
     std::vector<SortKeyColumn> keys;
-    return LoadKeyColumns(&keys) ? SortByKeyColumns(keys) : SortByComparing();
+    if (!LoadKeyColumns(&keys))
+        return SortByComparing();
+    return SortByWords(static_cast<uint32_t>(mTable.RowCount()), RowWords(keys));
 }
 
 int TempRowSorter::Compare(uint32_t a, uint32_t b) const
@@ -87,21 +91,6 @@ bool TempRowSorter::LoadKeyColumns(std::vector<SortKeyColumn>* keys) const
             return false;
     }
     return true;
-}
-
-std::vector<uint32_t> TempRowSorter::SortByKeyColumns(const std::vector<SortKeyColumn>& keys) const
-{
-    std::vector<SortEntry> entries(mTable.RowCount());
-    for (uint32_t row = 0; row < entries.size(); row++)
-        entries[row] = {keys[0].Prefix(row), row};
-    std::sort(entries.begin(), entries.end(), [&keys](const SortEntry& a, const SortEntry& b) {
-        return a.prefix != b.prefix ? a.prefix < b.prefix : ComesBefore(keys, a.row, b.row);
-    });
-    std::vector<uint32_t> order;
-    order.reserve(entries.size());
-    for (const SortEntry& entry : entries)
-        order.push_back(entry.row);
-    return order;
 }
 
 // For columns of mixed types, in which the comparison need not be an order. A merge sort ends

@@ -33,8 +33,6 @@ private:
     };
 
     [[nodiscard]] bool LoadKeyColumns(std::vector<SortKeyColumn>* keys) const;
-    [[nodiscard]] std::vector<uint32_t> SortByKeyColumns(
-        const std::vector<SortKeyColumn>& keys) const;
     [[nodiscard]] std::vector<uint32_t> SortByComparing() const;
     void MergeRuns(const std::vector<uint32_t>& from, size_t runSize,
                    std::vector<uint32_t>* to) const;

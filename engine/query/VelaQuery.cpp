@@ -1,8 +1,10 @@
 #include "engine/query/VelaQuery.h"
 
+#include "engine/query/AggregateState.h"
 #include "engine/query/DistinctRows.h"
 #include "engine/query/RecSetEnumerator.h"
 #include "engine/query/RecSetGrouper.h"
+#include "engine/query/VExprAggregate.h"
 
 namespace vela {
 
@@ -21,6 +23,14 @@ VelaEvalContext GroupContext(const VelaEvalContext& context, const VelaRecSetGro
     result.recSet = nullptr;
     result.group = &group;
     return result;
+}
+
+bool IsCountOfAll(const VelaExpr& expr)
+{
+    if (expr.Kind() != ExprKind::kAggregate)
+        return false;
+    const auto& aggregate = static_cast<const VExprAggregate&>(expr);
+    return aggregate.Func() == kFuncCount && aggregate.Operand() == nullptr;
 }
 
 void DropUnlessNew(DistinctRows* distinctRows, VelaTempTable* result)
@@ -98,6 +108,10 @@ void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) c
 
 void VelaQuery::AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* result) const
 {
+    if (mGroupBy.empty() && CountsOnly()) {
+        AddCountRow(recSets, result);
+        return;
+    }
     RecSetList list(mTables.size());
     CollectRecSets(recSets, &list);
     if (!mGroupBy.empty()) {
@@ -106,6 +120,24 @@ void VelaQuery::AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* resul
     }
     const VelaRecSetGroup all = list.Group(0, list.Count());
     EvaluateOutputs(GroupContext(recSets->Context(), all), result->AppendRow(nullptr));
+}
+
+// Whether every output is COUNT(*): then no record set need be kept.
+bool VelaQuery::CountsOnly() const
+{
+    for (const VelaExprPtr& output : mOutputs) {
+        if (!IsCountOfAll(*output))
+            return false;
+    }
+    return true;
+}
+
+void VelaQuery::AddCountRow(RecSetEnumerator* recSets, VelaTempTable* result) const
+{
+    const VelaValue count = CountValue(recSets->CountRest());
+    VelaValue* row = result->AppendRow(nullptr);
+    for (size_t i = 0; i < mOutputs.size(); i++)
+        row[i] = count;
 }
 
 void VelaQuery::AddGroupRows(const VelaEvalContext& context, RecSetList* list,

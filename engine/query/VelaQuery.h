@@ -56,6 +56,8 @@ private:
     [[nodiscard]] bool IsAggregateQuery() const;
     void AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
     void AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    [[nodiscard]] bool CountsOnly() const;
+    void AddCountRow(RecSetEnumerator* recSets, VelaTempTable* result) const;
     void AddGroupRows(const VelaEvalContext& context, RecSetList* list,
                       VelaTempTable* result) const;
     [[nodiscard]] bool HavingKeeps(const VelaEvalContext& context) const;

@@ -28,7 +28,7 @@ public:
     MemoryTable& Row(uint32_t rowID, std::vector<Cell> cells);
     // From now on, Columns() answers.
     MemoryTable& OfferColumns();
-    // From now on, FindRowsByIndex answers for that column, while all its cells can be read and have
+    // From now on, FindRowsByIndex answers for that column, while all cells can be read and have
     // its type.
     MemoryTable& OfferIndex(long number);
 
@@ -37,6 +37,7 @@ public:
     [[nodiscard]] const VelaColumnInfo* Column(long number) const override;
     [[nodiscard]] size_t QtyRows() override { return mRows.size(); }
     void GetRowIDs(SimpleVector<uint32_t>* rowIDs) override;
+    [[nodiscard]] bool HasRow(uint32_t rowID) override { return mRows.count(rowID) > 0; }
     bool GetValue(uint32_t rowID, long number, VelaValue* value) override;
     // Writes the values and notes "rowID: column id=text ..." in updates.
     bool UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership) override;

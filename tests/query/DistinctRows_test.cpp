@@ -1,0 +1,147 @@
+#include "engine/query/DistinctRows.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "tests/query/ExprTesting.h"
+
+namespace vela {
+
+namespace {
+
+using Values = std::vector<VelaValue>;
+
+VelaValue Int(int32_t number)
+{
+    return VelaValue::Integer(number);
+}
+
+VelaValue Dbl(double number)
+{
+    return VelaValue::Double(number);
+}
+
+// Adds rows of one column as a query does; whether each was new.
+std::vector<bool> Feed(const Values& values)
+{
+    VelaTempTable table;
+    table.AddColumn("c", kTypeNone);
+    DistinctRows distinctRows(table);
+    std::vector<bool> isNew;
+    for (const VelaValue& value : values) {
+        table.AppendRow(nullptr)[0] = value;
+        isNew.push_back(distinctRows.IsNew());
+        if (!isNew.back())
+            table.RemoveLastRow();
+    }
+    return isNew;
+}
+
+}   // namespace
+
+TEST(DistinctRows, NewRowIsAskedWhetherItEqualsAnEarlierOne)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const VelaValue null = VelaValue::Null(kTypeNone);
+    const struct {
+        VelaValue earlier, later;
+        bool isNew;
+        const char* why;
+    } cases[] = {
+        {Int(1), Int(1), false, "equal"},
+        {Int(1), Int(2), true, "unequal"},
+        {Int(1), VelaValue::Boolean(true), false, "a Boolean compares its integer"},
+        {VelaValue::Boolean(true), Int(1), false, "and an Integer with it"},
+        {Int(0), null, true, "null is not 0"},
+        {null, Int(0), true, "nor is 0 null"},
+        {null, VelaValue::Null(kTypeDate), false, "null equals null of any type"},
+        {Dbl(0.0), Dbl(-0.0), false, "zeros"},
+        {Dbl(nan), Dbl(nan), true, "not-a-number equals nothing"},
+        {Int(2), Dbl(2.0), true, "a Double reads the Integer's payload"},
+        {Dbl(2.5), Int(2), false, "an Integer reads the Double's integer"},
+        {Int(0), Dbl(0.0), false, "the payload of 0 is 0.0"},
+        {Text("a"), Text("a"), false, "texts"},
+        {Text("a"), Text("A"), true, "case counts"},
+        {Text("a"), Binary("a"), false, "Binary by text"},
+        {Text("5x"), Int(5), false, "an Integer reads the text's number"},
+        {Int(5), Text("5"), false, "a text is compared with the display form"},
+        {Int(5), Text("5x"), true, "which has no x"},
+        {Date("2020-01-01"), Date("2020-01-01"), true, "a Date never equals a Date"},
+        {Date("2020-01-01"), Text("DATE 2020-01-01"), false, "but a text its display form"},
+        {Text("2020-01-01"), Date("2020-01-01"), false, "and it a text without the prefix"},
+        {Date("DATE 1"), Date("DATE 1"), true, "DATE 1 is not DATE DATE 1"},
+        {Date("1"), Date("DATE 1"), false, "a stored text with a prefix, made by hand"},
+        {VelaValue::Boolean(true), Text("TRUE"), false, "display form of a Boolean"},
+        {Text("TRUE"), VelaValue::Boolean(true), true, "whose integer the text doesn't have"},
+    };
+    for (const auto& c : cases) {
+        const auto isNew = Feed({c.earlier, c.later});
+        EXPECT_TRUE(isNew[0]);
+        EXPECT_EQ(c.isNew, isNew[1]) << c.why;
+    }
+}
+
+TEST(DistinctRows, MixingTypesLaterStillFindsTheRowsBefore)
+{
+    Values values;
+    for (int i = 0; i < 100; i++)
+        values.push_back(Int(i));
+    values.push_back(Text("50"));    // equals the Integer's display form
+    values.push_back(Text("050"));   // equals none
+    values.push_back(Int(50));
+    values.push_back(Int(100));
+    const auto isNew = Feed(values);
+    for (size_t i = 0; i < 100; i++)
+        EXPECT_TRUE(isNew[i]);
+    EXPECT_FALSE(isNew[100]);
+    EXPECT_TRUE(isNew[101]);
+    EXPECT_FALSE(isNew[102]);
+    EXPECT_TRUE(isNew[103]);
+}
+
+// Every value twice and more, of one type at a time, against asking all rows before.
+TEST(DistinctRows, AgreesWithComparingAllRows)
+{
+    std::mt19937 random(5);
+    const Values pools[] = {
+        {Int(1), Int(2), VelaValue::Null(kTypeInteger), VelaValue::Boolean(true), Int(0)},
+        {Text("a"), Text("b"), Text(""), Text("NULL"), VelaValue::Null(kTypeString), Binary("a")},
+        {Dbl(1), Dbl(0.0), Dbl(-0.0), Dbl(std::numeric_limits<double>::quiet_NaN())},
+        {Date("2020-01-01"), Date("2020-01-02"), VelaValue::Null(kTypeDate)},
+        {Int(1), Text("1"), Dbl(1), Date("1"), VelaValue::Null(kTypeNone)},
+    };
+    for (int repeat = 0; repeat < 200; repeat++) {
+        VelaTempTable table;
+        table.AddColumn("a", kTypeNone);
+        table.AddColumn("b", kTypeNone);
+        DistinctRows distinctRows(table);
+        const Values& first = pools[random() % std::size(pools)];
+        const Values& second = pools[random() % std::size(pools)];
+        for (int i = 0; i < 40; i++) {
+            VelaValue* row = table.AppendRow(nullptr);
+            row[0] = first[random() % first.size()];
+            row[1] = second[random() % second.size()];
+            bool isNew = true;
+            for (size_t j = 0; j + 1 < table.RowCount(); j++) {
+                const VelaValue* other = table.RowValues(j);
+                isNew = isNew && !(row[0].Equals(other[0]) && row[1].Equals(other[1]));
+            }
+            ASSERT_EQ(isNew, distinctRows.IsNew())
+                << Shown(row[0]) << ", " << Shown(row[1]) << ", seed 5, repeat " << repeat;
+            if (!isNew)
+                table.RemoveLastRow();
+        }
+    }
+}
+
+// A million dates, none equal to any: each look-up must be quick all the same.
+TEST(DistinctRows, RowsThatEqualNothingDontPileUp)
+{
+    const auto isNew = Feed(Values(200000, Date("2020-01-01")));
+    for (const bool each : isNew)
+        ASSERT_TRUE(each);
+}
+
+}   // namespace vela

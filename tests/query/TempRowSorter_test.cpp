@@ -1,0 +1,235 @@
+#include "engine/query/TempRowSorter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+
+#include "tests/query/ExprTesting.h"
+
+namespace vela {
+
+namespace {
+
+using Column = std::vector<VelaValue>;
+
+VelaTempTable& Fill(VelaTempTable& table, const std::vector<Column>& rows)
+{
+    for (size_t i = 0; i < rows[0].size(); i++)
+        table.AddColumn("c", kTypeNone);
+    for (const Column& row : rows) {
+        VelaValue* values = table.AppendRow(nullptr);
+        std::copy(row.begin(), row.end(), values);
+    }
+    return table;
+}
+
+std::vector<uint32_t> Order(const VelaTempTable& table, SimpleVector<long> columns,
+                            SimpleVector<long> directions)
+{
+    return TempRowSorter(table, columns, directions).SortedOrder();
+}
+
+std::vector<Column> OneColumn(const Column& values)
+{
+    std::vector<Column> rows;
+    for (const VelaValue& value : values)
+        rows.push_back({value});
+    return rows;
+}
+
+VelaValue Int(int32_t number)
+{
+    return VelaValue::Integer(number);
+}
+
+VelaValue Dbl(double number)
+{
+    return VelaValue::Double(number);
+}
+
+}   // namespace
+
+TEST(TempRowSorter, ValuesOfOneTypeComeInTheirOrder)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    const struct {
+        const char* why;
+        Column ascending;   // no two equal
+    } cases[] = {
+        {"integers by sign and size",
+         {Int(INT32_MIN), Int(-2), Int(-1), Int(0), Int(1), Int(256), Int(INT32_MAX)}},
+        {"doubles",
+         {Dbl(-infinity), Dbl(-1e300), Dbl(-2.5), Dbl(-1e-300), Dbl(0.0), Dbl(5e-324), Dbl(2.5),
+          Dbl(1e300), Dbl(infinity)}},
+        {"texts: bytes unsigned, shorter first",
+         {Text(""), Text("A"), Text("B"), Text("a"), Text("ab"), Text("abc"), Text("b"),
+          Text("\xC3\xA9"), Text("\xFF")}},
+        {"texts that differ beyond 8 and 16 bytes",
+         {Text("abcdefgh"), Text("abcdefgh0"), Text("abcdefgh1"), Text("abcdefghabcdefgh"),
+          Text("abcdefghabcdefghi"), Text("abcdefghabcdefghj")}},
+        {"NUL bytes count",
+         {Text("a"), VelaValue::String(string("a\0", 2, kEncodingUTF8)),
+          VelaValue::String(string("a\0\0", 3, kEncodingUTF8)),
+          VelaValue::String(string("a\0b", 3, kEncodingUTF8)), Text("ab")}},
+        {"string forms: FALSE, NULL, TRUE",
+         {VelaValue::Boolean(false), VelaValue::Null(kTypeBoolean), VelaValue::Boolean(true)}},
+        {"dates by text", {Date("1999-12-31"), Date("2020-01-01"), Date("2020-01-02")}},
+        {"a null date is NULL, behind DATE", {Date("1999-12-31"), VelaValue::Null(kTypeDate)}},
+        {"a null time is NULL, before TIME", {VelaValue::Null(kTypeTime), Time("00:00:00")}},
+        {"a null string is NULL among the texts",
+         {Text("NUL"), VelaValue::Null(kTypeString), Text("NULLS"), Text("a")}},
+        {"a null integer is 0", {Int(-1), VelaValue::Null(kTypeInteger), Int(1)}},
+        {"a null double is 0", {Dbl(-0.5), VelaValue::Null(kTypeDouble), Dbl(0.5)}},
+        {"string forms of several types",
+         {Text("1"), Date("2020-01-01"), VelaValue::Boolean(false), VelaValue::Null(kTypeNone),
+          Time("00:00:00"), Text("a")}},
+    };
+    std::mt19937 random(1);
+    for (const auto& c : cases) {
+        for (int repeat = 0; repeat < 20; repeat++) {
+            std::vector<uint32_t> shuffled(c.ascending.size());
+            for (uint32_t i = 0; i < shuffled.size(); i++)
+                shuffled[i] = i;
+            std::shuffle(shuffled.begin(), shuffled.end(), random);
+            Column values;
+            for (const uint32_t i : shuffled)
+                values.push_back(c.ascending[i]);
+            VelaTempTable table;
+            Fill(table, OneColumn(values));
+            const auto up = Order(table, {0}, {1});
+            const auto down = Order(table, {0}, {-1});
+            for (uint32_t i = 0; i < up.size(); i++) {
+                EXPECT_EQ(i, shuffled[up[i]]) << c.why << ", seed 1, shuffle " << repeat;
+                EXPECT_EQ(up.size() - 1 - i, shuffled[down[i]]) << c.why << ", descending";
+            }
+        }
+    }
+}
+
+TEST(TempRowSorter, EqualRowsKeepTheirOrderInBothDirections)
+{
+    const Column cases[] = {
+        {Int(1), Int(0), Int(1), Int(0), Int(1)},
+        {Dbl(0.0), Dbl(-1), Dbl(-0.0), Dbl(-1), VelaValue::Null(kTypeDouble)},
+        {Text("b"), Text("a"), Text("b"), Text("a"), Text("b")},
+        {VelaValue::Boolean(true), VelaValue::Boolean(false), VelaValue::Boolean(true),
+         VelaValue::Boolean(false), VelaValue::Boolean(true)},
+        {Int(1), VelaValue::Null(kTypeInteger), Int(1), Int(0), Int(1)},
+    };
+    for (const Column& values : cases) {
+        VelaTempTable table;
+        Fill(table, OneColumn(values));
+        EXPECT_EQ((std::vector<uint32_t>{1, 3, 0, 2, 4}), Order(table, {0}, {1}))
+            << Shown(values[0]);
+        EXPECT_EQ((std::vector<uint32_t>{0, 2, 4, 1, 3}), Order(table, {0}, {-1}))
+            << Shown(values[0]);
+    }
+}
+
+TEST(TempRowSorter, LaterKeysDecideAmongEqualOnesAlone)
+{
+    VelaTempTable table;
+    Fill(table, {{Int(2), Text("same long text 1"), Dbl(1)},
+                 {Int(1), Text("same long text 1"), Dbl(2)},
+                 {Int(2), Text("same long text 0"), Dbl(3)},
+                 {Int(1), Text("same long text 1"), Dbl(4)},
+                 {Int(2), Text("same long text 1"), Dbl(5)}});
+    EXPECT_EQ((std::vector<uint32_t>{1, 3, 2, 0, 4}), Order(table, {0, 1}, {1, 1}));
+    EXPECT_EQ((std::vector<uint32_t>{0, 4, 2, 1, 3}), Order(table, {0, 1}, {-1, -1}));
+    EXPECT_EQ((std::vector<uint32_t>{3, 1, 2, 4, 0}), Order(table, {0, 1, 2}, {1, 1, -1}));
+    EXPECT_EQ((std::vector<uint32_t>{2, 4, 0, 3, 1}), Order(table, {1, 0, 2}, {1, -1, -1}));
+}
+
+TEST(TempRowSorter, MissingColumnsAreNoKeys)
+{
+    VelaTempTable table;
+    Fill(table, OneColumn({Int(2), Int(1)}));
+    EXPECT_EQ((std::vector<uint32_t>{0, 1}), Order(table, {}, {}));
+    EXPECT_EQ((std::vector<uint32_t>{0, 1}), Order(table, {1}, {1}));
+    EXPECT_EQ((std::vector<uint32_t>{0, 1}), Order(table, {-1}, {1}));
+    EXPECT_EQ((std::vector<uint32_t>{1, 0}), Order(table, {7, 0}, {1, 1}));
+}
+
+// In mixed columns the comparison contradicts itself (5 > 'a' and 'a' > 5). Whatever comes out, it
+// is every row once, and it does come out.
+TEST(TempRowSorter, MixedTypesAndNotANumberLoseNoRow)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Column values = {Int(5),    Text("a"), Dbl(nan),  Dbl(1), VelaValue::Null(kTypeNone),
+                           Dbl(-nan), Int(-1),   Text("7"), Dbl(0), Date("2020-01-01")};
+    const Column numbers = {Dbl(nan), Dbl(1), Dbl(nan), Dbl(-nan), Dbl(-5), Dbl(0)};
+    std::mt19937 random(7);
+    for (const Column& pool : {values, numbers}) {
+        for (uint32_t count : {2u, 3u, 17u, 100u, 1000u}) {
+            Column column;
+            for (uint32_t i = 0; i < count; i++)
+                column.push_back(pool[random() % pool.size()]);
+            VelaTempTable table;
+            Fill(table, OneColumn(column));
+            auto order = Order(table, {0}, {1});
+            std::sort(order.begin(), order.end());
+            ASSERT_EQ(count, order.size());
+            for (uint32_t i = 0; i < count; i++)
+                EXPECT_EQ(i, order[i]) << "seed 7, " << count << " rows";
+        }
+    }
+}
+
+TEST(TempRowSorter, CompareAsksTheTypeOfTheFirstRow)
+{
+    VelaTempTable table;
+    Fill(table, OneColumn({Int(5), Text("a"), Dbl(5.5), Text("5")}));
+    const TempRowSorter up(table, {0}, {1});
+    const TempRowSorter down(table, {0}, {-1});
+    const struct {
+        uint32_t a, b;
+        int order;
+        const char* why;
+    } cases[] = {
+        {0, 1, 1, "5 > 0, what 'a' is as an integer"},
+        {1, 0, 1, "'a' > '5' as texts"},
+        {0, 2, 0, "5.5 is 5 as an integer"},
+        {2, 0, 1, "5.5 > 5.0 as doubles"},
+        {0, 3, 0, "'5' is 5"},
+        {3, 0, 0, "'5' = '5'"},
+    };
+    for (const auto& c : cases) {
+        const int order = up.Compare(c.a, c.b);
+        EXPECT_EQ(c.order, (order > 0) - (order < 0)) << c.why;
+        EXPECT_EQ(-order, down.Compare(c.a, c.b)) << c.why;
+    }
+}
+
+// All texts of up to 3 letters over NUL, 'a' and 0xFF, behind beginnings of every length around the
+// size of a word, against string::Compare.
+TEST(TempRowSorter, TextsOrderAsCompareSays)
+{
+    std::vector<std::string> endings = {""};
+    for (size_t i = 0; endings[i].size() < 3; i++) {
+        for (const char letter : {'\0', 'a', '\xFF'})
+            endings.push_back(endings[i] + letter);
+    }
+    Column values;
+    for (size_t beginning = 6; beginning <= 9; beginning++) {
+        for (const std::string& ending : endings) {
+            const std::string text = std::string(beginning, 'a') + ending;
+            values.push_back(VelaValue::String(string(std::string_view(text), kEncodingUTF8)));
+        }
+    }
+    std::shuffle(values.begin(), values.end(), std::mt19937(3));
+    VelaTempTable table;
+    Fill(table, OneColumn(values));
+    const auto order = Order(table, {0}, {1});
+    for (size_t i = 1; i < order.size(); i++) {
+        const string a = values[order[i - 1]].GetString();
+        const string b = values[order[i]].GetString();
+        const int compared = a.Compare(b);
+        EXPECT_TRUE(compared < 0 || (compared == 0 && order[i - 1] < order[i]))
+            << "'" << a.CString() << "' (" << a.length() << ") before '" << b.CString() << "' ("
+            << b.length() << "), seed 3";
+    }
+}
+
+}   // namespace vela

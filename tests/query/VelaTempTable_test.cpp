@@ -1,0 +1,236 @@
+#include "engine/query/VelaTempTable.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/query/ExprTesting.h"
+
+namespace vela {
+
+namespace {
+
+// A row buffer whose values the test owns.
+struct Buffer {
+    explicit Buffer(const std::vector<VelaValue>& contents)
+    {
+        for (const VelaValue& value : contents)
+            values.emplace_back(value, 99);
+        for (VelaValueWithID& value : values)
+            row.push_back(&value);
+    }
+
+    std::vector<VelaValueWithID> values;
+    VelaRow row;
+};
+
+std::string ShownCell(VelaTempTable* table, uint32_t row, long column)
+{
+    VelaValue value = VelaValue::Integer(-77);
+    return table->GetValue(row, column, &value) ? Shown(value) : "none, " + Shown(value);
+}
+
+void AddInteger(VelaTempTable* table, int32_t number)
+{
+    Buffer buffer({VelaValue::Integer(number)});
+    table->AddRow(buffer.row, false);
+}
+
+}   // namespace
+
+TEST(VelaTempTable, RowsAreCopiesAtTheirPositions)
+{
+    VelaTempTable table;
+    table.AddColumn("a", kTypeInteger);
+    table.AddColumn("b", kTypeString);
+    Buffer buffer({VelaValue::Integer(1), Text("x")});
+    EXPECT_EQ(0u, table.AddRow(buffer.row, false));
+    buffer.values[0].SetInteger(2);
+    EXPECT_EQ(1u, table.AddRow(buffer.row, false));
+
+    EXPECT_EQ("Integer 1", ShownCell(&table, 0, 0));
+    EXPECT_EQ("String x", ShownCell(&table, 0, 1));
+    EXPECT_EQ("Integer 2", ShownCell(&table, 1, 0));
+    EXPECT_EQ(2u, table.QtyRows());
+    SimpleVector<uint32_t> rowIDs{7};
+    table.GetRowIDs(&rowIDs);
+    ASSERT_EQ(2u, rowIDs.size());
+    EXPECT_EQ(0u, rowIDs[0]);
+    EXPECT_EQ(1u, rowIDs[1]);
+    EXPECT_TRUE(table.HasRow(1));
+    EXPECT_FALSE(table.HasRow(2));
+}
+
+TEST(VelaTempTable, GetValueOutsideFailsAndLeavesTheValue)
+{
+    VelaTempTable table;
+    table.AddColumn("a", kTypeInteger);
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, 0)) << "no row at all";
+    AddInteger(&table, 5);
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 1, 0));
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, -1));
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, 1));
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, kInvalidRowID, 0));
+}
+
+TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
+{
+    VelaTempTable table;
+    table.AddColumn("a", kTypeInteger);
+    table.AddColumn("b", kTypeInteger);
+    const std::vector<VelaValue> three(3, VelaValue::Integer(3));
+    for (const size_t width : {2u, 1u, 3u, 2u, 0u}) {
+        Buffer buffer(
+            std::vector<VelaValue>(three.begin(), three.begin() + static_cast<long>(width)));
+        const uint32_t row = table.AddRow(buffer.row, false);
+        for (long column = 0; column < 4; column++) {
+            const bool isThere = column < static_cast<long>(width);
+            EXPECT_EQ(isThere ? "Integer 3" : "none, Integer -77", ShownCell(&table, row, column))
+                << "width " << width << ", column " << column;
+        }
+    }
+    EXPECT_EQ("Integer 3", ShownCell(&table, 0, 1)) << "the first row kept its width";
+}
+
+TEST(VelaTempTable, TakenValuesAreFreedAndTheListEmptied)
+{
+    VelaTempTable table;
+    table.AddColumn("a", kTypeString);
+    VelaRow row;
+    row.push_back(new VelaValueWithID(Text("mine"), 1));
+    table.AddRow(row, true);
+    EXPECT_TRUE(row.empty());
+    EXPECT_EQ("String mine", ShownCell(&table, 0, 0));
+}
+
+TEST(VelaTempTable, ReadersCantChangeIt)
+{
+    VelaTempTable table;
+    table.AddColumn("a", kTypeInteger);
+    AddInteger(&table, 5);
+    Buffer buffer({VelaValue::Integer(6)});
+    EXPECT_FALSE(table.UpdateRow(0, buffer.row, false));
+    table.DeleteRow(0);
+    EXPECT_EQ("Integer 5", ShownCell(&table, 0, 0));
+    EXPECT_EQ(1u, table.QtyRows());
+    EXPECT_FALSE(table.AddIndex("i", SimpleVector<uint32_t>{0}));
+}
+
+TEST(VelaTempTable, ColumnsAreDescribedByNumber)
+{
+    VelaTempTable table;
+    table.AddColumn("a", kTypeDate);
+    table.AddColumn("b", kTypeNone);
+    ASSERT_NE(nullptr, table.Column(0));
+    EXPECT_EQ(string("a"), table.Column(0)->name);
+    EXPECT_EQ(kTypeDate, table.Column(0)->Type());
+    EXPECT_EQ(kTypeNone, table.Column(1)->Type());
+    EXPECT_EQ(nullptr, table.Column(-1));
+    EXPECT_EQ(nullptr, table.Column(2));
+    EXPECT_EQ(1, table.FindColumnNumber(1));
+    EXPECT_EQ(-1, table.FindColumnNumber(2));
+    EXPECT_TRUE(table.TableName().empty());
+}
+
+TEST(VelaTempTable, SourceIsToldOnlyOfRowsThatHaveOne)
+{
+    VelaTempTable table(2);
+    table.AddColumn("a", kTypeInteger);
+    Buffer buffer({VelaValue::Integer(1)});
+    const uint32_t first[] = {11, 12};
+    const uint32_t third[] = {31, 32};
+    const VelaRecSet firstSource(first);
+    const VelaRecSet thirdSource(third);
+    table.AddRow(buffer.row, false, &firstSource);
+    table.AddRow(buffer.row, false);
+    table.AddRow(buffer.row, false, &thirdSource);
+
+    ASSERT_TRUE(table.GetSourceRecSet(0).has_value());
+    EXPECT_EQ(12u, table.GetSourceRecSet(0)->RowID(1));
+    EXPECT_FALSE(table.GetSourceRecSet(1).has_value());
+    ASSERT_TRUE(table.GetSourceRecSet(2).has_value());
+    EXPECT_EQ(31u, table.GetSourceRecSet(2)->RowID(0));
+    EXPECT_FALSE(table.GetSourceRecSet(-1).has_value());
+    EXPECT_FALSE(table.GetSourceRecSet(3).has_value());
+}
+
+TEST(VelaTempTable, NoSourceAtAllBeforeTheFirstOne)
+{
+    VelaTempTable table(1);
+    table.AddColumn("a", kTypeInteger);
+    AddInteger(&table, 1);
+    EXPECT_FALSE(table.GetSourceRecSet(0).has_value());
+    const uint32_t rowID = 9;
+    const VelaRecSet source(&rowID);
+    table.AppendRow(&source);
+    EXPECT_FALSE(table.GetSourceRecSet(0).has_value());
+    EXPECT_EQ(9u, table.GetSourceRecSet(1)->RowID(0));
+}
+
+TEST(VelaTempTable, RowOfAQueryWithoutTablesHasAnEmptySource)
+{
+    VelaTempTable table(0);
+    const VelaRecSet source;
+    table.AppendRow(&source);
+    EXPECT_TRUE(table.GetSourceRecSet(0).has_value());
+}
+
+TEST(VelaTempTable, RemoveLastRowLeavesNothingBehind)
+{
+    VelaTempTable table(1);
+    table.AddColumn("a", kTypeString);
+    const uint32_t rowIDs[] = {1, 2, 3};
+    const VelaRecSet sources[] = {VelaRecSet(&rowIDs[0]), VelaRecSet(&rowIDs[1]),
+                                  VelaRecSet(&rowIDs[2])};
+    table.AppendRow(&sources[0])[0] = Text("kept");
+    table.AppendRow(&sources[1])[0] = Text("removed");
+    table.RemoveLastRow();
+    EXPECT_EQ(1u, table.QtyRows());
+    VelaValue* fresh = table.AppendRow(&sources[2]);
+    EXPECT_TRUE(fresh[0].IsNull()) << "the place is used again, but not what it held";
+    EXPECT_EQ(kTypeNone, fresh[0].GetType());
+    EXPECT_EQ("String kept", ShownCell(&table, 0, 0));
+    EXPECT_EQ(1u, table.GetSourceRecSet(0)->RowID(0));
+    EXPECT_EQ(3u, table.GetSourceRecSet(1)->RowID(0));
+}
+
+TEST(VelaTempTable, ManyRowsStayWhereTheyAre)
+{
+    VelaTempTable table;
+    for (int i = 0; i < 3; i++)
+        table.AddColumn("a", kTypeInteger);
+    VelaValue* first = table.AppendRow(nullptr);
+    first[2].SetInteger(-1);
+    constexpr uint32_t kRows = 50000;   // many blocks, which rows of 3 don't fill evenly
+    for (uint32_t row = 1; row < kRows; row++)
+        table.AppendRow(nullptr)[2].SetInteger(static_cast<int32_t>(row));
+    EXPECT_EQ(first, table.RowValues(0));
+    for (uint32_t row = 1; row < kRows; row++)
+        ASSERT_EQ(static_cast<int32_t>(row), table.RowValues(row)[2].GetInteger());
+    EXPECT_EQ(-1, first[2].GetInteger());
+}
+
+TEST(VelaTempTable, SortTakesWidthsAndSourcesAlong)
+{
+    VelaTempTable table(1);
+    table.AddColumn("a", kTypeInteger);
+    const uint32_t rowIDs[] = {30, 10, 20};
+    for (const uint32_t& rowID : rowIDs) {
+        const VelaRecSet source(&rowID);
+        Buffer buffer({VelaValue::Integer(static_cast<int32_t>(rowID))});
+        VelaValueWithID more(Text("wide"), 5);
+        if (rowID == 10)
+            buffer.row.push_back(&more);
+        table.AddRow(buffer.row, false, &source);
+    }
+    table.Sort(SimpleVector<long>{0}, SimpleVector<long>{1});
+    const int32_t expected[] = {10, 20, 30};
+    for (uint32_t row = 0; row < 3; row++) {
+        EXPECT_EQ("Integer " + std::to_string(expected[row]), ShownCell(&table, row, 0));
+        EXPECT_EQ(static_cast<uint32_t>(expected[row]), table.GetSourceRecSet(row)->RowID(0));
+    }
+    EXPECT_EQ("String wide", ShownCell(&table, 0, 1));
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 1, 1));
+    AddInteger(&table, 5);
+    EXPECT_EQ("Integer 5", ShownCell(&table, 3, 0)) << "rows added after a sort come last";
+}
+
+}   // namespace vela

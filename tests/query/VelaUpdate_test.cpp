@@ -1,0 +1,129 @@
+#include "engine/query/VelaUpdate.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/query/VExprCompare.h"
+#include "engine/query/VExprMath.h"
+#include "tests/query/ExprTesting.h"
+#include "tests/query/MemoryTable.h"
+
+namespace vela {
+
+namespace {
+
+using test::MemoryTable;
+using Notes = std::vector<std::string>;
+
+VelaValue Int(int32_t number)
+{
+    return VelaValue::Integer(number);
+}
+
+// Rows 3, 1, 2; column 2 of row 2 can't be read.
+class VelaUpdateTest : public testing::TestWithParam<bool> {
+protected:
+    void SetUp() override
+    {
+        table.AddColumn("a", kTypeInteger).AddColumn("b", kTypeInteger);
+        table.Row(3, {Int(30), Int(300)});
+        table.Row(1, {Int(10), Int(100)});
+        table.Row(2, {Int(20), std::nullopt});
+        if (GetParam())
+            table.OfferColumns();
+    }
+    const VelaColumnInfo& Column(long number) { return *table.Column(number); }
+    static VelaExprPtr Plus(uint32_t column, int number)
+    {
+        return std::make_unique<VExprMath>(ExprField(0, column), '+', Expr(number));
+    }
+    static VelaExprPtr Above(uint32_t column, int number)
+    {
+        return std::make_unique<VExprCompare>(ExprField(0, column), kOpGreater, Expr(number));
+    }
+
+    MemoryTable table{"t"};
+    VelaUpdate update{nullptr, &table};
+};
+
+}   // namespace
+
+INSTANTIATE_TEST_SUITE_P(RowsAndColumns, VelaUpdateTest, testing::Bool(),
+                         [](const auto& kind) { return kind.param ? "columns" : "rows"; });
+
+TEST_P(VelaUpdateTest, ConstantGoesToEveryRowInOrder)
+{
+    update.AddTarget(Column(1), Expr(5));
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_EQ((Notes{"3: 1=5", "1: 1=5", "2: 1=5"}), table.updates);
+}
+
+TEST_P(VelaUpdateTest, ConstantIsComputedOnce)
+{
+    int evaluations = 0;
+    auto scripted = std::make_unique<ScriptedExpr>();
+    scripted->flag = true;
+    scripted->left = {Int(8)};
+    scripted->evaluations = &evaluations;
+    update.AddTarget(Column(1), std::move(scripted));
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_EQ(3u, table.updates.size());
+    EXPECT_EQ(1, evaluations);
+}
+
+TEST_P(VelaUpdateTest, ValueOfTheRowIsComputedForEach)
+{
+    update.AddTarget(Column(1), Plus(1, 1));
+    update.AddTarget(Column(2), Plus(1, 2));   // sees the row as it was, not the first target's
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_EQ((Notes{"3: 1=31 2=32", "1: 1=11 2=12", "2: 1=21 2=22"}), table.updates);
+}
+
+TEST_P(VelaUpdateTest, ValueThatCantBeComputedStopsAtItsRow)
+{
+    update.AddTarget(Column(1), Plus(2, 1));
+    EXPECT_FALSE(update.RunUpdate());
+    EXPECT_EQ((Notes{"3: 1=301", "1: 1=101"}), table.updates) << "row 2 and what follows stays";
+}
+
+TEST_P(VelaUpdateTest, WithoutValueTheColumnGetsItsDefault)
+{
+    VelaColumnInfo column = Column(1);
+    column.defaultValue = Int(77);
+    update.AddTarget(column, nullptr);
+    update.AddTarget(Column(2), nullptr);
+    update.SetWhere(Above(1, 25));
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_EQ((Notes{"3: 1=77 2=NULL"}), table.updates);
+}
+
+TEST_P(VelaUpdateTest, WhereChoosesBeforeAnythingIsWritten)
+{
+    update.AddTarget(Column(1), Expr(0));
+    update.SetWhere(Above(1, 15));
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_EQ((Notes{"3: 1=0", "2: 1=0"}), table.updates);
+}
+
+TEST_P(VelaUpdateTest, NoRowIsNoFailure)
+{
+    update.AddTarget(Column(1), Plus(2, 1));
+    update.SetWhere(Above(1, 99));
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_TRUE(table.updates.empty());
+}
+
+TEST_P(VelaUpdateTest, NothingToSetIsNoFailure)
+{
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_TRUE(table.updates.empty());
+}
+
+TEST(VelaUpdate, NeedsATable)
+{
+    VelaUpdate update(nullptr, nullptr);
+    EXPECT_FALSE(update.RunUpdate());
+    update.AddTarget(RowIDColumn(), Expr(1));
+    EXPECT_FALSE(update.RunUpdate());
+}
+
+}   // namespace vela
