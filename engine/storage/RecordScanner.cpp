@@ -11,7 +11,10 @@ namespace vela {
 
 namespace {
 
-constexpr size_t kBlockSize = size_t{1} << 18;
+// Blocks grow, so that looking at the first records of a file is cheap and reading it all is too.
+constexpr size_t kFirstBlockSize = size_t{1} << 12;
+constexpr size_t kLargestBlockSize = size_t{1} << 18;
+constexpr size_t kBlockGrowth = 4;
 
 }   // namespace
 
@@ -35,7 +38,10 @@ void ReportRecordError(RecordError error)
 }
 
 RecordScanner::RecordScanner(RandomAccessMechanism* file)
-    : mFile(file), mLength(std::min(file->GetLength(), kMaxRecordFileSize)), mNext(kMetadataSize)
+    : mFile(file),
+      mLength(std::min(file->GetLength(), kMaxRecordFileSize)),
+      mNext(kMetadataSize),
+      mNextBlockSize(kFirstBlockSize)
 {}
 
 bool RecordScanner::Next()
@@ -70,7 +76,8 @@ bool RecordScanner::Provide(int64_t position, size_t size)
         return true;
     if (position + static_cast<int64_t>(size) > mLength)
         return false;
-    const size_t wanted = std::max(size, kBlockSize);
+    const size_t wanted = std::max(size, mNextBlockSize);
+    mNextBlockSize = std::min(mNextBlockSize * kBlockGrowth, kLargestBlockSize);
     const size_t count =
         static_cast<size_t>(std::min<int64_t>(static_cast<int64_t>(wanted), mLength - position));
     if (mBlock.size() < count)

@@ -57,6 +57,7 @@ private:
     std::vector<char> mBlock;
     int64_t mBlockStart = 0;
     size_t mBlockSize = 0;
+    size_t mNextBlockSize;
     size_t mBodyOffset = 0;
 };
 

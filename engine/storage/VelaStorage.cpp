@@ -539,8 +539,10 @@ bool VelaStorage::FindInMapFile(uint32_t rowID, int64_t* position)
         return false;
     mFileLookups++;
     uint32_t first = 0;
+    uint32_t guess = rowID - 1;   // where it is when rows are numbered from 1 without gaps
     for (uint32_t end = count; first < end;) {
-        const uint32_t middle = first + (end - first) / 2;
+        const uint32_t middle = guess < end ? guess : first + (end - first) / 2;
+        guess = UINT32_MAX;
         char pair[kMapPairSize];
         if (!ReadBytesAt(mMapFile, static_cast<int64_t>(kMapHeaderSize + kMapPairSize * middle),
                          pair, sizeof pair))
