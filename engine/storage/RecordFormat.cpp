@@ -34,7 +34,7 @@ size_t PayloadSize(const VelaValue& value)
         case kTypeNone:
             return 0;
     }
-    assert(!"unknown type in CalcSchemaAndDataSize");
+    assert(false && "unknown type in CalcSchemaAndDataSize");
     return 0;
 }
 
