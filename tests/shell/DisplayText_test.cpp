@@ -26,6 +26,7 @@ TEST(DisplayText, ShowsTextInItsWidthAndEscapesWhatWouldLeaveItsPlace)
         {"\x7F", "\\x7f", 4, "DEL"},
         {"\xC2\x9B", "\\u{9b}", 6, "a control character of Latin-1"},
         {"\xE2\x80\xA8", "\\u{2028}", 8, "the line separator"},
+        {"\xE2\x80\xAA", "\\u{202a}", 8, "the first of the embeddings"},
         {"\xE2\x80\xAE", "\\u{202e}", 8, "right-to-left override"},
         {"\xE2\x81\xA9", "\\u{2069}", 8, "the last of the isolates"},
         {"\xE2\x81\xAA", "\xE2\x81\xAA", 0, "the one behind it is left alone"},

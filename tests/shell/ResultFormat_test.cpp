@@ -140,6 +140,7 @@ TEST(CsvFormat, QuotesWhatWouldBeReadOtherwise)
         {Text("a\nb"), "", "\"a\nb\""},
         {Text("a\rb"), "", "\"a\rb\""},
         {Text(" a"), "", "\" a\""},
+        {Text("\ta"), "", "\"\ta\""},
         {Text("a\t"), "", "\"a\t\""},
         {Text("a b;c"), "", "a b;c"},
         {VelaValue::Integer(-5), "", "-5"},

@@ -85,6 +85,8 @@ TEST(StatementSplitter, SplitsAtSemicolonsOutsideLiterals)
         {"'';A", 0, {"1:1 ''", "1:4 A"}, "the empty literal"},
         {"'a\nb';C", 0, {"1:1 'a\nb'", "2:4 C"}, "a line feed in a literal stays"},
         {"'a\r\n--b\n;';C", 0, {"1:1 'a\r\n--b\n;'", "3:4 C"}, "no comments inside literals"},
+        {std::string("'\0';B", 5), 0, {std::string("1:1 '\0'", 7), "1:5 B"}, "NUL escapes nothing"},
+        {std::string("A\0;B", 4), 0, {std::string("1:1 A\0", 6), "1:4 B"}, "nor is it a blank"},
         {"'a;b", 0, {"1:1 'a;b"}, "an unclosed literal takes the rest"},
         {"A N'x;y';B", 0, {"1:1 A N'x;y'", "1:10 B"}, "a national literal"},
         {"A n'x;y';B", 0, {"1:1 A n'x", "1:7 y'", "1:10 B"}, "n'x is a word, and y' is one"},
