@@ -510,22 +510,16 @@ void VelaTrans::Rollback()
     for (size_t i = mIndexes.size(); i > 0; i--)
         if (mIndexes[i - 1].created)
             mIndexes.erase(i - 1);
-    SimpleVector<uint32_t> restored;
-    for (size_t i = 0; i < mChangedRows.Count(); i++) {
-        const VTChangedRow* change = mChangedRows.GetItemByIndex(i);
-        for (size_t number = 0; number < mIndexes.size(); number++)
-            RemoveRowFromIndex(change->RowID(), number);
-        if (!change->IsInsert())
-            restored.push_back(change->RowID());
+    // The files have every index as it was. One that was dropped has missed what happened since.
+    for (OpenIndex& open : mIndexes) {
+        if (!open.index->IsChanged())
+            continue;
+        open.index = std::make_unique<VelaIndex>(open.index->Name(), open.index->ColumnIDs());
+        open.loaded = false;
     }
-    for (size_t i = 0; i < mDeletedRows.Count(); i++)
-        restored.push_back(mDeletedRows.GetRowIDByIndex(i));
     ForgetChanges();
     mRows->Drop();
     LoadMetadata();
-    for (uint32_t rowID : restored)
-        if (HasRow(rowID))
-            AddRowToIndices(rowID);
 }
 
 bool VelaTrans::DeleteStorage()

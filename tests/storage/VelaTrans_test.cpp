@@ -576,6 +576,19 @@ TEST_F(TableTest, DropIndex_FileGoesAtCommitAndComesBackAtRollback)
     EXPECT_FALSE(table->FindRowsByIndex(1, Int(5), &rows));
 }
 
+TEST_F(TableTest, Rollback_IndexDroppedWithAPendingRowForgetsThatRow)
+{
+    table->AddIndex("i", {1});
+    ASSERT_TRUE(db.Commit());
+    const uint32_t rowID = Add(5, "five");
+    table->DropIndex("i");
+    table->DeleteRow(rowID);
+    table->Rollback();
+    EXPECT_FALSE(table->ContainsRow(rowID));
+    EXPECT_EQ("none", Read(rowID, 1));
+    EXPECT_EQ(rowID, AddAs(static_cast<int32_t>(rowID), 6));
+}
+
 TEST_F(TableTest, IndexDroppedAndMadeAgainUnderItsName)
 {
     Add(5, "five");

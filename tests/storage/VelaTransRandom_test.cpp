@@ -1,0 +1,373 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "engine/storage/TableColumns.h"
+#include "engine/storage/VelaTrans.h"
+#include "tests/storage/TableFixture.h"
+#include "tests/storage/VelaTransModel.h"
+
+namespace vela {
+
+namespace {
+
+const VelaDataType kColumnTypes[] = {kTypeInteger, kTypeString,    kTypeDouble, kTypeBoolean,
+                                     kTypeDate,    kTypeTimestamp, kTypeBinary, kTypeTime};
+
+std::string Shown(bool found, const VelaValue& value)
+{
+    return found ? ValueText(value) : "none";
+}
+
+// One random life of a table, side by side with the model.
+class RandomTable {
+public:
+    RandomTable(uint32_t seed, bool withIndexes)
+        : mRandom(seed), mWithIndexes(withIndexes), mDatabase(&mDisk), mModel({})
+    {
+        std::vector<VelaDataType> types;
+        const uint32_t columns = 1 + mRandom.Below(5);
+        for (uint32_t i = 0; i < columns; i++)
+            types.push_back(kColumnTypes[mRandom.Below(std::size(kColumnTypes))]);
+        mTable = mDatabase.Create("t", types);
+        mDatabase.Commit();
+        TakeColumns();
+        mModel = VelaTransModel(mColumns);
+    }
+
+    void Step()
+    {
+        switch (mRandom.Below(16)) {
+            case 0:
+            case 1:
+            case 2:
+            case 3:
+                AddRow();
+                break;
+            case 4:
+            case 5:
+            case 6:
+            case 7:
+                UpdateRow();
+                break;
+            case 8:
+            case 9:
+                DeleteRow(SomeRow());
+                break;
+            case 10:
+                if (mRandom.OneIn(4))
+                    DeleteRow(1 + mRandom.Below(40));
+                break;
+            case 11:
+                if (mWithIndexes)
+                    ChangeIndexes();
+                break;
+            case 12:
+                if (mRandom.OneIn(2))
+                    EndTransaction();
+                break;
+            case 13:
+                CompareOneByIndex();
+                break;
+            case 14:
+                CompareColumns();
+                break;
+            default:
+                CompareTable();
+                break;
+        }
+    }
+    void Finish()
+    {
+        CompareTable();
+        ASSERT_TRUE(mDatabase.Commit());
+        mModel.Commit();
+        CompareTable();
+        CompareColumns();
+        Reopen();
+        CompareTable();
+        CompareColumns();
+    }
+
+private:
+    void TakeColumns()
+    {
+        mColumns.clear();
+        for (long number = 1; number < mTable->QtyColumns(); number++)
+            mColumns.push_back(
+                {mTable->Column(number)->columnID, mTable->Column(number)->defaultValue});
+    }
+    VelaValue RandomValue()
+    {
+        const int32_t number = static_cast<int32_t>(mRandom.Below(9)) - 2;
+        switch (mRandom.Below(9)) {
+            case 0:
+                return Null(kColumnTypes[mRandom.Below(std::size(kColumnTypes))]);
+            case 1:
+            case 2:
+                return Int(number);
+            case 3:
+                return VelaValue::Double(number / 2.0);
+            case 4:
+                return VelaValue::Boolean(number > 0);
+            case 5:
+                return VelaValue::Text(kTypeDate, string("1984-05-06"));
+            case 6:
+                return Str("1984-5-6 7:8:" + std::to_string(mRandom.Below(60)));
+            case 7:
+                return VelaValue::String(
+                    string(std::string(mRandom.Below(40), 'x'),
+                           mRandom.OneIn(2) ? kEncodingUTF8 : mRandom.Below(400)));
+            default:
+                return Str(std::to_string(number));
+        }
+    }
+    // Values for some of the columns, now and then one of them twice or of no column at all.
+    VelaTransModel::Values RandomValues(bool all)
+    {
+        VelaTransModel::Values values;
+        for (const VelaTransModel::Column& column : mColumns)
+            if (all || !mRandom.OneIn(3))
+                values.emplace_back(column.columnID, RandomValue());
+        if (mRandom.OneIn(10))
+            values.emplace_back(1 + mRandom.Below(8), RandomValue());
+        if (mRandom.OneIn(20))
+            values.emplace_back(300, RandomValue());
+        return values;
+    }
+    static void Fill(TestRow* row, const VelaTransModel::Values& values)
+    {
+        for (const auto& [columnID, value] : values)
+            row->Add(columnID, value);
+    }
+    uint32_t SomeRow()
+    {
+        const std::vector<uint32_t> rows = mModel.GetRowIDs();
+        return rows.empty() || mRandom.OneIn(20)
+                   ? 1 + mRandom.Below(60)
+                   : rows[mRandom.Below(static_cast<uint32_t>(rows.size()))];
+    }
+
+    void AddRow()
+    {
+        VelaTransModel::Values values = RandomValues(mRandom.OneIn(2));
+        if (NamesAColumnTwiceWithANull(values))
+            return;   // which of the two an index has after the commit is nobody's promise
+        if (mRandom.OneIn(4))
+            values.emplace_back(0, Int(static_cast<int32_t>(1 + mRandom.Below(40))));
+        TestRow row;
+        Fill(&row, values);
+        ASSERT_EQ(mModel.AddRow(values), mTable->AddRow(row, mRandom.OneIn(2)));
+    }
+    bool NamesAColumnTwiceWithANull(const VelaTransModel::Values& values) const
+    {
+        for (size_t i = 0; i < values.size(); i++)
+            for (size_t k = 0; k < i; k++)
+                if (values[i].first == values[k].first &&
+                    (values[i].second.IsNull() || values[k].second.IsNull()))
+                    return true;
+        return false;
+    }
+    void UpdateRow()
+    {
+        const uint32_t rowID = SomeRow();
+        if (rowID >= mModel.NextUnusedRowID())
+            return;   // its id would be handed out again
+        const std::vector<uint32_t> rows = mModel.GetRowIDs();
+        // With an index a row that isn't there would get an entry, which only some ways of reading see.
+        if (mWithIndexes && std::find(rows.begin(), rows.end(), rowID) == rows.end())
+            return;
+        const VelaTransModel::Values values = RandomValues(mRandom.OneIn(4));
+        TestRow row;
+        Fill(&row, values);
+        EXPECT_TRUE(mTable->UpdateRow(rowID, row, mRandom.OneIn(2)));
+        mModel.UpdateRow(rowID, values);
+    }
+    void DeleteRow(uint32_t rowID)
+    {
+        mTable->DeleteRow(rowID);
+        mModel.DeleteRow(rowID);
+    }
+    void ChangeIndexes()
+    {
+        const std::string name(1, static_cast<char>('a' + mRandom.Below(3)));
+        if (mRandom.OneIn(2)) {
+            EXPECT_EQ(mModel.DropIndex(name), mTable->DropIndex(string(name, kEncodingASCII)));
+            return;
+        }
+        std::vector<uint32_t> columnIDs;
+        SimpleVector<uint32_t> list;
+        for (uint32_t count = 1 + mRandom.Below(2); count > 0; count--) {
+            columnIDs.push_back(
+                mColumns[mRandom.Below(static_cast<uint32_t>(mColumns.size()))].columnID);
+            list.push_back(columnIDs.back());
+        }
+        EXPECT_EQ(mModel.AddIndex(name, columnIDs),
+                  mTable->AddIndex(string(name, kEncodingASCII), list));
+    }
+
+    void EndTransaction()
+    {
+        switch (mRandom.Below(8)) {
+            case 0:
+                mDatabase.Rollback();
+                mTable = mDatabase.Table("t");
+                mModel.Reopen(true);
+                break;
+            case 1:
+                mTable->Rollback();
+                mModel.Rollback();
+                break;
+            case 2:
+                Reopen();
+                break;
+            case 3:
+                if (!mModel.HasChangesToCommit())
+                    AlterTable();
+                break;
+            default:
+                ASSERT_TRUE(mDatabase.Commit());
+                mModel.Commit();
+                break;
+        }
+    }
+    void Reopen()
+    {
+        const bool withMap = mWithIndexes || !mRandom.OneIn(3);
+        mDatabase.database.reset();
+        if (!withMap)
+            mDisk.Remove("t.map");
+        mDatabase.Open();
+        mTable = mDatabase.Table("t");
+        mModel.Reopen(withMap);
+    }
+    void AlterTable()
+    {
+        if (mColumns.size() > 8)
+            return;
+        const uint32_t lastRowID = mTable->NextUnusedRowID() - 1;
+        mTable = mDatabase.Alter("t", kColumnTypes[mRandom.Below(std::size(kColumnTypes))], "1");
+        EXPECT_EQ(lastRowID, mTable->LastRowID());
+        TakeColumns();
+        mModel.AddColumn(mColumns.back());
+        ASSERT_TRUE(mDatabase.Commit());
+        mModel.Commit();
+        Reopen();
+    }
+
+    void CompareTable()
+    {
+        ASSERT_EQ(mModel.GetRowIDs(), RowIDsOf(mTable));
+        EXPECT_EQ(mModel.QtyRows(), mTable->QtyRows());
+        EXPECT_EQ(mModel.HasChangesToCommit(), mTable->HasChangesToCommit());
+        EXPECT_EQ(mModel.NextUnusedRowID(), mTable->NextUnusedRowID());
+        EXPECT_EQ(mModel.LastRowID(), mTable->LastRowID());
+        const std::vector<uint32_t> rows = mModel.GetRowIDs();
+        for (uint32_t rowID = 1; rowID < mModel.NextUnusedRowID() + 2; rowID++) {
+            EXPECT_EQ(mModel.ContainsRow(rowID), mTable->ContainsRow(rowID)) << rowID;
+            EXPECT_EQ(std::find(rows.begin(), rows.end(), rowID) != rows.end(),
+                      mTable->HasRow(rowID))
+                << rowID;
+            for (size_t number = 1; number <= mColumns.size(); number++)
+                CompareValue(rowID, number);
+        }
+    }
+    void CompareValue(uint32_t rowID, size_t number)
+    {
+        const bool useIndexes = !mRandom.OneIn(3);
+        VelaValue expected;
+        VelaValue value;
+        const bool found = mModel.GetValue(rowID, number, useIndexes, &expected);
+        EXPECT_EQ(
+            Shown(found, expected),
+            Shown(mTable->GetValue(rowID, static_cast<long>(number), &value, useIndexes), value))
+            << "row " << rowID << ", column " << number;
+    }
+    void CompareOneByIndex()
+    {
+        const size_t number = 1 + mRandom.Below(static_cast<uint32_t>(mColumns.size()));
+        VelaValue key = RandomValue();
+        if (!mModel.GetValue(SomeRow(), number, false, &key))
+            key.CoerceToType(mColumns[number - 1].defaultValue.GetType());
+        SimpleVector<uint32_t> rows;
+        if (mTable->FindRowsByIndex(static_cast<long>(number), key, &rows)) {
+            EXPECT_EQ(mModel.RowsWith(number, key), std::vector<uint32_t>(rows.begin(), rows.end()))
+                << ValueText(key);
+        } else {
+            EXPECT_EQ(0u, rows.size());
+        }
+    }
+    void CompareColumns()
+    {
+        TableColumns* columns = mTable->Columns();
+        const std::vector<uint32_t> rows = mModel.GetRowIDs();
+        ASSERT_EQ(rows, std::vector<uint32_t>(columns->RowIDs(),
+                                              columns->RowIDs() + columns->RowCount()));
+        if (mRandom.OneIn(3)) {
+            std::vector<bool> wanted;
+            for (size_t i = 0; i <= mColumns.size(); i++)
+                wanted.push_back(mRandom.OneIn(2));
+            columns->Prepare(wanted);
+        }
+        for (size_t number = 1; number <= mColumns.size(); number++) {
+            const ColumnData* data =
+                mRandom.OneIn(3) ? nullptr : columns->Load(static_cast<long>(number));
+            for (uint32_t row = 0; row < rows.size(); row++) {
+                VelaValue expected;
+                VelaValue value;
+                const bool found = mModel.GetValue(rows[row], number, true, &expected);
+                EXPECT_EQ(Shown(found, expected),
+                          Shown(columns->GetValue(row, static_cast<long>(number), &value), value))
+                    << "row " << rows[row] << ", column " << number;
+                if (data == nullptr)
+                    continue;
+                data->GetValue(row, &value);
+                EXPECT_EQ(Shown(found, expected), ValueText(value)) << "loaded, row " << rows[row];
+            }
+        }
+        for (uint32_t rowID = 0; rowID < 50; rowID++) {
+            const auto place = std::find(rows.begin(), rows.end(), rowID);
+            EXPECT_EQ(
+                place == rows.end() ? kInvalidRowID : static_cast<uint32_t>(place - rows.begin()),
+                columns->RowNumberOf(rowID));
+        }
+    }
+
+    TestRandom mRandom;
+    bool mWithIndexes;
+    MemoryDisk mDisk;
+    DatabaseOnDisk mDatabase;
+    VelaTrans* mTable = nullptr;
+    std::vector<VelaTransModel::Column> mColumns;
+    VelaTransModel mModel;
+};
+
+void RunSeeds(uint32_t first, uint32_t last, bool withIndexes)
+{
+    for (uint32_t seed = first; seed <= last; seed++) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        RandomTable table(seed, withIndexes);
+        for (int step = 0; step < 300 && !testing::Test::HasFailure(); step++) {
+            SCOPED_TRACE("step " + std::to_string(step));
+            table.Step();
+        }
+        if (!testing::Test::HasFailure())
+            table.Finish();
+        if (testing::Test::HasFailure())
+            return;
+    }
+}
+
+}   // namespace
+
+TEST(VelaTransRandom, TablesAgreeWithTheModel)
+{
+    RunSeeds(1, 150, false);
+}
+
+TEST(VelaTransRandom, TablesWithIndexesAgreeWithTheModel)
+{
+    RunSeeds(1001, 1150, true);
+}
+
+}   // namespace vela
