@@ -151,7 +151,8 @@ private:
     // multiplication, which keeps runs of them, and ids at regular distances, from meeting in a few places.
     [[nodiscard]] size_t Home(uint32_t rowID) const
     {
-        const uint32_t line = ((rowID >> kLineBits) * 0x9E3779B1u) >> (32 - (mSlotBits - kLineBits));
+        const uint32_t line =
+            ((rowID >> kLineBits) * 0x9E3779B1u) >> (32 - (mSlotBits - kLineBits));
         return static_cast<size_t>(line) << kLineBits | (rowID & ((1u << kLineBits) - 1));
     }
 

@@ -369,9 +369,10 @@ bool VelaTrans::IsTouched() const
     if (mNewFiles || HasChangesToCommit() || !mDroppedIndexes.empty())
         return true;
     // An index that was only mended, because its file was damaged, waits for a commit that can write.
-    return !mFiles->IsReadOnly() && std::any_of(mIndexes.begin(), mIndexes.end(), [](const OpenIndex& open) {
-        return open.created || open.index->IsChanged();
-    });
+    return !mFiles->IsReadOnly() &&
+           std::any_of(mIndexes.begin(), mIndexes.end(), [](const OpenIndex& open) {
+               return open.created || open.index->IsChanged();
+           });
 }
 
 bool VelaTrans::Commit(string* error)
