@@ -70,6 +70,10 @@ TEST(RecSetGrouper, GroupsComeByKeyBytesAndKeepTheirOrderInside)
          {Text("ab"), Text("a"), Text(""), Text("abcdefghi"), Text("abcdefgh")},
          " 3 | 2 | 1 | 5 | 4"},
         // 1 is 01 00 00 00, 256 is 00 01 00 00, -1 is FF FF FF FF in memory.
+        {"NUL bytes at the end count",
+         kTypeString,
+         {VelaValue::String(string("a\0", 2, kEncodingUTF8)), Text("a")},
+         " 2 | 1"},
         {"integers by their bytes in memory",
          kTypeInteger,
          {i(1), i(256), i(-1), i(0), i(1)},

@@ -181,10 +181,12 @@ TEST(VelaTempTable, RemoveLastRowLeavesNothingBehind)
     const VelaRecSet sources[] = {VelaRecSet(&rowIDs[0]), VelaRecSet(&rowIDs[1]),
                                   VelaRecSet(&rowIDs[2])};
     table.AppendRow(&sources[0])[0] = Text("kept");
-    table.AppendRow(&sources[1])[0] = Text("removed");
+    VelaValue* removed = table.AppendRow(&sources[1]);
+    removed[0] = Text("removed");
     table.RemoveLastRow();
     EXPECT_EQ(1u, table.QtyRows());
     VelaValue* fresh = table.AppendRow(&sources[2]);
+    EXPECT_EQ(removed, fresh);
     EXPECT_TRUE(fresh[0].IsNull()) << "the place is used again, but not what it held";
     EXPECT_EQ(kTypeNone, fresh[0].GetType());
     EXPECT_EQ("String kept", ShownCell(&table, 0, 0));
