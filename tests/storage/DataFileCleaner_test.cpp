@@ -54,7 +54,7 @@ TEST(DataFileCleaner, AFileThatWasTemporaryOnceIsNotTakenForOne)
         ASSERT_TRUE(cleaner.File()->Create(folder.File("mine").c_str()));
     }
     EXPECT_TRUE(std::filesystem::exists(folder.File("mine")));
-    std::filesystem::remove(path.CString());
+    EXPECT_TRUE(std::filesystem::remove(path.CString())) << "the file it left is not its any more";
 }
 
 TEST(DataFileCleaner, MayOwnNothing)

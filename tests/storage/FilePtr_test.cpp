@@ -54,5 +54,20 @@ TEST(FilePtr, AWriteRightBehindAReadLandsWhereTheReadEnded)
     EXPECT_EQ("aXYdef", folder.Read("x"));
 }
 
+TEST(FilePtr, BytesReadAheadAndThenCutOffDoNotComeBack)
+{
+    TemporaryFolder folder;
+    folder.Write("x", std::string(100, 'a'));
+    FilePtr stream;
+    ASSERT_TRUE(stream.Open(folder.File("x").c_str(), "r+"));
+    char bytes[60];
+    EXPECT_TRUE(stream.ReadData(bytes, 60, nullptr));
+    EXPECT_TRUE(stream.SetLength(3));
+    EXPECT_TRUE(stream.SeekFromStart(2));
+    int came = 0;
+    EXPECT_FALSE(stream.ReadData(bytes, 10, &came));
+    EXPECT_EQ(1, came);
+}
+
 }   // namespace
 }   // namespace vela
