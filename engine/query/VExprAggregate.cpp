@@ -62,7 +62,7 @@ VelaValue VExprAggregate::RememberedResult(const VelaEvalContext& context) const
 {
     if (const VelaValue* known = context.nestedAggregates->Find(this))
         return *known;
-    const VelaValue result = ResultOver(context);
+    VelaValue result = ResultOver(context);
     context.nestedAggregates->Add(this, result);
     return result;
 }

@@ -40,7 +40,7 @@ string VExprConstant::Description() const
 {
     if (mValue.IsNull() || !IsTextBacked(mValue.GetType()))
         return JoinDescription({mValue.GetString()});
-    const string text = Quoted(mValue.StoredText());
+    string text = Quoted(mValue.StoredText());
     switch (mValue.GetType()) {
         case kTypeDate:
             return JoinDescription({"DATE ", text});

@@ -27,7 +27,9 @@ private:
 // A list of record sets that lie one after another; also a view.
 class VelaRecSetGroup {
 public:
-    VelaRecSetGroup(const uint32_t* rows, size_t count, size_t tables) : mRows(rows), mCount(count), mTables(tables) {}
+    VelaRecSetGroup(const uint32_t* rows, size_t count, size_t tables)
+        : mRows(rows), mCount(count), mTables(tables)
+    {}
 
     [[nodiscard]] size_t Count() const { return mCount; }
     [[nodiscard]] VelaRecSet At(size_t index) const { return VelaRecSet(mRows + index * mTables); }
@@ -38,4 +40,4 @@ private:
     size_t mTables;
 };
 
-}  // namespace vela
+}   // namespace vela
