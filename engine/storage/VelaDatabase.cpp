@@ -31,9 +31,13 @@ bool WriteWholeFile(VelaFileAccess* files, const string& name, std::string_view 
 {
     if (!files->CreateFile(name))
         return false;
-    const auto stream = files->OpenFile(name, false);
-    return stream && stream->WriteData(bytes.data(), static_cast<int>(bytes.size())) &&
-           stream->FlushToDisk();
+    auto stream = files->OpenFile(name, false);
+    if (stream && stream->WriteData(bytes.data(), static_cast<int>(bytes.size())) &&
+        stream->FlushToDisk())
+        return true;
+    stream.reset();
+    files->DeleteFile(name);
+    return false;
 }
 
 }   // namespace

@@ -257,11 +257,12 @@ bool VelaIndex::ReadEntry(std::string_view body, uint32_t slot, bool* exact)
     return true;
 }
 
-bool VelaIndex::SaveToFile(RandomAccessMechanism* stream)
+bool VelaIndex::SaveToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults)
 {
     if (!stream->SetLength(kMetadataSize) || !stream->SeekFromStart(kMetadataSize))
         return false;
-    const bool written = Count() == 0 ? WriteColumnRecord(stream) : WriteEntries(stream, 0);
+    const bool written =
+        Count() == 0 ? WriteColumnRecord(stream) : WriteEntries(stream, 0, defaults);
     if (!written)
         return false;
     mEntriesInFile = Count();
@@ -269,12 +270,13 @@ bool VelaIndex::SaveToFile(RandomAccessMechanism* stream)
     return true;
 }
 
-bool VelaIndex::AppendToFile(RandomAccessMechanism* stream)
+bool VelaIndex::AppendToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults)
 {
     const int64_t length = stream->GetLength();
     const size_t first = mEntriesInFile;
     mEntriesInFile = 0;
-    if (!stream->SeekFromStart(length) || !WriteEntries(stream, first) || !stream->FlushToDisk()) {
+    if (!stream->SeekFromStart(length) || !WriteEntries(stream, first, defaults) ||
+        !stream->FlushToDisk()) {
         stream->SetLength(length);
         return false;
     }
@@ -283,7 +285,14 @@ bool VelaIndex::AppendToFile(RandomAccessMechanism* stream)
     return true;
 }
 
-bool VelaIndex::WriteEntries(RandomAccessMechanism* stream, size_t first)
+void VelaIndex::MarkChanged()
+{
+    mEntriesInFile = 0;
+    mChanged = true;
+}
+
+bool VelaIndex::WriteEntries(RandomAccessMechanism* stream, size_t first,
+                             const SimpleVector<VelaValue>& defaults)
 {
     SimpleVector<VelaValueWithID> values;
     VelaRow row;
@@ -296,7 +305,8 @@ bool VelaIndex::WriteEntries(RandomAccessMechanism* stream, size_t first)
     for (size_t position = first; position < Count(); position++) {
         const VelaIndexEntry entry = EntryAt(position);
         for (size_t i = 0; i < mColumnIDs.size(); i++)
-            values[i].SetValue(entry.Value(i));
+            values[i].SetValue(i < defaults.size() && entry.Value(i).IsNull() ? defaults[i]
+                                                                              : entry.Value(i));
         AppendRecord(&block, entry.RowID(), row);
         if (block.size() < kWriteBlock && position + 1 < Count())
             continue;

@@ -65,18 +65,22 @@ public:
     [[nodiscard]] bool LoadFromFile(RandomAccessMechanism* stream);
     // Reads the columns alone, from the first record.
     void LoadColumns(RandomAccessMechanism* stream);
-    // Writes all entries to an empty stream. False when writing failed; the index is then still marked as changed.
-    bool SaveToFile(RandomAccessMechanism* stream);
+    // Writes all entries to an empty stream, with the defaults of the columns, where given, in place of nulls. False when
+    // writing failed; the index is then still marked as changed.
+    bool SaveToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults = {});
     // Whether the file that was loaded or saved last only lacks entries at its end, and then: appends them.
     [[nodiscard]] bool CanAppendToFile() const { return mEntriesInFile > 0; }
     // False when writing failed: the file is as it was, if it could be cut again, and must be saved whole next time.
-    bool AppendToFile(RandomAccessMechanism* stream);
+    bool AppendToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults = {});
+    // What was saved last has not come to stay.
+    void MarkChanged();
 
 private:
     void AddEntry(uint32_t rowID, uint32_t slot);
     [[nodiscard]] uint32_t NewSlot();
     bool ReadEntry(std::string_view body, uint32_t slot, bool* exact);
-    bool WriteEntries(RandomAccessMechanism* stream, size_t first);
+    bool WriteEntries(RandomAccessMechanism* stream, size_t first,
+                      const SimpleVector<VelaValue>& defaults);
     bool WriteColumnRecord(RandomAccessMechanism* stream);
 
     // The hash over the first key values. Entries of a bucket are chained in insertion order; the first one's mPrevious is

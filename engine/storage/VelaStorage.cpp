@@ -87,6 +87,12 @@ VelaStorage::VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechan
         mFile->SetLength(kMetadataSize);
 }
 
+VelaStorage::~VelaStorage()
+{
+    if (mUndoFailed)
+        UndoChanges();
+}
+
 bool VelaStorage::GoToFirstRecord()
 {
     return GoToPosition(kMetadataSize, true);
@@ -240,6 +246,9 @@ bool VelaStorage::AddNewRecord(uint32_t rowID, const VelaRow& values)
 
 bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
 {
+    // It is shorter when it could not be lengthened on opening.
+    if (Length() < static_cast<int64_t>(kMetadataSize) && !mFile->SetLength(kMetadataSize))
+        return false;
     const int64_t position = Length();
     const int64_t endPosition = position + static_cast<int64_t>(kRecordHeaderSize + body.size());
     NeedMap();
@@ -372,12 +381,15 @@ bool VelaStorage::WriteTail()
     return written;
 }
 
-void VelaStorage::BeginChanges()
+bool VelaStorage::BeginChanges()
 {
+    if (mUndoFailed && !UndoChanges())
+        return false;
     mRemember = true;
     mOldLength = mFile->GetLength();
     mFull = false;
     mMapSaved = false;
+    return true;
 }
 
 void VelaStorage::EndChanges()
@@ -397,9 +409,14 @@ bool VelaStorage::UndoChanges()
                  mFile->WriteData(mOldBytes.data() + old.offset, static_cast<int>(old.count)) &&
                  undone;
     }
-    EndChanges();
+    mRemember = false;
+    mTail = {};
     mCurrent = false;
-    return ForgetMap() && undone;
+    undone = ForgetMap() && undone;
+    mUndoFailed = !undone;
+    if (undone)
+        EndChanges();
+    return undone;
 }
 
 // The map has positions that are gone, in memory and perhaps in its file: it is built anew when it is next needed.

@@ -20,6 +20,9 @@ public:
     // Lengthens a record file of less than 256 bytes to that. The row-position map is loaded, or built by a scan when the
     // map stream has no valid one, as soon as it is needed.
     VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechanism* mapStream);
+    ~VelaStorage();
+    VelaStorage(const VelaStorage&) = delete;
+    VelaStorage& operator=(const VelaStorage&) = delete;
 
     // Positions on the first live record, or from the current on the next one. False at the end, where nothing is current,
     // and at a bad header, which is reported on the standard error stream.
@@ -67,9 +70,11 @@ public:
     bool ReadMetadata(string* text);
     bool WriteMetadata(const string& text);
 
-    // From BeginChanges on, what writing destroys is remembered, until EndChanges; UndoChanges puts it back and the record
-    // file to its old length. False: that failed too, and the file is a mixture.
-    void BeginChanges();
+    // From BeginChanges on, what writing destroys is remembered, until EndChanges; UndoChanges puts
+    // it back and the record file to its old length. False: that failed, and the file is a mixture
+    // until the next BeginChanges or the end of this object, which try again. BeginChanges is false
+    // when they fail too; nothing may be written then.
+    [[nodiscard]] bool BeginChanges();
     void EndChanges();
     bool UndoChanges();
 
@@ -142,6 +147,7 @@ private:
     bool mFull = false;
     std::vector<char> mTail;   // appended between BeginChanges and EndChanges, not yet in the file
     bool mRemember = false;
+    bool mUndoFailed = false;
     int64_t mOldLength = 0;
     std::vector<OldBytes> mOverwritten;
     std::vector<char> mOldBytes;

@@ -389,17 +389,11 @@ bool VelaTrans::Commit(string* error)
         *error = "The record file " + mName + ".dat is missing or can't be opened.";
         return false;
     }
-    mStorage->BeginChanges();
     bool moved = false;
-    if (!ReserveRoom() || !WriteChanges(&moved) || !SaveMetadata() || !mStorage->FlushToDisk()) {
-        FailCommit(error);
-        const bool undone = mStorage->UndoChanges();
-        if (!undone)
-            *error = *error + " The record file could not be put back as it was.";
-        if (isNew) {
-            DeleteStorage();
-            mNewFiles = true;
-        }
+    if (!mStorage->BeginChanges())
+        return FailCommit(error);
+    if (!WriteRecords(&moved, error) || !WriteIndexFiles(error) || !PutIndexFilesInPlace(error)) {
+        UndoCommit(isNew, error);
         return false;
     }
     mStorage->EndChanges();
@@ -408,7 +402,26 @@ bool VelaTrans::Commit(string* error)
         mRows->Drop();
     else
         mRows->ChangesCommitted();
-    return CommitIndices(error);
+    IndexFilesCommitted();
+    return true;
+}
+
+bool VelaTrans::WriteRecords(bool* moved, string* error)
+{
+    return (ReserveRoom() && WriteChanges(moved) && SaveMetadata() && mStorage->FlushToDisk()) ||
+           FailCommit(error);
+}
+
+// Puts the files back as they were; all changes are pending still.
+void VelaTrans::UndoCommit(bool isNew, string* error)
+{
+    UndoIndexFiles();
+    if (!mStorage->UndoChanges())
+        *error = *error + " The record file could not be put back as it was.";
+    if (!isNew)
+        return;
+    DeleteStorage();
+    mNewFiles = true;
 }
 
 bool VelaTrans::FailCommit(string* error)

@@ -91,6 +91,10 @@ protected:
         std::unique_ptr<VelaIndex> index;
         bool created = false;   // in this transaction: it has no file
         bool loaded = true;     // else its entries are still in its file, unread
+        // By the commit that is under way.
+        enum class Written { kNot, kAppended, kBeside, kInPlace };
+        Written written = Written::kNot;
+        int64_t oldLength = 0;   // kAppended: of the file before
     };
 
     void LoadMetadata();
@@ -115,8 +119,17 @@ protected:
     void RemoveRowFromIndex(uint32_t rowID, size_t indexNumber);
     void FillIndex(OpenIndex& open);
     [[nodiscard]] VelaDataType NullTypeOf(long number) const;
-    bool CommitIndices(string* error);
-    bool CommitIndex(OpenIndex& open);
+    [[nodiscard]] SimpleVector<VelaValue> DefaultsOf(const VelaIndex& index) const;
+    [[nodiscard]] string NewIndexFileName(const string& indexName) const;
+    bool WriteIndexFiles(string* error);
+    bool AppendIndexFile(OpenIndex& open);
+    bool WriteNewIndexFile(OpenIndex& open, string* reason);
+    bool PutIndexFilesInPlace(string* error);
+    void UndoIndexFiles();
+    void IndexFilesCommitted();
+
+    bool WriteRecords(bool* moved, string* error);
+    void UndoCommit(bool isNew, string* error);
 
     [[nodiscard]] uint32_t FreeRowID();
     bool ReadStoredRow(uint32_t rowID);

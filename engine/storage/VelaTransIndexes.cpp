@@ -1,6 +1,7 @@
 // The indexes of a stored table: opening, upkeep with every change, and their files at commit.
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "engine/storage/VelaTrans.h"
@@ -16,6 +17,11 @@ const char* const kIndexSuffix = ".idx";
 string VelaTrans::IndexFileName(const string& indexName) const
 {
     return mName + "." + indexName + kIndexSuffix;
+}
+
+string VelaTrans::NewIndexFileName(const string& indexName) const
+{
+    return IndexFileName(indexName) + ".new";
 }
 
 // The indexes that have files. Other tables' files may match the pattern too: of tables whose names have a "." in them, or
@@ -37,7 +43,9 @@ SimpleVector<string> VelaTrans::FindIndexFiles() const
 void VelaTrans::OpenIndexes()
 {
     for (const string& name : FindIndexFiles()) {
-        OpenIndex open{std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>()), false, false};
+        OpenIndex open;
+        open.index = std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>());
+        open.loaded = false;
         const auto stream = mFiles->OpenFile(IndexFileName(name), false);
         if (stream)
             open.index->LoadColumns(stream.get());
@@ -86,7 +94,9 @@ bool VelaTrans::AddIndex(const string& name, const SimpleVector<uint32_t>& colum
 {
     if (columnIDs.empty() || FindIndex(name) != nullptr)
         return false;
-    OpenIndex open{std::make_unique<VelaIndex>(name, columnIDs), true, true};
+    OpenIndex open;
+    open.index = std::make_unique<VelaIndex>(name, columnIDs);
+    open.created = true;
     FillIndex(open);
     mIndexes.push_back(std::move(open));
     return true;
@@ -167,51 +177,112 @@ void VelaTrans::RemoveRowFromIndex(uint32_t rowID, size_t indexNumber)
 
 // ---- files
 
-bool VelaTrans::CommitIndices(string* error)
+// Writes the files of the changed indexes. New contents lie beside the old file, which they replace when everything else has
+// been written; where only entries were added, they are appended.
+bool VelaTrans::WriteIndexFiles(string* error)
 {
-    while (!mDroppedIndexes.empty()) {
-        const string fileName = IndexFileName(mDroppedIndexes.back().index->Name());
-        if (mFiles->ContainsFile(fileName) && !mFiles->DeleteFile(fileName)) {
-            *error = "Index file " + fileName + " could not be deleted: " + mFiles->ErrorText();
-            return false;
-        }
-        mDroppedIndexes.pop_back();
-    }
     for (OpenIndex& open : mIndexes) {
         if (!open.created && !open.index->IsChanged())
             continue;
-        if (!CommitIndex(open)) {
-            *error = "Index " + open.index->Name() + " of table " + mName +
-                     " could not be written: " + mFiles->ErrorText();
-            return false;
-        }
-        open.created = false;
+        string reason;
+        if (AppendIndexFile(open) || WriteNewIndexFile(open, &reason))
+            continue;
+        *error = "Index " + open.index->Name() + " of table " + mName +
+                 " could not be written: " + reason;
+        return false;
     }
     return true;
 }
 
-bool VelaTrans::CommitIndex(OpenIndex& open)
+bool VelaTrans::AppendIndexFile(OpenIndex& open)
+{
+    if (open.created || !open.index->CanAppendToFile())
+        return false;
+    const auto stream = mFiles->OpenFile(IndexFileName(open.index->Name()), false);
+    const int64_t length = stream ? stream->GetLength() : 0;
+    if (!stream || !open.index->AppendToFile(stream.get(), DefaultsOf(*open.index)))
+        return false;
+    open.written = OpenIndex::Written::kAppended;
+    open.oldLength = length;
+    return true;
+}
+
+bool VelaTrans::WriteNewIndexFile(OpenIndex& open, string* reason)
+{
+    const string newName = NewIndexFileName(open.index->Name());
+    open.written = OpenIndex::Written::kBeside;
+    std::unique_ptr<RandomAccessMechanism> stream;
+    if (mFiles->CreateFile(newName))
+        stream = mFiles->OpenFile(newName, false);
+    if (stream && open.index->SaveToFile(stream.get(), DefaultsOf(*open.index)) &&
+        stream->FlushToDisk())
+        return true;
+    *reason = stream && stream->ErrorNumber() != 0 ? string(std::strerror(stream->ErrorNumber()))
+                                                   : mFiles->ErrorText();
+    return false;
+}
+
+// What reads in place of a null once it is committed.
+SimpleVector<VelaValue> VelaTrans::DefaultsOf(const VelaIndex& index) const
 {
     SimpleVector<VelaValue> defaults;
-    for (uint32_t columnID : open.index->ColumnIDs()) {
-        const long number = FindColumnNumber(columnID);
-        defaults.push_back(number < 0 ? VelaValue() : Column(number)->defaultValue);
+    for (uint32_t columnID : index.ColumnIDs()) {
+        const VelaColumnInfo* column = FindColumn(columnID);
+        defaults.push_back(column == nullptr ? VelaValue() : column->defaultValue);
     }
-    open.index->ReplaceNulls(defaults);
-    const string fileName = IndexFileName(open.index->Name());
-    if (!open.created && open.index->CanAppendToFile()) {
-        const auto stream = mFiles->OpenFile(fileName, false);
-        if (stream && open.index->AppendToFile(stream.get()))
-            return true;
-    }
-    // Written beside the old file, which it then replaces: there is always one whole file.
-    const string newName = fileName + ".new";
-    if (!mFiles->CreateFile(newName))
+    return defaults;
+}
+
+// Files of dropped indexes go first: an index that is lost is made again, one that doesn't fit its rows would mislead.
+bool VelaTrans::PutIndexFilesInPlace(string* error)
+{
+    for (const OpenIndex& dropped : mDroppedIndexes) {
+        const string fileName = IndexFileName(dropped.index->Name());
+        if (!mFiles->ContainsFile(fileName) || mFiles->DeleteFile(fileName))
+            continue;
+        *error = "Index file " + fileName + " could not be deleted: " + mFiles->ErrorText();
         return false;
-    auto stream = mFiles->OpenFile(newName, false);
-    const bool written = stream && open.index->SaveToFile(stream.get()) && stream->FlushToDisk();
-    stream.reset();
-    return written && mFiles->RenameFile(newName, fileName);
+    }
+    for (OpenIndex& open : mIndexes) {
+        const string& name = open.index->Name();
+        if (open.written != OpenIndex::Written::kBeside)
+            continue;
+        if (!mFiles->RenameFile(NewIndexFileName(name), IndexFileName(name))) {
+            *error = "Index " + name + " of table " + mName +
+                     " could not be written: " + mFiles->ErrorText();
+            return false;
+        }
+        open.written = OpenIndex::Written::kInPlace;
+    }
+    return true;
+}
+
+void VelaTrans::UndoIndexFiles()
+{
+    for (OpenIndex& open : mIndexes) {
+        const string newName = NewIndexFileName(open.index->Name());
+        if (open.written == OpenIndex::Written::kNot)
+            continue;
+        if (open.written == OpenIndex::Written::kBeside && mFiles->ContainsFile(newName))
+            mFiles->DeleteFile(newName);
+        if (open.written == OpenIndex::Written::kAppended)
+            if (const auto stream = mFiles->OpenFile(IndexFileName(open.index->Name()), false))
+                stream->SetLength(open.oldLength);
+        open.index->MarkChanged();
+        open.written = OpenIndex::Written::kNot;
+    }
+}
+
+void VelaTrans::IndexFilesCommitted()
+{
+    mDroppedIndexes.clear();
+    for (OpenIndex& open : mIndexes) {
+        if (open.written == OpenIndex::Written::kNot)
+            continue;
+        open.index->ReplaceNulls(DefaultsOf(*open.index));
+        open.created = false;
+        open.written = OpenIndex::Written::kNot;
+    }
 }
 
 }   // namespace vela

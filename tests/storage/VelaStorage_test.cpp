@@ -633,7 +633,7 @@ TEST_F(StorageTest, UndoChanges_RestoresTheBytesAtEveryFailingCall)
         disk.Restore(before);
         Open();
         disk.FailAt(failing, MemoryDisk::Fault::kOnce);
-        storage->BeginChanges();
+        ASSERT_TRUE(storage->BeginChanges());
         TestRow shorter{{1, Str("less")}};
         TestRow longer{{1, Str("a row that has to move to the end")}};
         through = storage->GoToRowID(1, false) && storage->UpdateBody(FromHex("01 01 0C 01")) &&

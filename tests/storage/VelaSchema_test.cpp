@@ -1,0 +1,372 @@
+#include "engine/storage/VelaSchema.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "tests/storage/TableFixture.h"
+
+namespace vela {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const char* const kSelfDescription[] = {
+    "1: String[600] _schema, Integer 1, String[600] TableName, Integer 5, Integer 0, Integer 1, "
+    "String[600] ",
+    "2: String[600] _schema, Integer 2, String[600] ColumnID, Integer 3, Integer 0, Integer 1, "
+    "String[600] ",
+    "3: String[600] _schema, Integer 3, String[600] ColumnName, Integer 5, Integer 0, Integer 1, "
+    "String[600] ",
+    "4: String[600] _schema, Integer 4, String[600] TypeCode, Integer 3, Integer 0, Integer 1, "
+    "String[600] ",
+    "5: String[600] _schema, Integer 5, String[600] Length, Integer 3, Integer 0, Integer 1, "
+    "String[600] ",
+    "6: String[600] _schema, Integer 6, String[600] NotNull, Integer 3, Integer 0, Integer 1, "
+    "String[600] ",
+    "7: String[600] _schema, Integer 7, String[600] DefaultValue, Integer 5, Integer 0, Integer 1, "
+    "String[600] ",
+};
+
+// One row of _schema as its record; the row's number, column id and type differ.
+std::string SchemaRecord(int rowID, const std::string& name, int type)
+{
+    const auto text = [](const std::string& bytes) {
+        const std::string length = FromHex("00 00 00") + static_cast<char>(bytes.size());
+        return length + length + FromHex("00 00 06 00") + bytes;
+    };
+    const auto number = [](int value) { return FromHex("00 00 00") + static_cast<char>(value); };
+    const std::string body = FromHex("07  01 05 02 03 03 05 04 03 05 03 06 03 07 05") +
+                             text("_schema") + number(rowID) + text(name) + number(type) +
+                             number(0) + number(1) + text("");
+    return "RcSt" + number(rowID) + number(static_cast<int>(body.size())) + body;
+}
+
+}   // namespace
+
+TEST(VelaSchema, NewOneDescribesItself)
+{
+    MemoryDisk disk;
+    MemoryFileAccess files(&disk);
+    VelaSchema schema(&files);
+    EXPECT_EQ(Texts(std::begin(kSelfDescription), std::end(kSelfDescription)), TableText(&schema));
+    EXPECT_TRUE(schema.HasChangesToCommit());
+    EXPECT_EQ(Texts{}, disk.Names()) << "nothing is written before the commit";
+    EXPECT_TRUE(schema.TableName() == "_schema");
+    EXPECT_EQ(8, schema.QtyColumns());
+    const char* const names[] = {"_rowid",   "TableName", "ColumnID", "ColumnName",
+                                 "TypeCode", "Length",    "NotNull",  "DefaultValue"};
+    const VelaDataType types[] = {kTypeInteger, kTypeString,  kTypeInteger, kTypeString,
+                                  kTypeInteger, kTypeInteger, kTypeInteger, kTypeString};
+    for (long number = 0; number < 8; number++) {
+        EXPECT_TRUE(schema.Column(number)->name == names[number]);
+        EXPECT_EQ(static_cast<uint32_t>(number), schema.Column(number)->columnID);
+        EXPECT_EQ(types[number], schema.Column(number)->Type());
+        EXPECT_TRUE(schema.Column(number)->defaultValue.IsNull());
+    }
+    EXPECT_EQ(8u, schema.NextUnusedColumnID());
+}
+
+TEST(VelaSchema, FilesOfANewDatabaseToTheByte)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    EXPECT_EQ(Texts{}, disk.Names());
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ((Texts{"_schema.dat", "_schema.map"}), disk.Names());
+    const std::string metadata = disk.Bytes("_schema.dat").substr(0, 256);
+    uint32_t numbers[2];
+    std::memcpy(numbers, metadata.data(), sizeof numbers);   // in the machine's own order
+    EXPECT_EQ(7u, numbers[0]);
+    EXPECT_EQ(7u, numbers[1]);
+    EXPECT_EQ(Zeros(248), metadata.substr(8));
+    const std::string records = SchemaRecord(1, "TableName", 5) + SchemaRecord(2, "ColumnID", 3) +
+                                SchemaRecord(3, "ColumnName", 5) + SchemaRecord(4, "TypeCode", 3) +
+                                SchemaRecord(5, "Length", 3) + SchemaRecord(6, "NotNull", 3) +
+                                SchemaRecord(7, "DefaultValue", 5);
+    EXPECT_EQ(ToHex(records), ToHex(disk.Bytes("_schema.dat").substr(256)));
+    EXPECT_EQ(ToHex(FromHex("52 4D 61 70 00 00 00 07"
+                            "00 00 00 01 00 00 01 00  00 00 00 02 00 00 01 5F"
+                            "00 00 00 03 00 00 01 BD  00 00 00 04 00 00 02 1D"
+                            "00 00 00 05 00 00 02 7B  00 00 00 06 00 00 02 D7"
+                            "00 00 00 07 00 00 03 34  4D 45 6E 64")),
+              ToHex(disk.Bytes("_schema.map")));
+}
+
+TEST(VelaSchema, FilesOfANewTableToTheByte)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    db.Create("t", {kTypeInteger, kTypeString, kTypeDouble});
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "t.dat", "t.map"}), disk.Names());
+    uint32_t numbers[2];
+    std::memcpy(numbers, disk.Bytes("t.dat").data(), sizeof numbers);
+    EXPECT_EQ(0u, numbers[0]);
+    EXPECT_EQ(3u, numbers[1]);
+    EXPECT_EQ(Zeros(248), disk.Bytes("t.dat").substr(8)) << "and nothing behind";
+    EXPECT_EQ("", disk.Bytes("t.map")) << "no row has been told of yet";
+}
+
+TEST(VelaSchema, EmptySchemaFileIsFilled)
+{
+    for (const std::string& bytes : {std::string(), Zeros(256)}) {
+        MemoryDisk disk;
+        disk.Put("_schema.dat", bytes);
+        DatabaseOnDisk db(&disk);
+        EXPECT_EQ(7u, RowIDsOf(db.database->Schema()).size());
+        EXPECT_TRUE(db.database->TransactionInProgress());
+        ASSERT_TRUE(db.Commit());
+        db.Open();
+        EXPECT_EQ(7u, RowIDsOf(db.database->Schema()).size());
+        EXPECT_FALSE(db.database->TransactionInProgress());
+    }
+}
+
+TEST(VelaSchema, DefaultsAreMadeFromTheirTexts)
+{
+    const struct {
+        VelaDataType type;
+        const char* text;
+        const char* value;
+    } cases[] = {
+        {kTypeInteger, "42", "Integer 42"},
+        {kTypeInteger, "", "Integer 0"},
+        {kTypeInteger, "4x", "Integer 4"},
+        {kTypeBoolean, "", "Boolean FALSE"},
+        {kTypeBoolean, "-3", "Boolean TRUE"},
+        {kTypeBoolean, "TRUE", "Boolean FALSE"},
+        {kTypeDouble, "2.5", "Double 2.5"},
+        {kTypeDouble, "", "Double 0"},
+        {kTypeString, "abc", "String[600] abc"},
+        {kTypeString, "", "String[600] "},
+        {kTypeDate, "1984-5-6", "Date 1984-5-6"},
+        {kTypeTime, "", "Time "},
+        {kTypeTimestamp, "x", "Timestamp x"},
+        {kTypeBinary, "b", "Binary b"},
+        {static_cast<VelaDataType>(4), "x", "NULL None"},
+        {static_cast<VelaDataType>(200), "x", "NULL None"},
+    };
+    for (const auto& c : cases) {
+        MemoryDisk disk;
+        DatabaseOnDisk db(&disk);
+        VelaTrans* table = db.Create("t", {c.type}, c.text);
+        EXPECT_EQ(c.value, ValueText(table->Column(1)->defaultValue));
+        TestRow row;
+        const uint32_t rowID = table->AddRow(row, false);
+        ASSERT_TRUE(db.Commit());
+        EXPECT_EQ(c.value, ReadText(table, rowID, 1));
+    }
+}
+
+TEST(VelaSchema, AbsentDefaultIsNullOfTheType)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaSchema* schema = db.database->Schema();
+    TestRow row{{VelaSchema::kTableName, Str("t")},
+                {VelaSchema::kColumnID, Int(3)},
+                {VelaSchema::kColumnName, Str("c")},
+                {VelaSchema::kTypeCode, Int(kTypeDate)}};
+    schema->AddRow(row, false);
+    db.database->AddOpenTable(schema->CreateTable("t"));
+    VelaTrans* table = db.Table("t");
+    EXPECT_EQ("NULL Date", ValueText(table->Column(1)->defaultValue));
+    EXPECT_EQ(4u, table->NextUnusedColumnID());
+    TestRow empty;
+    const uint32_t rowID = table->AddRow(empty, false);
+    table->AddIndex("i", {3});
+    ASSERT_TRUE(db.Commit());
+    for (int reopened = 0; reopened < 2; reopened++) {
+        table = db.Table("t");
+        EXPECT_EQ("NULL Date", ReadText(table, rowID, 1));
+        SimpleVector<uint32_t> rows;
+        EXPECT_TRUE(table->FindRowsByIndex(1, VelaValue::Text(kTypeDate, string()), &rows));
+        EXPECT_EQ(0u, rows.size());
+        EXPECT_EQ("NULL Date", ReadText(table, rowID, 1)) << "now that the index is loaded";
+        db.Open();
+    }
+}
+
+TEST(VelaSchema, LoadTable_TakesTheRowsOfExactlyThatName)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    db.Create("t", {kTypeInteger});
+    db.Create("T", {kTypeInteger, kTypeString});
+    db.Create("tt", {kTypeInteger, kTypeString, kTypeDate});
+    ASSERT_TRUE(db.Commit());
+    VelaSchema* schema = db.database->Schema();
+    EXPECT_EQ(2, schema->LoadTable("t")->QtyColumns());
+    EXPECT_EQ(3, schema->LoadTable("T")->QtyColumns());
+    EXPECT_EQ(nullptr, schema->LoadTable("x"));
+    EXPECT_EQ(nullptr, schema->LoadTable(""));
+    EXPECT_EQ(nullptr, schema->CreateTable("x"));
+    EXPECT_EQ(8, schema->LoadTable("_schema")->QtyColumns());
+}
+
+TEST(VelaSchema, LoadAllTables_InOrderOfFirstAppearance)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    for (const char* name : {"z", "a", "m"})
+        db.Create(name, {kTypeInteger});
+    db.Alter("z", kTypeString, "");   // its row stands behind those of the others
+    ASSERT_TRUE(db.Commit());
+    SimpleVector<VelaTable*> tables;
+    db.database->Schema()->LoadAllTables(&tables);
+    Texts names;
+    for (VelaTable* table : tables) {
+        names.emplace_back(table->TableName().View());
+        names.push_back(std::to_string(table->QtyColumns()));
+        delete table;
+    }
+    EXPECT_EQ((Texts{"z", "3", "a", "2", "m", "2"}), names);
+}
+
+TEST(VelaSchema, ColumnsStandInTheOrderOfTheirRows)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    db.Create("t", {kTypeInteger, kTypeString});
+    ASSERT_TRUE(db.Commit());
+    // Renaming moves the schema row of c1 to the end of the file, and with it the column.
+    VelaSchema* schema = db.database->Schema();
+    TestRow row{{VelaSchema::kColumnName, Str("a much longer name than before")}};
+    schema->UpdateRow(8, row, false);
+    ASSERT_TRUE(db.Commit());
+    VelaTrans* table = db.Reload("t");
+    EXPECT_TRUE(table->Column(1)->name == "c2");
+    EXPECT_TRUE(table->Column(2)->name == "a much longer name than before");
+    EXPECT_EQ(1u, table->Column(2)->columnID);
+}
+
+TEST(VelaSchema, ReloadTable_HandsNoIDOutTwice)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaTrans* table = db.Create("t", {kTypeInteger});
+    ASSERT_TRUE(db.Commit());
+    TestRow row{{0, Int(50)}, {1, Int(1)}};
+    table->AddRow(row, false);
+    table->Rollback();
+    TestRow plain{{1, Int(1)}};
+    for (int i = 0; i < 3; i++)
+        table->AddRow(plain, false);
+    ASSERT_TRUE(db.Commit());
+    table = db.Alter("t", kTypeString, "");
+    EXPECT_EQ(4u, table->NextUnusedRowID());
+    EXPECT_EQ(3u, table->NextUnusedColumnID());
+    // Dropping the column that was added last doesn't give its id free.
+    VelaSchema* schema = db.database->Schema();
+    schema->DeleteRow(schema->NextUnusedRowID() - 1);
+    table = db.Reload("t");
+    EXPECT_EQ(2, table->QtyColumns());
+    EXPECT_EQ(3u, table->NextUnusedColumnID());
+    ASSERT_TRUE(db.Commit());
+}
+
+TEST(VelaSchema, ReloadTable_KeepsIndexesCreatedAndDroppedInTheTransaction)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaTrans* table = db.Create("t", {kTypeInteger, kTypeString});
+    table->AddIndex("old", {1});
+    ASSERT_TRUE(db.Commit());
+    const auto before = disk.Snapshot();
+    table->DropIndex("old");
+    table->AddIndex("new", {2});
+    table = db.Alter("t", kTypeDate, "");
+    EXPECT_EQ(0u, table->IndexColumns("old").size());
+    EXPECT_EQ(1u, table->IndexColumns("new").size());
+    db.Rollback();
+    table = db.Table("t");
+    EXPECT_EQ(3, table->QtyColumns());
+    EXPECT_EQ(1u, table->IndexColumns("old").size());
+    EXPECT_EQ(0u, table->IndexColumns("new").size());
+    EXPECT_EQ(before, disk.Snapshot());
+    table->DropIndex("old");
+    table->AddIndex("new", {2});
+    table = db.Alter("t", kTypeDate, "");
+    table->DropIndexesOf(2);
+    EXPECT_EQ(0u, table->IndexColumns("new").size());
+    table->AddIndex("newer", {3, 2});
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "t.dat", "t.map", "t.newer.idx"}), disk.Names());
+}
+
+TEST(VelaSchema, ReloadTable_OfATableWithoutRowsInTheSchemaIsNone)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaTrans* table = db.Create("t", {kTypeInteger});
+    VelaSchema* schema = db.database->Schema();
+    schema->DeleteRow(8);
+    const size_t position = static_cast<size_t>(db.database->FindOpenTable("t"));
+    db.database->OpenTables().erase(position);
+    schema->ReloadTable(&table);
+    EXPECT_EQ(nullptr, table);
+}
+
+TEST(VelaSchema, ManyTablesOpenWithoutLookingAtEachRowForEach)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaSchema* schema = db.database->Schema();
+    constexpr int kTables = 30000;   // a comparison of all with all would take minutes
+    for (int i = 0; i < kTables; i++)
+        schema->AddSchemaRow(string("t" + std::to_string(i), kEncodingASCII), 1, "c", kTypeInteger,
+                             0, true, "");
+    ASSERT_TRUE(db.Commit());
+    db.Open();
+    EXPECT_EQ(kTables + 1u, db.database->OpenTables().size());
+}
+
+// ---- _TABLES
+
+TEST(VelaTablesTable, HasOneRowAndOneColumn)
+{
+    VelaTable* table = VelaSchema::GetTablesTable();
+    EXPECT_EQ(table, VelaSchema::GetTablesTable());
+    EXPECT_TRUE(table->TableName() == "_TABLES");
+    EXPECT_EQ(1, table->QtyColumns());
+    EXPECT_TRUE(table->Column(0)->name.empty());
+    EXPECT_EQ(nullptr, table->Column(1));
+    EXPECT_EQ(1u, table->QtyRows());
+    EXPECT_EQ(std::vector<uint32_t>{1}, RowIDsOf(table));
+    EXPECT_TRUE(table->HasRow(1));
+    EXPECT_FALSE(table->HasRow(2));
+    EXPECT_EQ("String[600] _TABLES", ReadText(table, 1, 0));
+    EXPECT_EQ("none", ReadText(table, 2, 0));
+    EXPECT_EQ("none", ReadText(table, 0, 0));
+    EXPECT_EQ("none", ReadText(table, 1, 1));
+    EXPECT_EQ("none", ReadText(table, 1, -1));
+    EXPECT_EQ(nullptr, table->AsStoredTable());
+    EXPECT_EQ(nullptr, table->Columns());
+}
+
+TEST(VelaTablesTable, RefusesEveryChange)
+{
+    VelaTable* table = VelaSchema::GetTablesTable();
+    TestRow row{{1, Int(1)}};
+    EXPECT_EQ(kInvalidRowID, table->AddRow(row, false));
+    EXPECT_FALSE(table->UpdateRow(1, row, false));
+    EXPECT_EQ(1u, row.Values().size()) << "what the table was only lent stays";
+    EXPECT_EQ(kInvalidRowID, table->AddRow(row, true));
+    EXPECT_EQ(0u, row.Values().size());
+    row.Add(1, Int(1));
+    EXPECT_FALSE(table->UpdateRow(1, row, true));
+    EXPECT_EQ(0u, row.Values().size());
+    EXPECT_FALSE(table->AddIndex("i", {1}));
+    SimpleVector<string> names;
+    table->GetIndexNames(names);
+    EXPECT_EQ(0u, names.size());
+    SimpleVector<uint32_t> rows = {5};
+    EXPECT_FALSE(table->FindRowsByIndex(0, Str("_TABLES"), &rows));
+    EXPECT_EQ(0u, rows.size());
+    table->DeleteRow(1);
+    EXPECT_EQ(std::vector<uint32_t>{1}, RowIDsOf(table));
+}
+
+}   // namespace vela
