@@ -120,7 +120,10 @@ void LevelLoop::LoadAllRows()
         ListRowIDs();
         return;
     }
-    columns->Prepare(TermColumns());
+    std::vector<bool> wanted = TermColumns();
+    if (mLevel->ownTerms.empty() && mLevel->joinTerms.empty())
+        wanted = mState->outputColumns[mLevel->table];   // every row stays
+    columns->Prepare(wanted);
     mRows = RowList::Range(columns->RowCount());
     FilterRows(columns);
     if (mRows.Count() >= columns->RowCount() / kPartWorthLoading && mLevel->joinTerms.empty())

@@ -15,43 +15,68 @@ namespace {
 constexpr uint32_t kFewValues = 64;
 constexpr uint32_t kPartOfRows = 16;
 
+// Of a payload whose size the type doesn't tell.
+constexpr size_t kOwnSize = SIZE_MAX;
+
+size_t PayloadSizeOf(VelaDataType type)
+{
+    switch (type) {
+        case kTypeInteger:
+            return 4;
+        case kTypeBoolean:
+            return 1;
+        case kTypeDouble:
+            return 8;
+        default:
+            return kOwnSize;
+    }
+}
+
 // RecordShape knows where the wanted values of a record are by the bytes that list its columns. Neighbouring records
 // mostly have the same ones, and are then taken apart without looking at the list again.
 class RecordShape {
 public:
-    // wanted: by column number, the column ids that are asked for.
+    // wanted: the column ids that are asked for, with their column numbers.
     explicit RecordShape(const std::vector<std::pair<uint32_t, uint32_t>>& wanted) : mWanted(wanted)
     {}
 
-    // Calls take(number, field) for every wanted value of the body, and marks the numbers that were there.
+    // Calls take(number, field) for every wanted value of the body, once, up to damage. Says how many there were.
     template <class Take>
-    void Read(std::string_view body, std::vector<bool>* present, const Take& take)
+    size_t Read(std::string_view body, const Take& take)
     {
         if (mList.empty() || body.substr(0, mList.size()) != mList)
             Learn(body);
         const char* payload = body.data() + mList.size();
         const char* end = body.data() + body.size();
+        size_t taken = 0;
         RecordField field;
         for (const Entry& entry : mEntries) {
             field.type = entry.type;
-            if (!ReadPayload(&payload, end, &field))
-                return;
-            if (entry.number == 0 || (*present)[entry.number])
+            if (entry.size <= static_cast<size_t>(end - payload)) {
+                field.payload = {payload, entry.size};
+                payload += entry.size;
+            } else if (entry.size != kOwnSize || !ReadPayload(&payload, end, &field)) {
+                break;
+            }
+            if (entry.number == 0)
                 continue;
-            (*present)[entry.number] = true;
             take(entry.number, field);
+            taken++;
         }
+        return taken;
     }
 
 private:
     struct Entry {
         uint32_t number;   // 0: not wanted
         VelaDataType type;
+        size_t size;   // of the payload
     };
 
     void Learn(std::string_view body);
+    [[nodiscard]] uint32_t NumberOf(uint32_t columnID) const;
 
-    const std::vector<std::pair<uint32_t, uint32_t>>& mWanted;   // column id, number
+    const std::vector<std::pair<uint32_t, uint32_t>>& mWanted;
     std::string mList;
     std::vector<Entry> mEntries;
 };
@@ -68,20 +93,26 @@ void RecordShape::Learn(std::string_view body)
         from = DecodeByteChunk(from, end, &columnID);
         if (from == nullptr || from == end)
             break;
-        Entry entry{0, static_cast<VelaDataType>(*from++)};
-        for (const auto& [id, number] : mWanted)
-            if (id == columnID)
-                entry.number = number;
-        mEntries.push_back(entry);
+        const VelaDataType type = static_cast<VelaDataType>(*from++);
+        mEntries.push_back({NumberOf(columnID), type, PayloadSizeOf(type)});
     }
     if (from == nullptr || mEntries.size() != count)
         mEntries.clear();
     else
         mList.assign(body.data(), from);
-    if (mEntries.empty())
-        return;
     while (!mEntries.empty() && mEntries.back().number == 0)
         mEntries.pop_back();
+}
+
+// Of a column that a record names twice, the first value counts.
+uint32_t RecordShape::NumberOf(uint32_t columnID) const
+{
+    for (const auto& [id, number] : mWanted) {
+        const auto isIt = [wanted = number](const Entry& entry) { return entry.number == wanted; };
+        if (id == columnID && std::none_of(mEntries.begin(), mEntries.end(), isIt))
+            return number;
+    }
+    return 0;
 }
 
 }   // namespace
@@ -98,14 +129,16 @@ void StoredTableColumns::Drop()
     mColumns.clear();
 }
 
-void StoredTableColumns::NeedRows()
+void StoredTableColumns::Refresh()
 {
     if (mColumns.empty())
         mColumns.resize(static_cast<size_t>(mTable->QtyColumns()));
-    if (mRowsKnown)
-        RemoveDeletedRows();
-    else
-        LoadColumns({});
+    RemoveDeletedRows();
+}
+
+void StoredTableColumns::ListRows()
+{
+    LoadColumns({});
 }
 
 uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
@@ -170,61 +203,24 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
     return true;
 }
 
+// One pass over the record file, then the inserted rows; lists the rows too when that has not been done.
 void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
 {
-    std::vector<std::pair<uint32_t, uint32_t>> wanted;
-    for (uint32_t number : numbers) {
-        const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
-        mColumns[number].data.Start(info->Type());
-        wanted.emplace_back(info->columnID, number);
-    }
-    const bool listRows = !mRowsKnown;
-    if (listRows) {
+    mListing = !mRowsKnown;
+    if (mListing) {
         mRowIDs.clear();
         mNumbersKnown = false;
         mLastNumber = 0;
     }
-    size_t rows = 0;
-    RecordShape shape(wanted);
-    std::vector<bool> present(mColumns.size());
-    const bool changes = mTable->mChangedRows.Count() > 0;
-    const bool deletions = mTable->mDeletedRows.Count() > 0;
-    if (mTable->mStorage) {
-        RecordScanner scanner(mTable->mStorage->RecordStream());
-        while (scanner.Next()) {
-            const uint32_t rowID = scanner.Header().rowID;
-            if (!scanner.Header().live || (deletions && mTable->mDeletedRows.Contains(rowID)))
-                continue;
-            rows++;
-            if (listRows)
-                mRowIDs.push_back(rowID);
-            if (numbers.empty())
-                continue;
-            std::fill(present.begin(), present.end(), false);
-            const VTChangedRow* change = changes ? mTable->mChangedRows.GetItem(rowID) : nullptr;
-            for (uint32_t number : numbers)
-                if (change != nullptr && AppendFromChange(*change, number))
-                    present[number] = true;
-            shape.Read(scanner.Body(), &present, [this](uint32_t number, const RecordField& field) {
-                AppendField(number, field);
-            });
-            for (uint32_t number : numbers)
-                if (!present[number])
-                    AppendMissing(number);
-        }
+    const size_t expected = mRowsKnown ? mRowIDs.size() : mTable->QtyRows();
+    if (mListing)
+        mRowIDs.reserve(expected);
+    for (uint32_t number : numbers) {
+        mColumns[number].data.Start(mTable->Column(static_cast<long>(number))->Type());
+        mColumns[number].data.Reserve(expected);
     }
-    for (size_t i = 0; i < mTable->mChangedRows.Count(); i++) {
-        const VTChangedRow* change = mTable->mChangedRows.GetItemByIndex(i);
-        if (!change->IsInsert() || (deletions && mTable->mDeletedRows.Contains(change->RowID())))
-            continue;
-        rows++;
-        if (listRows)
-            mRowIDs.push_back(change->RowID());
-        for (uint32_t number : numbers)
-            if (!AppendFromChange(*change, number))
-                Refuse(number);
-    }
-    if (listRows) {
+    const size_t rows = AppendInsertedRows(AppendStoredRows(numbers), numbers);
+    if (mListing) {
         mAscending = std::is_sorted(mRowIDs.begin(), mRowIDs.end());
         mRowsKnown = true;
     }
@@ -232,6 +228,62 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
         if (mColumns[number].refused || mColumns[number].data.Count() != mRowIDs.size() ||
             rows != mRowIDs.size())
             Refuse(number);
+}
+
+// The rows of the file with their pending updates; says how many.
+size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers)
+{
+    if (!mTable->mStorage)
+        return 0;
+    std::vector<std::pair<uint32_t, uint32_t>> wanted;
+    for (uint32_t number : numbers)
+        wanted.emplace_back(mTable->Column(static_cast<long>(number))->columnID, number);
+    RecordShape shape(wanted);
+    const bool changes = mTable->mChangedRows.Count() > 0;
+    const bool deletions = mTable->mDeletedRows.Count() > 0;
+    size_t rows = 0;
+    RecordScanner scanner(mTable->mStorage->RecordStream());
+    while (scanner.Next()) {
+        const uint32_t rowID = scanner.Header().rowID;
+        if (!scanner.Header().live || (deletions && mTable->mDeletedRows.Contains(rowID)))
+            continue;
+        rows++;
+        if (mListing)
+            mRowIDs.push_back(rowID);
+        if (numbers.empty())
+            continue;
+        const VTChangedRow* change = changes ? mTable->mChangedRows.GetItem(rowID) : nullptr;
+        if (change != nullptr)
+            for (uint32_t number : numbers)
+                AppendFromChange(*change, number);
+        const size_t taken =
+            shape.Read(scanner.Body(), [&](uint32_t number, const RecordField& field) {
+                if (change == nullptr || mColumns[number].data.Count() < rows)
+                    AppendField(number, field);
+            });
+        if (taken < numbers.size() || change != nullptr)
+            for (uint32_t number : numbers)
+                if (mColumns[number].data.Count() < rows)
+                    AppendMissing(number);
+    }
+    return rows;
+}
+
+// The inserted rows, after that many others; says how many there are with them.
+size_t StoredTableColumns::AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers)
+{
+    for (size_t i = 0; i < mTable->mChangedRows.Count(); i++) {
+        const VTChangedRow* change = mTable->mChangedRows.GetItemByIndex(i);
+        if (!change->IsInsert() || mTable->mDeletedRows.Contains(change->RowID()))
+            continue;
+        rows++;
+        if (mListing)
+            mRowIDs.push_back(change->RowID());
+        for (uint32_t number : numbers)
+            if (!AppendFromChange(*change, number))
+                Refuse(number);
+    }
+    return rows;
 }
 
 bool StoredTableColumns::AppendFromChange(const VTChangedRow& change, uint32_t number)
@@ -322,7 +374,7 @@ void StoredTableColumns::RowDeleted(uint32_t rowID)
 
 void StoredTableColumns::RemoveDeletedRows()
 {
-    if (mDeletedNumbers.empty())
+    if (!mRowsKnown || mDeletedNumbers.empty())
         return;
     std::sort(mDeletedNumbers.begin(), mDeletedNumbers.end());
     mDeletedNumbers.erase(std::unique(mDeletedNumbers.begin(), mDeletedNumbers.end()),
@@ -346,8 +398,7 @@ void StoredTableColumns::RemoveDeletedRows()
 
 void StoredTableColumns::Settle()
 {
-    if (mRowsKnown)
-        RemoveDeletedRows();
+    RemoveDeletedRows();
 }
 
 void StoredTableColumns::ChangesCommitted()

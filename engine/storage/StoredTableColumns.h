@@ -12,25 +12,32 @@ namespace vela {
 class VelaTrans;
 
 // StoredTableColumns is the column-wise form of a stored table: the list of its rows, and those columns that were asked
-// for, filled in one pass over the record file with the pending changes laid over. Later changes are told to it and keep it
+// for, filled in one pass over the record file with the pending changes laid over. The rows are listed by the first pass. Later changes are told to it and keep it
 // current; what can't be kept so is dropped and read again when it is next needed.
 class StoredTableColumns : public TableColumns {
 public:
     // Reads nothing yet. table owns this object.
     explicit StoredTableColumns(VelaTrans* table);
 
-    [[nodiscard]] uint32_t RowCount() const override
+    [[nodiscard]] uint32_t RowCount() override
     {
+        if (!mRowsKnown)
+            ListRows();
         return static_cast<uint32_t>(mRowIDs.size());
     }
-    [[nodiscard]] const uint32_t* RowIDs() const override { return mRowIDs.data(); }
+    [[nodiscard]] const uint32_t* RowIDs() override
+    {
+        if (!mRowsKnown)
+            ListRows();
+        return mRowIDs.data();
+    }
     [[nodiscard]] uint32_t RowNumberOf(uint32_t rowID) override;
     [[nodiscard]] const ColumnData* Load(long number) override;
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
-    // Brings the row list up to date; called before the object is handed out.
-    void NeedRows();
+    // Takes in what was deleted; called before the object is handed out.
+    void Refresh();
     // What changed, after it did.
     void RowAdded(const VTChangedRow& change);
     void RowUpdated(const VTChangedRow& change);
@@ -49,8 +56,10 @@ private:
         bool refused = false;   // can't be had as ColumnData, as things are
     };
 
+    void ListRows();
     void LoadColumns(const std::vector<uint32_t>& numbers);
-    void AppendPendingRow(const VTChangedRow& change, const std::vector<uint32_t>& numbers);
+    size_t AppendStoredRows(const std::vector<uint32_t>& numbers);
+    size_t AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers);
     bool AppendFromChange(const VTChangedRow& change, uint32_t number);
     void AppendMissing(uint32_t number);
     void AppendField(uint32_t number, const RecordField& field);
@@ -64,6 +73,7 @@ private:
 
     VelaTrans* mTable;
     bool mRowsKnown = false;
+    bool mListing = false;   // the pass that is under way lists the rows
     std::vector<uint32_t> mRowIDs;
     bool mAscending = true;      // mRowIDs
     RowMap<uint32_t> mNumbers;   // row id to number, when they don't ascend

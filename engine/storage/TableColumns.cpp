@@ -38,6 +38,18 @@ void ColumnData::Start(VelaDataType columnType)
         form = Form::kValues;
 }
 
+void ColumnData::Reserve(size_t rows)
+{
+    if (form == Form::kIntegers)
+        integers.reserve(rows);
+    if (form == Form::kDoubles)
+        doubles.reserve(rows);
+    if (form != Form::kTexts)
+        return;
+    textStarts.reserve(rows);
+    textLengths.reserve(rows);
+}
+
 size_t ColumnData::Count() const
 {
     switch (form) {
@@ -96,6 +108,13 @@ bool ColumnData::Append(const VelaValue& value)
 
 bool ColumnData::AppendText(std::string_view text, TextEncoding encoding)
 {
+    if (encodings.size() == 1 && encodings[0] == encoding &&
+        texts.size() + text.size() <= UINT32_MAX) {
+        textStarts.push_back(static_cast<uint32_t>(texts.size()));
+        textLengths.push_back(static_cast<uint32_t>(text.size()));
+        texts.insert(texts.end(), text.begin(), text.end());
+        return true;
+    }
     const uint32_t row = static_cast<uint32_t>(textStarts.size());
     textStarts.push_back(0);
     textLengths.push_back(0);

@@ -34,6 +34,8 @@ struct ColumnData {
 
     // Empties the column and chooses the form for values of a type.
     void Start(VelaDataType columnType);
+    // Makes room for rows values.
+    void Reserve(size_t rows);
     // Appends a value, or sets that of a row; a value that the form can't hold turns the column into kValues. False when
     // that would be too much: more than 4 GiB of text. The column is then not to be used.
     [[nodiscard]] bool Append(const VelaValue& value);
@@ -65,14 +67,15 @@ class TableColumns {
 public:
     virtual ~TableColumns() = default;
 
-    [[nodiscard]] virtual uint32_t RowCount() const = 0;
-    [[nodiscard]] virtual const uint32_t* RowIDs() const = 0;
+    [[nodiscard]] virtual uint32_t RowCount() = 0;
+    [[nodiscard]] virtual const uint32_t* RowIDs() = 0;
     // The number of a row; kInvalidRowID when it is not among the rows. One hash look-up.
     [[nodiscard]] virtual uint32_t RowNumberOf(uint32_t rowID) = 0;
     // A column for direct access, loaded when it isn't yet; null when it can't be had that way (column 0, a column that is
     // not there, or memory is short): GetValue still answers.
     [[nodiscard]] virtual const ColumnData* Load(long number) = 0;
-    // Loads several columns (numbers[i] set: column i) in one pass, where that saves passes. No promise: Load tells.
+    // Loads several columns (numbers[i] set: column i) in one pass, where that saves passes. No promise: Load tells. Best
+    // asked before anything else, as the rows are counted in the same pass.
     virtual void Prepare(const std::vector<bool>& numbers) { (void)numbers; }
     // As the table's GetValue of that row.
     virtual bool GetValue(uint32_t row, long number, VelaValue* value) = 0;

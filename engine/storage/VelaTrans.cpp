@@ -79,7 +79,7 @@ size_t VelaTrans::QtyRows()
 
 void VelaTrans::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
 {
-    mRows->NeedRows();
+    mRows->Refresh();
     rowIDs->clear();
     rowIDs->resize(mRows->RowCount());
     if (mRows->RowCount() != 0)
@@ -88,7 +88,7 @@ void VelaTrans::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
 
 TableColumns* VelaTrans::Columns()
 {
-    mRows->NeedRows();
+    mRows->Refresh();
     return mRows.get();
 }
 
@@ -340,7 +340,7 @@ void VelaTrans::LoadMetadata()
     mLastUsedRowID = metadata.lastUsedRowID;
     mLastUsedColumnID = metadata.lastUsedColumnID;
     if (mLastUsedRowID == 0) {
-        mRows->NeedRows();
+        mRows->Refresh();
         for (uint32_t row = 0; row < mRows->RowCount(); row++)
             mLastUsedRowID = std::max(mLastUsedRowID, mRows->RowIDs()[row]);
         mRows->Drop();

@@ -16,8 +16,8 @@ class TestColumns : public TableColumns {
 public:
     explicit TestColumns(TestTable& table);
 
-    uint32_t RowCount() const override { return static_cast<uint32_t>(mRowIDs.size()); }
-    const uint32_t* RowIDs() const override { return mRowIDs.data(); }
+    uint32_t RowCount() override { return static_cast<uint32_t>(mRowIDs.size()); }
+    const uint32_t* RowIDs() override { return mRowIDs.data(); }
     uint32_t RowNumberOf(uint32_t rowID) override;
     const ColumnData* Load(long number) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;

@@ -9,11 +9,11 @@ class MemoryTable::MemoryColumns : public TableColumns {
 public:
     explicit MemoryColumns(MemoryTable* table) : mTable(table), mData(table->mInfos.size()) {}
 
-    [[nodiscard]] uint32_t RowCount() const override
+    [[nodiscard]] uint32_t RowCount() override
     {
         return static_cast<uint32_t>(mTable->mOrder.size());
     }
-    [[nodiscard]] const uint32_t* RowIDs() const override { return mTable->mOrder.data(); }
+    [[nodiscard]] const uint32_t* RowIDs() override { return mTable->mOrder.data(); }
     [[nodiscard]] uint32_t RowNumberOf(uint32_t rowID) override
     {
         const auto& order = mTable->mOrder;
