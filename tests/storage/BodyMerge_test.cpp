@@ -142,22 +142,6 @@ TEST(CopyWithoutNulls, KeepsOrderAndDoubles)
 
 // ---- VTChangedRow
 
-TEST(VTChangedRow, HoldsValuesAndNulls)
-{
-    TestRow row{{1, Int(1)}, {2, Null(kTypeDate)}, {3, Str("x")}};
-    VTChangedRow* change = VTChangedRow::Create(17, VTChangedRow::kInsert, row);
-    VelaValue value;
-    EXPECT_EQ(17u, change->RowID());
-    EXPECT_TRUE(change->IsInsert());
-    EXPECT_TRUE(change->HasNulls());
-    EXPECT_TRUE(change->GetValue(1, kTypeInteger, &value));
-    EXPECT_EQ("Integer 1", ValueText(value));
-    EXPECT_TRUE(change->GetValue(2, kTypeDate, &value));
-    EXPECT_EQ("NULL Date", ValueText(value));
-    EXPECT_FALSE(change->GetValue(4, kTypeInteger, &value)) << "a column that it doesn't set";
-    change->Destroy();
-}
-
 TEST(VTChangedRow, UpdateValuesKeepsPlacesSoThatRecordsKeepTheirOrder)
 {
     TestRow row{{1, Null(kTypeInteger)}, {2, Int(2)}, {3, Int(3)}};
@@ -174,17 +158,6 @@ TEST(VTChangedRow, UpdateValuesKeepsPlacesSoThatRecordsKeepTheirOrder)
     change->Destroy();
     updated->Destroy();
     updatedAgain->Destroy();
-}
-
-TEST(VTChangedRow, OfAColumnNamedTwiceInsertReadsTheFirstUpdateTheLast)
-{
-    TestRow row{{1, Int(1)}, {2, Int(2)}, {1, Int(3)}};
-    VTChangedRow* insert = VTChangedRow::Create(1, VTChangedRow::kInsert, row);
-    VTChangedRow* update = VTChangedRow::Create(1, VTChangedRow::kUpdate, row);
-    EXPECT_EQ("1=Integer 1, 2=Integer 2, 1=Integer 3", TextOf(insert->Body()));
-    EXPECT_EQ("1=Integer 3, 2=Integer 2", TextOf(update->Body()));
-    insert->Destroy();
-    update->Destroy();
 }
 
 }   // namespace vela

@@ -10,27 +10,19 @@
 namespace vela {
 namespace {
 
-TEST(DataFileCleaner, TakesATemporaryFileFromDisk)
+TEST(DataFileCleaner, TakesATemporaryFileFromDiskOpenOrClosed)
 {
-    string path;
-    {
-        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
-        ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
-        EXPECT_TRUE(cleaner.File()->WriteData("abc", 3));
-        EXPECT_TRUE(std::filesystem::exists(path.CString()));
+    for (const bool closed : {false, true}) {
+        string path;
+        {
+            DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
+            ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
+            EXPECT_TRUE(std::filesystem::exists(path.CString()));
+            if (closed)
+                cleaner.File()->Close();
+        }
+        EXPECT_FALSE(std::filesystem::exists(path.CString())) << closed;
     }
-    EXPECT_FALSE(std::filesystem::exists(path.CString()));
-}
-
-TEST(DataFileCleaner, TakesItAlsoWhenItIsClosedAlready)
-{
-    string path;
-    {
-        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
-        ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
-        cleaner.File()->Close();
-    }
-    EXPECT_FALSE(std::filesystem::exists(path.CString()));
 }
 
 TEST(DataFileCleaner, LeavesAnyOtherFileWrittenAndInPlace)

@@ -57,35 +57,6 @@ TEST(FileWindow, FindsOnlyWhatLiesInsideWhole)
     }
 }
 
-TEST(FileWindow, CopyOutGivesWhatIsThere)
-{
-    FileWindow window;
-    window.Restart(100);
-    Load(window, "abc");
-    char bytes[8];
-    EXPECT_EQ(0u, window.CopyOut(99, bytes, 8));
-    EXPECT_EQ(3u, window.CopyOut(100, bytes, 8));
-    EXPECT_EQ(1u, window.CopyOut(102, bytes, 8));
-    EXPECT_EQ('c', bytes[0]);
-    EXPECT_EQ(0u, window.CopyOut(103, bytes, 8));
-    EXPECT_EQ(2u, window.CopyOut(100, bytes, 2));
-}
-
-TEST(FileWindow, PlacesOnlyWhatTouchesIt)
-{
-    FileWindow window;
-    window.Restart(100);
-    Load(window, "abcdef");
-    EXPECT_FALSE(Put(window, 99, "X"));
-    EXPECT_FALSE(Put(window, 107, "X")) << "a gap of one";
-    EXPECT_FALSE(window.HasUnwritten());
-    EXPECT_TRUE(Put(window, 106, "gh")) << "right at the end";
-    EXPECT_TRUE(Put(window, 107, "HI")) << "across the end";
-    EXPECT_TRUE(Put(window, 100, "A"));
-    EXPECT_EQ("AbcdefgHI", All(window));
-    EXPECT_EQ(109, window.End());
-}
-
 TEST(FileWindow, UnwrittenBytesReachFromTheFirstPlacedToTheLast)
 {
     FileWindow window;
@@ -106,18 +77,6 @@ TEST(FileWindow, UnwrittenBytesReachFromTheFirstPlacedToTheLast)
     EXPECT_FALSE(window.HasUnwritten());
     EXPECT_TRUE(Put(window, 100, "A"));
     EXPECT_EQ("A", window.Unwritten()) << "a new start, not from the old end";
-}
-
-TEST(FileWindow, FarBytesAreNotJoined)
-{
-    FileWindow window;
-    Load(window, std::string(100000, 'x'));
-    EXPECT_TRUE(Put(window, 50000, "A"));
-    EXPECT_FALSE(Put(window, 50001 + 16 * 1024 + 1, "B"));
-    EXPECT_FALSE(Put(window, 50000 - 16 * 1024 - 2, "B"));
-    EXPECT_EQ("A", window.Unwritten());
-    EXPECT_TRUE(Put(window, 50001 + 16 * 1024, "B"));
-    EXPECT_TRUE(Put(window, 50000 - 16 * 1024 - 1, "B"));
 }
 
 TEST(FileWindow, GrowsToItsLargestSizeAndNoFurther)

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstring>
+#include <functional>
 #include <random>
 #include <string>
 
@@ -30,85 +31,79 @@ Bytes Content(const StringStorageMechanism& stream)
     return Bytes(stream.Storage().View());
 }
 
+using Stream = RandomAccessMechanism;
+
+// A number on its way through a stream: written, and read back as another type's value.
+struct Number {
+    std::function<bool(Stream&)> write;
+    std::function<bool(Stream&)> readsBack;
+};
+
+template <class Written, class Read>
+Number Through(bool (Stream::*write)(Written), bool (Stream::*read)(Read&), Written number,
+               Read back)
+{
+    return {[=](Stream& stream) { return (stream.*write)(number); },
+            [=](Stream& stream) {
+                Read value{};
+                return (stream.*read)(value) && memcmp(&value, &back, sizeof value) == 0;
+            }};
+}
+
+Number Byte(int number, unsigned char back)
+{
+    return Through(&Stream::WriteByte, &Stream::ReadByte, number, back);
+}
+
+Number Short(int number, short back)
+{
+    return Through(&Stream::WriteShort, &Stream::ReadShort, number, back);
+}
+
+Number Long(int number)
+{
+    return Through(&Stream::WriteLong, &Stream::ReadLong, number, number);
+}
+
+Number Double(double number)
+{
+    return Through(&Stream::WriteDouble, &Stream::ReadDouble, number, number);
+}
+
 TEST(RandomAccessMechanism, NumbersHaveTheirBytesInBothOrders)
 {
     struct {
-        bool (*write)(RandomAccessMechanism&);
-        bool (*readsBack)(RandomAccessMechanism&);
-        Bytes big, little;
+        Number number;
+        Bytes big;
         const char* why;
     } cases[] = {
-        {[](auto& s) { return s.WriteByte(0xF2); },
-         [](auto& s) {
-             unsigned char v;
-             return s.ReadByte(v) && v == 0xF2;
-         },
-         Of(0xF2), Of(0xF2), "byte"},
-        {[](auto& s) { return s.WriteByte(0x1FF); },
-         [](auto& s) {
-             unsigned char v;
-             return s.ReadByte(v) && v == 0xFF;
-         },
-         Of(0xFF), Of(0xFF), "byte, the low eight bits"},
-        {[](auto& s) { return s.WriteShort(0x0102); },
-         [](auto& s) {
-             short v;
-             return s.ReadShort(v) && v == 0x0102;
-         },
-         Of(1, 2), Of(2, 1), "short"},
-        {[](auto& s) { return s.WriteShort(0xFF5C); },
-         [](auto& s) {
-             short v;
-             return s.ReadShort(v) && v == -164;
-         },
-         Of(0xFF, 0x5C), Of(0x5C, 0xFF), "short keeps its sign"},
-        {[](auto& s) { return s.WriteLong(0x64FF2EFF); },
-         [](auto& s) {
-             int v;
-             return s.ReadLong(v) && v == 0x64FF2EFF;
-         },
-         Of(0x64, 0xFF, 0x2E, 0xFF), Of(0xFF, 0x2E, 0xFF, 0x64), "long"},
-        {[](auto& s) { return s.WriteLong(-2); },
-         [](auto& s) {
-             int v;
-             return s.ReadLong(v) && v == -2;
-         },
-         Of(0xFF, 0xFF, 0xFF, 0xFE), Of(0xFE, 0xFF, 0xFF, 0xFF), "long, negative"},
-        {[](auto& s) { return s.WriteLong(INT32_MIN); },
-         [](auto& s) {
-             int v;
-             return s.ReadLong(v) && v == INT32_MIN;
-         },
-         Of(0x80, 0, 0, 0), Of(0, 0, 0, 0x80), "long, the most negative"},
-        {[](auto& s) { return s.WriteDouble(1.5); },
-         [](auto& s) {
-             double v;
-             return s.ReadDouble(v) && v == 1.5;
-         },
-         Of(0x3F, 0xF8, 0, 0, 0, 0, 0, 0), Of(0, 0, 0, 0, 0, 0, 0xF8, 0x3F), "double"},
-        {[](auto& s) { return s.WriteDouble(-0.0); },
-         [](auto& s) {
-             double v;
-             return s.ReadDouble(v) && v == 0 && std::signbit(v);
-         },
-         Of(0x80, 0, 0, 0, 0, 0, 0, 0), Of(0, 0, 0, 0, 0, 0, 0, 0x80), "double, negative zero"},
+        {Byte(0xF2, 0xF2), Of(0xF2), "byte"},
+        {Byte(0x1FF, 0xFF), Of(0xFF), "byte, the low eight bits"},
+        {Short(0x0102, 0x0102), Of(1, 2), "short"},
+        {Short(0xFF5C, -164), Of(0xFF, 0x5C), "short keeps its sign"},
+        {Long(0x64FF2EFF), Of(0x64, 0xFF, 0x2E, 0xFF), "long"},
+        {Long(-2), Of(0xFF, 0xFF, 0xFF, 0xFE), "long, negative"},
+        {Long(INT32_MIN), Of(0x80, 0, 0, 0), "long, the most negative"},
+        {Double(1.5), Of(0x3F, 0xF8, 0, 0, 0, 0, 0, 0), "double"},
+        {Double(-0.0), Of(0x80, 0, 0, 0, 0, 0, 0, 0), "double, negative zero"},
     };
     for (const auto& c : cases) {
+        const Bytes little(c.big.rbegin(), c.big.rend());
         for (const bool big : {true, false}) {
             StringStorageMechanism stream;
             OpenOn(stream, "");
             if (big)
                 stream.SetBigEndian();
-            EXPECT_TRUE(c.write(stream)) << c.why;
-            EXPECT_EQ(big ? c.big : c.little, Content(stream)) << c.why;
-            EXPECT_TRUE(stream.SeekFromStart(0) && c.readsBack(stream)) << c.why;
+            EXPECT_TRUE(c.number.write(stream)) << c.why;
+            EXPECT_EQ(big ? c.big : little, Content(stream)) << c.why;
+            EXPECT_TRUE(stream.SeekFromStart(0) && c.number.readsBack(stream)) << c.why;
             EXPECT_TRUE(stream.IsEOF()) << c.why;
             if (big)
                 stream.SetLittleEndian();
             else
                 stream.SetBigEndian();
-            EXPECT_TRUE(stream.SeekFromStart(0) && stream.SetLength(0) && c.write(stream)) << c.why;
-            EXPECT_EQ(big ? c.little : c.big, Content(stream)) << c.why << ", turned round";
+            EXPECT_TRUE(stream.SeekFromStart(0) && stream.SetLength(0) && c.number.write(stream));
+            EXPECT_EQ(big ? little : c.big, Content(stream)) << c.why << ", turned round";
         }
     }
 }

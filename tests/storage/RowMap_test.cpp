@@ -80,33 +80,6 @@ std::vector<uint32_t> KeyPool(TestRandom& random, size_t count)
 
 }   // namespace
 
-TEST(RowMap, KeepsRemovesAndEmpties)
-{
-    RowMap<char> map;
-    map.Append(1, 'a');
-    map.Append(2, 'b');
-    map.Append(3, 'c');
-    EXPECT_EQ('a', map.GetItem(1));
-    EXPECT_EQ('b', map.GetItem(2));
-    EXPECT_EQ('c', map.GetItem(3));
-    EXPECT_EQ('\0', map.GetItem(4)) << "never set";
-    const long index = map.FindIndex(2);
-    EXPECT_EQ(1, index);
-    EXPECT_EQ(2u, map.GetRowIDByIndex(1));
-    EXPECT_EQ('b', map.GetItemByIndex(1));
-    EXPECT_EQ(-1, map.FindIndex(4));
-    EXPECT_TRUE(map.RemoveItem(2));
-    EXPECT_FALSE(map.RemoveItem(2));
-    EXPECT_EQ('\0', map.GetItem(2));
-    EXPECT_EQ(2u, map.Count());
-    EXPECT_EQ(3u, map.GetRowIDByIndex(1)) << "positions close up";
-    map.RemoveAll();
-    for (uint32_t rowID = 0; rowID < 5; rowID++)
-        EXPECT_EQ('\0', map.GetItem(rowID));
-    EXPECT_EQ(0u, map.Count());
-    EXPECT_EQ(kInvalidRowID, map.GetRowIDByIndex(0));
-}
-
 TEST(RowMap, KeyListedTwiceShowsItsNewestValueInBothPlaces)
 {
     RowMap<int> map;

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "engine/storage/RecordFormat.h"
+#include "engine/storage/UnixDataFile.h"
 #include "tests/storage/MemoryFileAccess.h"
 #include "tests/storage/StorageTesting.h"
+#include "tests/storage/TemporaryFolder.h"
 
 namespace vela {
 
@@ -71,65 +73,17 @@ protected:
     std::unique_ptr<VelaStorage> storage;
 };
 
-// A file of a huge length that is zeros, but for what is written behind its start.
-class HugeStream : public RandomAccessMechanism {
-public:
-    explicit HugeStream(int64_t length) : mLength(length) {}
-
-    bool ReadData(void* buffer, int count, int* bytesRead) override
-    {
-        std::memset(buffer, 0, static_cast<size_t>(count));
-        if (bytesRead != nullptr)
-            *bytesRead = count;
-        mPosition += count;
-        return true;
-    }
-    bool WriteData(const void*, int count) override
-    {
-        mPosition += count;
-        mLength = std::max(mLength, mPosition);
-        writes++;
-        return true;
-    }
-    void Close() override {}
-    bool IsEOF() override { return mPosition >= mLength; }
-    bool SeekFromStart(int64_t offset) override
-    {
-        mPosition = offset;
-        return true;
-    }
-    int64_t GetLength() override { return mLength; }
-    bool SetLength(int64_t length) override
-    {
-        mLength = length;
-        return true;
-    }
-    int64_t GetPosition() override { return mPosition; }
-
-    int writes = 0;
-
-private:
-    int64_t mLength;
-    int64_t mPosition = 0;
-};
-
 }   // namespace
 
-TEST_F(StorageTest, EmptyFileGrowsToItsMetadataBlock)
-{
-    Open();
-    EXPECT_EQ(Zeros(256), disk.Bytes("t.dat"));
-    EXPECT_FALSE(storage->GoToFirstRecord());
-    EXPECT_FALSE(storage->NextRecord());
-    EXPECT_FALSE(storage->GoToRowID(1, false));
-    EXPECT_EQ(0u, storage->QtyRows());
-}
-
-TEST_F(StorageTest, ShortFileKeepsItsBytesAndGrows)
+TEST_F(StorageTest, ShortFileGrowsToItsMetadataBlock)
 {
     disk.Put("t.dat", "abc");
     Open();
     EXPECT_EQ("abc" + Zeros(253), disk.Bytes("t.dat"));
+    EXPECT_FALSE(storage->GoToFirstRecord());
+    EXPECT_FALSE(storage->NextRecord());
+    EXPECT_FALSE(storage->GoToRowID(1, false));
+    EXPECT_EQ(0u, storage->QtyRows());
 }
 
 TEST_F(StorageTest, AddedRecordIsThereToTheByte)
@@ -145,50 +99,7 @@ TEST_F(StorageTest, AddedRecordIsThereToTheByte)
     EXPECT_FALSE(storage->NextRecord());
 }
 
-TEST_F(StorageTest, ValuesKeepTypesTextsAndEncodings)
-{
-    Open();
-    TestRow row{{1, Int(123456)},
-                {2, VelaValue::String(string("cool beans man!", kEncodingUTF8))},
-                {300, VelaValue::Boolean(true)},
-                {4, VelaValue::Double(2.5)},
-                {5, VelaValue::Text(kTypeDate, string("1984-05-06"))}};
-    ASSERT_TRUE(storage->AddNewRecord(9, row));
-    Open();
-    ASSERT_TRUE(storage->GoToFirstRecord());
-    EXPECT_EQ(
-        "1=Integer 123456, 2=String[8000100] cool beans man!, 300=Boolean TRUE, "
-        "4=Double 2.5, 5=Date 1984-05-06",
-        Current());
-}
-
-TEST_F(StorageTest, AddNewRecord_NullsAreLeftOut)
-{
-    Open();
-    TestRow row{{1, Null(kTypeInteger)}, {2, Int(2)}, {3, Null(kTypeNone)}};
-    TestRow nothing{{1, Null(kTypeInteger)}};
-    EXPECT_TRUE(storage->AddNewRecord(1, row));
-    EXPECT_TRUE(storage->AddNewRecord(2, nothing));
-    EXPECT_EQ("2=Integer 2", Row(1));
-    EXPECT_EQ("", Row(2));
-    EXPECT_EQ(ToHex(FromHex("52 63 53 74  00 00 00 01  00 00 00 07  01  02 03  00 00 00 02"
-                            "52 63 53 74  00 00 00 02  00 00 00 01  00")),
-              Records());
-}
-
 // ---- updates
-
-TEST_F(StorageTest, UpdateRecord_SameSizeStaysInPlaceAndIsTrue)
-{
-    Open();
-    Add(1, Int(1));
-    Add(2, Int(2));
-    EXPECT_TRUE(Update(1, Int(7)));
-    EXPECT_EQ(ToHex(FromHex("52 63 53 74  00 00 00 01  00 00 00 07  01  01 03  00 00 00 07"
-                            "52 63 53 74  00 00 00 02  00 00 00 07  01  01 03  00 00 00 02")),
-              Records());
-    EXPECT_EQ(2u, storage->QtyRows());
-}
 
 TEST_F(StorageTest, UpdateRecord_ShrunkRecordKeepsItsLengthAndIsFalse)
 {
@@ -244,17 +155,6 @@ TEST_F(StorageTest, UpdateRecord_GrowsIntoTheSlackOfAnEarlierOne)
     EXPECT_TRUE(Update(1, Str("abcdefghij"))) << "one byte too much moves it";
     EXPECT_EQ(2u, storage->QtyRows());
     EXPECT_EQ("1=String[600] abcdefghij", Row(1));
-}
-
-TEST_F(StorageTest, UpdateRecord_MergesByColumn)
-{
-    Open();
-    TestRow row{{1, Int(1)}, {2, Int(2)}, {3, Int(3)}};
-    TestRow update{{3, Int(33)}, {7, Int(7)}, {1, Null(kTypeInteger)}};
-    storage->AddNewRecord(1, row);
-    storage->UpdateRecord(update);
-    EXPECT_EQ("2=Integer 2, 3=Integer 33, 7=Integer 7", Row(1));
-    EXPECT_EQ("1", LiveRows());
 }
 
 TEST_F(StorageTest, UpdateRecord_NeedsACurrentRecord)
@@ -329,16 +229,6 @@ TEST_F(StorageTest, GoToRowID_FindsDeletedRecordsThatTheMapKnows)
     Open();
     EXPECT_FALSE(storage->GoToRowID(2, false)) << "a scan sees live records only";
     EXPECT_EQ("1 3", LiveRows());
-}
-
-TEST_F(StorageTest, UpdateRecord_BringsADeletedRecordBack)
-{
-    Open();
-    Add(1, Int(1));
-    storage->DeleteRecord();
-    EXPECT_EQ("", LiveRows());
-    EXPECT_TRUE(Update(1, Int(5)));
-    EXPECT_EQ("1", LiveRows());
 }
 
 TEST_F(StorageTest, AskingForTheCountLeavesTheCurrentRecord)
@@ -605,13 +495,14 @@ TEST(VelaStorage, RecordFileEndsBelowFourGiB)
                  {int64_t{1} << 40, false}};
     for (const auto& c : cases) {
         const CapturedErrors errors;
-        HugeStream stream(c.length);
+        const TemporaryFolder folder;
+        UnixDataFile stream;   // a file of holes takes no room
+        ASSERT_TRUE(stream.Create(folder.File("t.dat").c_str()) && stream.SetLength(c.length));
         VelaStorage storage(&stream, nullptr);
         TestRow row{{1, Int(1)}};
         EXPECT_EQ(c.fits, storage.AddNewRecord(1, row)) << c.length;
         EXPECT_EQ(!c.fits, storage.IsFull()) << c.length;
         EXPECT_EQ(c.fits ? c.length + kRecordSize : c.length, stream.GetLength());
-        EXPECT_EQ(c.fits ? 1 : 0, stream.writes) << "refused before anything is written";
         if (c.fits) {
             EXPECT_EQ(static_cast<uint32_t>(c.length), storage.Position());
         }

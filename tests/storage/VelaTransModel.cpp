@@ -10,10 +10,7 @@ namespace {
 
 size_t ChunkSize(uint32_t value)
 {
-    size_t size = 1;
-    for (; value > 254; value -= 254)
-        size++;
-    return size;
+    return value == 0 ? 1 : 1 + (value - 1) / 254;
 }
 
 size_t PayloadSize(const VelaValue& value)
@@ -52,13 +49,10 @@ VelaTransModel::Values WithoutNullColumns(const VelaTransModel::Values& values)
     return present;
 }
 
-VelaTransModel::Values WithoutNulls(const VelaTransModel::Values& values)
+VelaTransModel::Values WithoutNulls(VelaTransModel::Values values)
 {
-    VelaTransModel::Values present;
-    for (const auto& item : values)
-        if (!item.second.IsNull())
-            present.push_back(item);
-    return present;
+    std::erase_if(values, [](const auto& item) { return item.second.IsNull(); });
+    return values;
 }
 
 // The first value of a column; null when there is none.
@@ -166,9 +160,7 @@ void VelaTransModel::UpdateRow(uint32_t rowID, Values values)
 void VelaTransModel::DeleteRow(uint32_t rowID)
 {
     mDeletions.push_back(rowID);
-    mChanges.erase(std::remove_if(mChanges.begin(), mChanges.end(),
-                                  [rowID](const Change& c) { return c.rowID == rowID; }),
-                   mChanges.end());
+    std::erase_if(mChanges, [rowID](const Change& c) { return c.rowID == rowID; });
     for (Index& index : mIndexes)
         index.entries.erase(rowID);
 }
@@ -268,13 +260,7 @@ bool VelaTransModel::AddIndex(const std::string& name, const std::vector<uint32_
 
 bool VelaTransModel::DropIndex(const std::string& name)
 {
-    for (size_t i = 0; i < mIndexes.size(); i++) {
-        if (mIndexes[i].name != name)
-            continue;
-        mIndexes.erase(mIndexes.begin() + static_cast<std::ptrdiff_t>(i));
-        return true;
-    }
-    return false;
+    return std::erase_if(mIndexes, [&name](const Index& i) { return i.name == name; }) > 0;
 }
 
 // ---- the end of a transaction

@@ -37,45 +37,25 @@ public:
 
     void Step()
     {
-        switch (mRandom.Below(16)) {
-            case 0:
-            case 1:
-            case 2:
-            case 3:
-                AddRow();
-                break;
-            case 4:
-            case 5:
-            case 6:
-            case 7:
-                UpdateRow();
-                break;
-            case 8:
-            case 9:
-                DeleteRow(SomeRow());
-                break;
-            case 10:
-                if (mRandom.OneIn(4))
-                    DeleteRow(1 + mRandom.Below(40));
-                break;
-            case 11:
-                if (mWithIndexes)
-                    ChangeIndexes();
-                break;
-            case 12:
-                if (mRandom.OneIn(2))
-                    EndTransaction();
-                break;
-            case 13:
-                CompareOneByIndex();
-                break;
-            case 14:
-                CompareColumns();
-                break;
-            default:
-                CompareTable();
-                break;
-        }
+        const uint32_t choice = mRandom.Below(16);
+        if (choice < 4)
+            AddRow();
+        else if (choice < 8)
+            UpdateRow();
+        else if (choice < 10)
+            DeleteRow(SomeRow());
+        else if (choice == 10 && mRandom.OneIn(4))
+            DeleteRow(1 + mRandom.Below(40));
+        else if (choice == 11 && mWithIndexes)
+            ChangeIndexes();
+        else if (choice == 12 && mRandom.OneIn(2))
+            EndTransaction();
+        else if (choice == 13)
+            CompareOneByIndex();
+        else if (choice == 14)
+            CompareColumns();
+        else if (choice == 15)
+            CompareTable();
     }
     void Finish()
     {
