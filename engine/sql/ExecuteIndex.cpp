@@ -7,7 +7,7 @@ namespace vela {
 
 namespace {
 
-bool CheckNewIndexName(const VelaTable& table, const string& name, VelaStatus* status)
+bool CheckNewIndexName(VelaTable& table, const string& name, VelaStatus* status)
 {
     SimpleVector<string> taken;
     table.GetIndexNames(taken);
@@ -19,7 +19,7 @@ bool CheckNewIndexName(const VelaTable& table, const string& name, VelaStatus* s
     return CheckNewName(name, status);
 }
 
-bool FindColumnIDs(const VelaTable& table, const SimpleVector<string>& names,
+bool FindColumnIDs(VelaTable& table, const SimpleVector<string>& names,
                    SimpleVector<uint32_t>* columnIDs, VelaStatus* status)
 {
     for (const string& name : names) {

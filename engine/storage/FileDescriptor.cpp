@@ -93,6 +93,13 @@ bool FileDescriptor::Synchronise() const
     return Uninterrupted([&] { return fdatasync(mDescriptor); }) == 0;
 }
 
+void FileDescriptor::StartSynchronising(int64_t offset, int64_t length) const
+{
+    const int reason = errno;
+    sync_file_range(mDescriptor, offset, length, SYNC_FILE_RANGE_WRITE);
+    errno = reason;
+}
+
 bool FileDescriptor::Allocate(int64_t offset, int64_t length) const
 {
     if (length <= 0)

@@ -44,6 +44,9 @@ public:
     [[nodiscard]] bool SetLength(int64_t length) const;
     // What was written so far, and the length, are on the device.
     [[nodiscard]] bool Synchronise() const;
+    // Asks the system to begin carrying length bytes from offset to the device; doesn't wait. Promises
+    // nothing, and can't fail in a way that matters: Synchronise tells.
+    void StartSynchronising(int64_t offset, int64_t length) const;
     // Room on the device for length bytes from offset; the file's length stays. True, too, where
     // the file system can't say.
     [[nodiscard]] bool Allocate(int64_t offset, int64_t length) const;

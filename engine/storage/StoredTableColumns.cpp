@@ -233,7 +233,8 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
 // The rows of the file with their pending updates; says how many.
 size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers)
 {
-    if (!mTable->mStorage)
+    VelaStorage* storage = mTable->Storage();
+    if (!storage)
         return 0;
     std::vector<std::pair<uint32_t, uint32_t>> wanted;
     for (uint32_t number : numbers)
@@ -242,7 +243,7 @@ size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers
     const bool changes = mTable->mChangedRows.Count() > 0;
     const bool deletions = mTable->mDeletedRows.Count() > 0;
     size_t rows = 0;
-    RecordScanner scanner(mTable->mStorage->RecordStream());
+    RecordScanner scanner(storage->RecordStream());
     while (scanner.Next()) {
         const uint32_t rowID = scanner.Header().rowID;
         if (!scanner.Header().live || (deletions && mTable->mDeletedRows.Contains(rowID)))

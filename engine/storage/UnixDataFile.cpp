@@ -18,6 +18,7 @@ constexpr int kModeReadWrite = 3;
 constexpr char kTemporaryPattern[] = "/tmp/mx_XXXXXX";
 
 constexpr int64_t kPageSize = 4 * 1024;
+constexpr int64_t kEarlyPiece = int64_t{8} << 20;
 constexpr int64_t kLargestFetch = static_cast<int64_t>(FileWindow::kLargestSize);
 // From this size on, a block is read or written without the window.
 constexpr size_t kLargeBlock = 64 * 1024;
@@ -411,7 +412,21 @@ size_t UnixDataFile::WriteToFile(int64_t position, const char* from, size_t coun
         mFileLength = std::max(mFileLength, position);
         mLength = std::max(mLength, position);
     }
+    StartEarly(position, done);
     return done;
+}
+
+// A long run of writes goes to the device while it is still being made, so that the flush at its end has little left to wait
+// for.
+void UnixDataFile::StartEarly(int64_t end, size_t written)
+{
+    if (mRunEnd != end - static_cast<int64_t>(written))
+        mRunStart = end - static_cast<int64_t>(written);
+    mRunEnd = end;
+    if (mRunEnd - mRunStart < kEarlyPiece)
+        return;
+    mFile.StartSynchronising(mRunStart, mRunEnd - mRunStart);
+    mRunStart = mRunEnd;
 }
 
 }   // namespace vela

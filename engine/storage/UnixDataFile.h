@@ -73,6 +73,7 @@ private:
     bool WriteWindow();
     // How many bytes the file has taken; fewer than count after a failure.
     size_t WriteToFile(int64_t position, const char* from, size_t count);
+    void StartEarly(int64_t end, size_t written);
 
     FileDescriptor mFile;
     string mPath;
@@ -83,6 +84,9 @@ private:
     int64_t mLength = 0;   // with what is not written out yet
     int64_t mFileLength =
         0;   // of the file itself; between it and mLength, what the window lacks is zeros
+    // Of writes that followed one another, what the system has not been asked to carry out yet.
+    int64_t mRunStart = 0;
+    int64_t mRunEnd = 0;
     int64_t mAhead = 0;   // bytes that the last fetch went for
     int mErrorNumber = 0;
     bool mUnsynchronised =

@@ -78,14 +78,13 @@ VelaSchema::VelaSchema(VelaFileAccess* files)
 {
     for (const FieldDefinition& field : kFields)
         mColumns.push_back({field.name, VelaValue::Null(field.type), field.field});
-    mLastUsedColumnID = std::max<uint32_t>(mLastUsedColumnID, kDefaultValue);
-    mRows->Drop();
+    mLastUsedColumnID = kDefaultValue;
     PopulateInitialSchema();
 }
 
 void VelaSchema::PopulateInitialSchema()
 {
-    if ((!mStorage && !mNewFiles) || Columns()->RowCount() > 0)
+    if ((!Storage() && !mNewFiles) || Columns()->RowCount() > 0)
         return;
     for (const FieldDefinition& field : kFields)
         AddSchemaRow(kSchemaTableName, field.field, field.name, field.type, 0, true, "");
@@ -133,7 +132,6 @@ std::unique_ptr<VelaTrans> VelaSchema::MakeTable(const Description& description,
     table->mColumns = description.columns;
     for (const VelaColumnInfo& column : description.columns)
         table->mLastUsedColumnID = std::max(table->mLastUsedColumnID, column.columnID);
-    table->mRows->Drop();
     return table;
 }
 
@@ -164,14 +162,17 @@ void VelaSchema::ReloadTable(VelaTrans** table)
 {
     std::unique_ptr<VelaTrans> old(*table);
     const string name = old->mName;
+    old->NeedFiles();
     const Files state = old->mNewFiles ? Files::kNew : Files::kExisting;
     const uint32_t lastRowID = old->mLastUsedRowID;
     const uint32_t lastColumnID = old->mLastUsedColumnID;
-    auto indexes = std::move(old->mIndexes);
+    auto indexes = std::move(old->Indexes());
     auto droppedIndexes = std::move(old->mDroppedIndexes);
     old.reset();   // gives the files free before they are opened again
     std::unique_ptr<VelaTrans> fresh = MakeTable(name, state);
     if (fresh) {
+        fresh->NeedFiles();
+        fresh->mIndexesOpened = true;
         fresh->mLastUsedRowID = std::max(fresh->mLastUsedRowID, lastRowID);
         fresh->mLastUsedColumnID = std::max(fresh->mLastUsedColumnID, lastColumnID);
         fresh->mLastRowID = fresh->mLastUsedRowID;

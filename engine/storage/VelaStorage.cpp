@@ -14,8 +14,9 @@ namespace {
 
 constexpr size_t kMapHeaderSize = 8;
 constexpr size_t kMapPairSize = 8;
-// After this many single look-ups in the map file, loading it whole is the better way.
-constexpr int kMaxFileLookups = 32;
+// After this many single look-ups in the map file, and one for each so many rows, loading it whole is the better way.
+constexpr uint32_t kMaxFileLookups = 32;
+constexpr uint32_t kRowsPerLookup = 128;
 constexpr size_t kPairsPerBlock = 8192;
 constexpr size_t kTailSize = size_t{1} << 20;
 
@@ -552,7 +553,7 @@ void VelaStorage::BuildRowPosMap()
 bool VelaStorage::FindInMapFile(uint32_t rowID, int64_t* position)
 {
     uint32_t count = 0;
-    if (mFileLookups >= kMaxFileLookups || !ReadMapHeader(&count))
+    if (!ReadMapHeader(&count) || mFileLookups >= kMaxFileLookups + count / kRowsPerLookup)
         return false;
     mFileLookups++;
     uint32_t first = 0;

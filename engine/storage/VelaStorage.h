@@ -132,7 +132,7 @@ private:
     bool mCurrent = false;
     bool mLive = false;
     MapState mMapState = MapState::kUnloaded;
-    int mFileLookups = 0;      // rows found in the map file without loading it
+    uint32_t mFileLookups = 0;   // rows found in the map file without loading it
     size_t mPairsInFile = 0;   // how many pairs at the start of the map file are as they should be
     bool mMapIsComplete =
         false;   // every live record is in the map: a row that it doesn't know is not there

@@ -31,7 +31,7 @@ bool VelaTable::AddIndex(const string& /*name*/, const SimpleVector<uint32_t>& /
     return false;
 }
 
-void VelaTable::GetIndexNames(SimpleVector<string>& /*names*/) const {}
+void VelaTable::GetIndexNames(SimpleVector<string>& /*names*/) {}
 
 bool VelaTable::HasRow(uint32_t rowID)
 {

@@ -46,7 +46,7 @@ public:
     virtual void DeleteRow(uint32_t rowID) = 0;
     virtual bool AddIndex(const string& name, const SimpleVector<uint32_t>& columnIDs);
     // Appends the names of the indexes.
-    virtual void GetIndexNames(SimpleVector<string>& names) const;
+    virtual void GetIndexNames(SimpleVector<string>& names);
 
     // Whether GetRowIDs would list this row; for a stored table without listing them all.
     [[nodiscard]] virtual bool HasRow(uint32_t rowID);

@@ -30,20 +30,23 @@ VelaTrans::VelaTrans(VelaFileAccess* files, const string& name, Files state)
     : mFiles(files),
       mName(name),
       mNewFiles(state == Files::kNew),
+      mFilesOpened(mNewFiles),
+      mIndexesOpened(mNewFiles),
       mRows(new StoredTableColumns(this))
-{
-    if (mNewFiles)
-        return;
-    OpenFiles();
-    OpenIndexes();
-    LoadMetadata();
-    mLastRowID = mLastUsedRowID;
-}
+{}
 
 VelaTrans::~VelaTrans()
 {
     for (size_t i = 0; i < mChangedRows.Count(); i++)
         mChangedRows.GetItemByIndex(i)->Destroy();
+}
+
+void VelaTrans::OpenTable()
+{
+    mFilesOpened = true;
+    OpenFiles();
+    LoadMetadata();
+    mLastRowID = mLastUsedRowID;
 }
 
 bool VelaTrans::OpenFiles()
@@ -72,14 +75,15 @@ const VelaColumnInfo* VelaTrans::Column(long number) const
 
 size_t VelaTrans::QtyRows()
 {
-    if (!mStorage && !mNewFiles)
+    VelaStorage* storage = Storage();
+    if (!storage && !mNewFiles)
         return 0;
-    return (mStorage ? mStorage->QtyRows() : 0) + mChangedRows.Count();
+    return (storage ? storage->QtyRows() : 0) + mChangedRows.Count();
 }
 
 void VelaTrans::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
 {
-    mRows->Refresh();
+    Columns();
     rowIDs->clear();
     rowIDs->resize(mRows->RowCount());
     if (mRows->RowCount() != 0)
@@ -88,6 +92,7 @@ void VelaTrans::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
 
 TableColumns* VelaTrans::Columns()
 {
+    NeedFiles();
     mRows->Refresh();
     return mRows.get();
 }
@@ -143,9 +148,10 @@ bool VelaTrans::ReadStoredRow(uint32_t rowID)
     if (mCachedRowID == rowID && rowID != kInvalidRowID)
         return true;
     std::string_view body;
-    if (!mStorage || !mStorage->GoToRowID(rowID, false))
+    VelaStorage* storage = Storage();
+    if (!storage || !storage->GoToRowID(rowID, false))
         return false;
-    if (!mStorage->ReadBody(&body))
+    if (!storage->ReadBody(&body))
         body = {};
     mCachedBody.assign(body.begin(), body.end());
     mCachedRowID = rowID;
@@ -159,7 +165,7 @@ bool VelaTrans::ContainsRow(uint32_t rowID)
     for (OpenIndex& open : mIndexes)
         if (open.loaded && open.index->Contains(rowID))
             return true;
-    return mStorage && mStorage->GoToRowID(rowID, false);
+    return Storage() && mStorage->GoToRowID(rowID, false);
 }
 
 bool VelaTrans::HasRow(uint32_t rowID)
@@ -169,7 +175,7 @@ bool VelaTrans::HasRow(uint32_t rowID)
     const VTChangedRow* change = mChangedRows.GetItem(rowID);
     if (change != nullptr && change->IsInsert())
         return true;
-    return mStorage && mStorage->GoToRowID(rowID, false) && mStorage->IsLive();
+    return Storage() && mStorage->GoToRowID(rowID, false) && mStorage->IsLive();
 }
 
 // Rows of the file by their place in it, then the inserted ones by their place in the transaction.
@@ -179,7 +185,7 @@ uint64_t VelaTrans::TableOrderOf(uint32_t rowID)
     if (change != nullptr && change->IsInsert())
         return uint64_t{1} << 32 | mChangedRows.OrderOf(rowID);
     uint32_t position = 0;
-    return mStorage && mStorage->FindPosition(rowID, &position) ? position : 0;
+    return Storage() && mStorage->FindPosition(rowID, &position) ? position : 0;
 }
 
 bool VelaTrans::FindRowsByIndex(long number, const VelaValue& key, SimpleVector<uint32_t>* rowIDs)
@@ -188,7 +194,7 @@ bool VelaTrans::FindRowsByIndex(long number, const VelaValue& key, SimpleVector<
     const VelaColumnInfo* column = Column(number);
     if (number < 1 || column == nullptr || key.IsNull() || key.GetType() != column->Type())
         return false;
-    for (OpenIndex& open : mIndexes) {
+    for (OpenIndex& open : Indexes()) {
         if (open.index->ColumnIDs()[0] != column->columnID ||
             !NeedIndex(open)->FindRows(key, rowIDs))
             continue;
@@ -241,10 +247,29 @@ VelaRow VelaTrans::CoerceRow(const VelaRow& values,
     return row;
 }
 
+uint32_t VelaTrans::NextUnusedRowID()
+{
+    NeedFiles();
+    return mLastUsedRowID + 1;
+}
+
+uint32_t VelaTrans::NextUnusedColumnID()
+{
+    NeedFiles();
+    return mLastUsedColumnID + 1;
+}
+
+uint32_t VelaTrans::LastRowID()
+{
+    NeedFiles();
+    return mLastRowID;
+}
+
 // The next unused row id; kInvalidRowID when they are used up. In a file that tells too low a last used row id, it may
 // belong to a row that has a pending change.
 uint32_t VelaTrans::FreeRowID()
 {
+    NeedFiles();
     while (mLastUsedRowID < kInvalidRowID && mChangedRows.Contains(NextUnusedRowID()))
         mLastUsedRowID++;
     return mLastUsedRowID < kInvalidRowID ? NextUnusedRowID() : kInvalidRowID;
@@ -283,7 +308,7 @@ uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
 
 bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
 {
-    std::vector<bool> touched(mIndexes.size());
+    std::vector<bool> touched(Indexes().size());
     for (size_t i = 0; i < mIndexes.size(); i++) {
         touched[i] = Touches(*mIndexes[i].index, values);
         if (touched[i])
@@ -319,13 +344,14 @@ void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values)
 
 void VelaTrans::DeleteRow(uint32_t rowID)
 {
+    NeedFiles();
     mRows->RowDeleted(rowID);
     mDeletedRows.Set(rowID, 1);
     if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
         (*pending)->Destroy();
         mChangedRows.RemoveItem(rowID);
     }
-    for (size_t i = 0; i < mIndexes.size(); i++)
+    for (size_t i = 0; i < Indexes().size(); i++)
         RemoveRowFromIndex(rowID, i);
 }
 
@@ -345,9 +371,8 @@ void VelaTrans::LoadMetadata()
             mLastUsedRowID = std::max(mLastUsedRowID, mRows->RowIDs()[row]);
         mRows->Drop();
     }
-    if (mLastUsedColumnID == 0)
-        for (const VelaColumnInfo& column : mColumns)
-            mLastUsedColumnID = std::max(mLastUsedColumnID, column.columnID);
+    for (const VelaColumnInfo& column : mColumns)
+        mLastUsedColumnID = std::max(mLastUsedColumnID, column.columnID);
 }
 
 bool VelaTrans::SaveMetadata()
@@ -385,7 +410,7 @@ bool VelaTrans::Commit(string* error)
     const bool isNew = mNewFiles;
     if (isNew && !MakeNewFiles(error))
         return false;
-    if (!mStorage) {
+    if (!Storage()) {
         *error = "The record file " + mName + ".dat is missing or can't be opened.";
         return false;
     }
@@ -518,6 +543,8 @@ void VelaTrans::ForgetChanges()
 
 void VelaTrans::Rollback()
 {
+    if (!mFilesOpened)
+        return;
     for (OpenIndex& dropped : mDroppedIndexes)
         mIndexes.push_back(std::move(dropped));
     mDroppedIndexes.clear();

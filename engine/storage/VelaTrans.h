@@ -23,8 +23,9 @@ class VelaTrans : public VelaTable {
 public:
     enum class Files { kExisting, kNew };
 
-    // Opens the table's files, which must be there; columns are filled in afterwards, by the schema. With kNew it has none
-    // until Commit. files is borrowed for the object's life.
+    // Of a table whose files are there; columns are filled in afterwards, by the schema. The files are opened when something
+    // of them is first needed, the indexes likewise. With kNew it has none until Commit. files is borrowed for the object's
+    // life.
     VelaTrans(VelaFileAccess* files, const string& name, Files state);
     ~VelaTrans() override;
 
@@ -47,7 +48,7 @@ public:
     void DeleteRow(uint32_t rowID) override;
     // False when there is an index of that name or no column.
     bool AddIndex(const string& name, const SimpleVector<uint32_t>& columnIDs) override;
-    void GetIndexNames(SimpleVector<string>& names) const override;
+    void GetIndexNames(SimpleVector<string>& names) override;
     [[nodiscard]] bool HasRow(uint32_t rowID) override;
     bool FindRowsByIndex(long number, const VelaValue& key,
                          SimpleVector<uint32_t>* rowIDs) override;
@@ -57,7 +58,7 @@ public:
     // The index leaves the open ones; its file goes at Commit, Rollback brings it back. False when there is none.
     bool DropIndex(const string& name);
     // The column ids of an index in key order; empty when there is no such index.
-    [[nodiscard]] SimpleVector<uint32_t> IndexColumns(const string& name) const;
+    [[nodiscard]] SimpleVector<uint32_t> IndexColumns(const string& name);
     // Drops every index that has this column.
     void DropIndexesOf(uint32_t columnID);
 
@@ -70,10 +71,10 @@ public:
     [[nodiscard]] bool IsTouched() const;
     // Whether a row of this id is pending, indexed or stored; a deleted row still counts.
     [[nodiscard]] bool ContainsRow(uint32_t rowID);
-    [[nodiscard]] uint32_t NextUnusedRowID() const { return mLastUsedRowID + 1; }
-    [[nodiscard]] uint32_t NextUnusedColumnID() const { return mLastUsedColumnID + 1; }
+    [[nodiscard]] uint32_t NextUnusedRowID();
+    [[nodiscard]] uint32_t NextUnusedColumnID();
     // The row id that AddRow handed out last; of a table as it was opened, the last used one.
-    [[nodiscard]] uint32_t LastRowID() const { return mLastRowID; }
+    [[nodiscard]] uint32_t LastRowID();
     void ForgetLastRowID() { mLastRowID = mLastUsedRowID; }
     // Whether the table was created and not committed since: it has no files yet.
     [[nodiscard]] bool HasNewFiles() const { return mNewFiles; }
@@ -100,6 +101,25 @@ protected:
     void LoadMetadata();
     bool SaveMetadata();
 
+    // Open what is still closed. Everything that looks at stored rows, the last used numbers or the indexes goes through these.
+    void NeedFiles()
+    {
+        if (!mFilesOpened)
+            OpenTable();
+    }
+    // Null when the record file can't be opened, or is still to be made.
+    [[nodiscard]] VelaStorage* Storage()
+    {
+        NeedFiles();
+        return mStorage.get();
+    }
+    [[nodiscard]] SimpleVector<OpenIndex>& Indexes()
+    {
+        if (!mIndexesOpened)
+            OpenIndexes();
+        return mIndexes;
+    }
+    void OpenTable();
     bool OpenFiles();
     bool MakeNewFiles(string* error);
     [[nodiscard]] SimpleVector<string> FindIndexFiles() const;
@@ -151,9 +171,10 @@ protected:
 
     std::unique_ptr<RandomAccessMechanism> mRecordStream;
     std::unique_ptr<RandomAccessMechanism> mMapStream;
-    std::unique_ptr<VelaStorage>
-        mStorage;   // null when the record file could not be opened, or is still to be made
+    std::unique_ptr<VelaStorage> mStorage;
     bool mNewFiles;
+    bool mFilesOpened;     // or there are none
+    bool mIndexesOpened;   // their heads
 
     RowMap<VTChangedRow*>
         mChangedRows;   // owned; the list keeps the order in which rows were first changed

@@ -42,6 +42,8 @@ SimpleVector<string> VelaTrans::FindIndexFiles() const
 
 void VelaTrans::OpenIndexes()
 {
+    NeedFiles();
+    mIndexesOpened = true;
     for (const string& name : FindIndexFiles()) {
         OpenIndex open;
         open.index = std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>());
@@ -72,21 +74,21 @@ VelaIndex* VelaTrans::NeedIndex(OpenIndex& open)
 
 VelaTrans::OpenIndex* VelaTrans::FindIndex(const string& name)
 {
-    for (OpenIndex& open : mIndexes)
+    for (OpenIndex& open : Indexes())
         if (open.index->Name().Compare(name) == 0)
             return &open;
     return nullptr;
 }
 
-void VelaTrans::GetIndexNames(SimpleVector<string>& names) const
+void VelaTrans::GetIndexNames(SimpleVector<string>& names)
 {
-    for (const OpenIndex& open : mIndexes)
+    for (const OpenIndex& open : Indexes())
         names.push_back(open.index->Name());
 }
 
-SimpleVector<uint32_t> VelaTrans::IndexColumns(const string& name) const
+SimpleVector<uint32_t> VelaTrans::IndexColumns(const string& name)
 {
-    const OpenIndex* open = const_cast<VelaTrans*>(this)->FindIndex(name);
+    const OpenIndex* open = FindIndex(name);
     return open ? open->index->ColumnIDs() : SimpleVector<uint32_t>();
 }
 
@@ -104,7 +106,7 @@ bool VelaTrans::AddIndex(const string& name, const SimpleVector<uint32_t>& colum
 
 bool VelaTrans::DropIndex(const string& name)
 {
-    for (size_t i = 0; i < mIndexes.size(); i++) {
+    for (size_t i = 0; i < Indexes().size(); i++) {
         if (mIndexes[i].index->Name().Compare(name) != 0)
             continue;
         if (!mIndexes[i].created)
@@ -117,7 +119,7 @@ bool VelaTrans::DropIndex(const string& name)
 
 void VelaTrans::DropIndexesOf(uint32_t columnID)
 {
-    for (size_t i = mIndexes.size(); i > 0; i--)
+    for (size_t i = Indexes().size(); i > 0; i--)
         if (mIndexes[i - 1].index->PositionOfColumn(columnID) >= 0)
             DropIndex(mIndexes[i - 1].index->Name());
 }
@@ -152,7 +154,7 @@ VelaDataType VelaTrans::NullTypeOf(long number) const
 
 void VelaTrans::AddRowToIndices(uint32_t rowID)
 {
-    for (size_t i = 0; i < mIndexes.size(); i++)
+    for (size_t i = 0; i < Indexes().size(); i++)
         AddRowToIndex(rowID, i);
 }
 

@@ -268,7 +268,8 @@ TEST_F(TableTest, DamagedOrMissingIndexFileIsFilledFromTheRows)
     }
     disk.Restore(good);
     Reopen();
-    disk.Remove("t.i.idx");   // while the table is open
+    EXPECT_EQ(1u, table->IndexColumns("i").size());
+    disk.Remove("t.i.idx");   // while the index is open
     SimpleVector<uint32_t> rows;
     EXPECT_TRUE(table->FindRowsByIndex(1, Int(3), &rows));
     EXPECT_EQ(1u, rows.size());
