@@ -57,3 +57,10 @@ function(vela_configure_target target)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
 endfunction()
+
+# For code that ends up in a shared library: it can stand at any address, and nothing in it is seen from outside unless
+# it is marked.
+function(vela_hide_symbols target)
+    set_target_properties(${target} PROPERTIES
+        POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()

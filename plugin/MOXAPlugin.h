@@ -198,7 +198,7 @@ typedef struct MOXAdbEngineDefinition {
     // as a decimal number (42 for "42S02").
     int32_t (*lastErrorCode)(dbDatabase* database);
 
-    // "DESCRIPTION [SQLSTATE]" of the last call, successful or not ("No data. [02000]"); null when
+    // "DESCRIPTION [SQLSTATE]" of the last call, successful or not ("No records found. [02000]"); null when
     // there is nothing to say.
     MOXAstring (*lastErrorString)(dbDatabase* database);
 
@@ -227,7 +227,8 @@ typedef struct MOXAdbCursorDefinition {
     int32_t (*columnCount)(dbCursor* cursor);
     // The column's name: its alias, or what it shows. Null when there is no such column.
     MOXAstring (*columnName)(dbCursor* cursor, int32_t column);
-    // The field type of the column; kMOXATypeNone also when there is no such column.
+    // The field type of the column: of a computed one, that of its value in the first row, if there
+    // is one. kMOXATypeNone also when there is no such column.
     int32_t (*columnType)(dbCursor* cursor, int32_t column);
     // The value of a column in the current row. Its type is that of the column; computed columns,
     // whose type can differ from row to row, give each value with its own. A text or binary value
@@ -336,12 +337,10 @@ typedef MOXAdbDatabase (*MOXAopenDataSourceProc)(const char* data, int32_t lengt
 //   class      PluginRegisterClass, MOXAGetClassData, MOXAConstructDBDatabase,
 //              MOXAGetDBFromMOXAdbDatabase, MOXASetDBIsConnected, MOXAGetPropValueString,
 //              MOXAUnlockObject
-//   design     "#566", "#567": RegisterDataSourceInterface, DesignAddDataSource,
-//              MOXALoadGlobalMethod, MOXALoadObjectMethod, MOXAGetPropValueString,
-//              MOXAUnlockObject
-//   source     "veladb": RegisterDataSource, MOXAdbDatabaseFromDBDatabase, MOXASetDBIsConnected,
-//              MOXALoadGlobalMethod, MOXALoadObjectMethod, MOXAGetPropValueString,
-//              MOXAUnlockObject
+//   source     "veladb", "#566", "#567": RegisterDataSource, MOXAdbDatabaseFromDBDatabase,
+//              MOXASetDBIsConnected, MOXALoadGlobalMethod, MOXALoadObjectMethod,
+//              MOXAGetPropValueString, MOXAUnlockObject
+//   design     "#566", "#567": RegisterDataSourceInterface, DesignAddDataSource
 // The others make things better: RegisterPluginVersion, MOXALockString, and MOXASetStringEncoding,
 // without which strings keep the encoding that the host gives to new ones.
 
