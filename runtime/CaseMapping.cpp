@@ -9,13 +9,23 @@ namespace vela {
 
 namespace {
 
-// The one locale in which all letters map. It is never freed: static texts may be mapped while the
-// process ends.
+// The one locale in which all letters map, made when it is first needed.
+locale_t gMappingLocale = nullptr;
+
 locale_t MappingLocale()
 {
-    static const locale_t locale =
-        newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-    return locale;
+    if (!gMappingLocale)
+        gMappingLocale = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
+    return gMappingLocale;
+}
+
+// Runs when the code is unloaded or the process ends, after the destructors of all static objects:
+// texts may be mapped in those.
+__attribute__((destructor(101))) void FreeMappingLocale()
+{
+    if (gMappingLocale)
+        freelocale(gMappingLocale);
+    gMappingLocale = nullptr;
 }
 
 char MapASCII(char byte, LetterCase letterCase)

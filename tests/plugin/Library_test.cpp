@@ -1,0 +1,299 @@
+// What the built plug-in library is, seen from outside: its symbol table, what it needs, what it asks
+// a host for, and what is left when it is unloaded.
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <cstdio>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "plugin/MOXAPlugin.h"
+
+namespace {
+
+const char* const kLibrary = VELADB_PLUGIN;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kIsSanitized = true;
+#else
+constexpr bool kIsSanitized = false;
+#endif
+
+std::vector<std::string> LinesOf(const std::string& command)
+{
+    std::vector<std::string> lines;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return lines;
+    char line[1024];
+    while (std::fgets(line, sizeof line, pipe))
+        lines.emplace_back(line, std::string(line).find_last_not_of('\n') + 1);
+    EXPECT_EQ(0, pclose(pipe)) << command;
+    return lines;
+}
+
+// ---- a host of a few services, which notes what it is asked for and what it is given
+
+struct {
+    double version = 5.5;
+    bool knowsNothing = false;
+    std::set<std::string> withheld;
+    std::map<std::string, int> asked;
+    std::vector<std::string> given;
+} gHost;
+
+void RegisterPluginVersion(int32_t version)
+{
+    gHost.given.push_back("version " + std::to_string(version));
+}
+double GetMXVersion()
+{
+    return gHost.version;
+}
+void RegisterEngine(const MOXAdbEngineDefinition* engine)
+{
+    gHost.given.push_back("engine " + std::to_string(engine->version) + " " +
+                          engine->fieldTypeNames);
+}
+void RegisterCursor(const MOXAdbCursorDefinition* cursor)
+{
+    gHost.given.push_back("cursor " + std::to_string(cursor->version));
+}
+void RegisterClass(const MOXAclassDefinition* type)
+{
+    gHost.given.push_back("class " + std::to_string(type->version) + " " + type->name + " " +
+                          type->superclass);
+}
+void RegisterInterface(const char* name, MOXAdataSourceInterfaceProc)
+{
+    gHost.given.push_back(std::string("interface ") + name);
+}
+void RegisterDataSource(const char* kind, MOXAopenDataSourceProc)
+{
+    gHost.given.push_back(std::string("source ") + kind);
+}
+void NotForUse()
+{
+    ADD_FAILURE() << "a service was called that start-up has no use for";
+}
+
+template <class Function>
+void* Address(Function function)
+{
+    return reinterpret_cast<void*>(function);
+}
+
+void* Resolve(const char* name)
+{
+    gHost.asked[name]++;
+    if (gHost.knowsNothing || gHost.withheld.count(name))
+        return nullptr;
+    const std::map<std::string, void*> services = {
+        {"RegisterPluginVersion", Address(RegisterPluginVersion)},
+        {"MOXAGetMXVersion", Address(GetMXVersion)},
+        {"PluginRegisterDBEngine", Address(RegisterEngine)},
+        {"PluginRegisterDBCursor", Address(RegisterCursor)},
+        {"PluginRegisterClass", Address(RegisterClass)},
+        {"RegisterDataSourceInterface", Address(RegisterInterface)},
+        {"RegisterDataSource", Address(RegisterDataSource)},
+    };
+    const auto service = services.find(name);
+    return service == services.end() ? Address(NotForUse) : service->second;
+}
+
+// The library, loaded for the time of a test.
+class Library {
+public:
+    Library() : mHandle(dlopen(kLibrary, RTLD_NOW | RTLD_LOCAL))
+    {
+        EXPECT_NE(nullptr, mHandle) << dlerror();
+    }
+    ~Library()
+    {
+        if (mHandle)
+            dlclose(mHandle);
+    }
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    void Start(MOXAresolver resolver)
+    {
+        ASSERT_NE(nullptr, mHandle);
+        const auto entry = reinterpret_cast<MOXAPluginMainProc>(dlsym(mHandle, "MOXAPluginMain"));
+        ASSERT_NE(nullptr, entry);
+        entry(resolver);
+    }
+
+private:
+    void* mHandle;
+};
+
+bool IsLoaded()
+{
+    void* handle = dlopen(kLibrary, RTLD_NOW | RTLD_NOLOAD);
+    if (handle)
+        dlclose(handle);
+    return handle != nullptr;
+}
+
+// What a host with these services is given at start-up.
+std::vector<std::string> GivenAtStart(double version, const std::set<std::string>& withheld)
+{
+    gHost = {};
+    gHost.version = version;
+    gHost.withheld = withheld;
+    Library library;
+    library.Start(Resolve);
+    return gHost.given;
+}
+
+const std::vector<std::string> kAll = {
+    "version 7",      "engine 7 Integer,VarChar,Boolean,Date,Time,Timestamp,Double,Binary",
+    "cursor 7",       "class 7 MOXADatabase Database",
+    "interface #566", "interface #567",
+    "source veladb",
+};
+
+std::vector<std::string> Without(std::vector<std::string> list, const std::set<size_t>& positions)
+{
+    for (auto position = positions.rbegin(); position != positions.rend(); ++position)
+        list.erase(list.begin() + static_cast<std::ptrdiff_t>(*position));
+    return list;
+}
+
+}   // namespace
+
+TEST(PluginLibrary, ExportsTheEntryPointAndNothingElse)
+{
+    std::vector<std::string> names;
+    for (const std::string& line :
+         LinesOf(std::string("nm -D --defined-only --format=posix '") + kLibrary + "'"))
+        names.push_back(line.substr(0, line.find(' ')));
+    EXPECT_EQ(std::vector<std::string>{"MOXAPluginMain"}, names);
+}
+
+TEST(PluginLibrary, NeedsNothingButTheCLibrary)
+{
+    if (kIsSanitized)
+        GTEST_SKIP() << "the sanitizers' own libraries are needed too";
+    const std::set<std::string> cLibrary = {"libc.so.6", "libm.so.6", "ld-linux.so.2",
+                                            "ld-linux-x86-64.so.2"};
+    size_t count = 0;
+    for (const std::string& line : LinesOf(std::string("readelf -d '") + kLibrary + "'")) {
+        if (line.find("(NEEDED)") == std::string::npos)
+            continue;
+        const size_t start = line.find('[') + 1;
+        const std::string name = line.substr(start, line.find(']') - start);
+        EXPECT_TRUE(cLibrary.count(name)) << name;
+        count++;
+    }
+    EXPECT_LT(0u, count);
+}
+
+TEST(PluginLibrary, LoadingAsksForNothingAndUnloadingUnloads)
+{
+    gHost = {};
+    {
+        const Library library;
+        EXPECT_TRUE(IsLoaded());
+    }
+    EXPECT_TRUE(gHost.asked.empty());
+    EXPECT_FALSE(IsLoaded());
+}
+
+TEST(PluginLibrary, LoadingAgainAndAgainKeepsNoMemory)
+{
+    if (kIsSanitized)
+        GTEST_SKIP() << "the sanitizer hands out memory in its own way";
+    gHost = {};
+    size_t before = 0;
+    for (int round = 0; round < 40; round++) {
+        if (round == 20)
+            before = mallinfo2().uordblks;
+        Library library;
+        library.Start(Resolve);
+        gHost.given.clear();
+    }
+    EXPECT_LT(mallinfo2().uordblks, before + 4096);
+}
+
+TEST(PluginLibrary, RegistersInOrder)
+{
+    EXPECT_EQ(kAll, GivenAtStart(5.5, {}));
+    EXPECT_EQ(kAll, GivenAtStart(9.25, {}));
+}
+
+TEST(PluginLibrary, AHostBefore55GetsNoEngine)
+{
+    for (const double version : {5.4, 0.0, -1.0, __builtin_nan("")})
+        EXPECT_EQ(std::vector<std::string>{"version 7"}, GivenAtStart(version, {})) << version;
+}
+
+TEST(PluginLibrary, AResolverThatKnowsNothingIsAskedAndLeft)
+{
+    gHost = {};
+    gHost.knowsNothing = true;
+    Library library;
+    library.Start(Resolve);
+    library.Start(nullptr);
+    EXPECT_TRUE(gHost.given.empty());
+    EXPECT_EQ(1, gHost.asked["RegisterPluginVersion"]);
+    EXPECT_EQ(1, gHost.asked["MOXAGetMXVersion"]);
+}
+
+TEST(PluginLibrary, AServiceIsAskedForOnceWhileFoundAndAgainWhileMissing)
+{
+    gHost = {};
+    gHost.withheld = {"PluginRegisterClass"};
+    Library library;
+    library.Start(Resolve);
+    library.Start(Resolve);
+    EXPECT_EQ(1, gHost.asked["MOXAGetMXVersion"]);
+    EXPECT_EQ(1, gHost.asked["PluginRegisterDBEngine"]);
+    EXPECT_EQ(2, gHost.asked["PluginRegisterClass"]);
+}
+
+TEST(PluginLibrary, NothingIsRegisteredThatCannotWork)
+{
+    // Positions in kAll of what is then left out.
+    const std::set<size_t> all = {1, 2, 3, 4, 5, 6};
+    const std::set<size_t> type = {3};
+    const std::set<size_t> sources = {4, 5, 6};
+    const std::set<size_t> interfaces = {4, 5};
+    struct {
+        const char* withheld;
+        std::set<size_t> missing;
+    } const cases[] = {
+        {"RegisterPluginVersion", {0}},
+        {"MOXAGetMXVersion", all},
+        {"PluginRegisterDBEngine", all},
+        {"PluginRegisterDBCursor", all},
+        {"MOXABuildString", all},
+        {"StringGetCString", all},
+        {"StringGetLength", all},
+        {"MOXAUnlockString", all},
+        {"MOXAdbCursorFromDBCursor", all},
+        {"PluginRegisterClass", type},
+        {"MOXAGetClassData", type},
+        {"MOXAConstructDBDatabase", type},
+        {"MOXAGetDBFromMOXAdbDatabase", type},
+        {"MOXASetDBIsConnected", {3, 4, 5, 6}},
+        {"MOXAGetPropValueString", {3, 4, 5, 6}},
+        {"MOXAUnlockObject", {3, 4, 5, 6}},
+        {"RegisterDataSource", sources},
+        {"MOXAdbDatabaseFromDBDatabase", sources},
+        {"MOXALoadGlobalMethod", sources},
+        {"MOXALoadObjectMethod", sources},
+        {"RegisterDataSourceInterface", interfaces},
+        {"DesignAddDataSource", interfaces},
+        {"MOXALockString", {}},
+        {"MOXASetStringEncoding", {}},
+        {"MOXAGetPropValueInt", {}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Without(kAll, c.missing), GivenAtStart(5.5, {c.withheld})) << c.withheld;
+}
