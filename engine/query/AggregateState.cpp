@@ -1,6 +1,7 @@
 #include "engine/query/AggregateState.h"
 
 #include <limits>
+#include <type_traits>
 
 #include "engine/query/StringForm.h"
 
@@ -20,6 +21,23 @@ bool IsLess(const VelaValue& a, const VelaValue& b)
     if (IsNumber(a) && IsNumber(b))
         return a.GetDouble() < b.GetDouble();
     return string::CompareBytes(StringForm(a).View(), StringForm(b).View()) < 0;
+}
+
+// Calls take(row) for the rows of the group whose value is not null. False: a row is not in the column.
+template <class TakeRow>
+bool ForEachRow(const ColumnData& column, const VelaRecSetGroup& group, size_t table,
+                const TakeRow& take)
+{
+    const size_t rows = column.Count();
+    const bool anyNulls = !column.nulls.empty();
+    for (size_t i = 0; i < group.Count(); i++) {
+        const uint32_t row = group.RowID(i, table);
+        if (row >= rows)
+            return false;
+        if (!anyNulls || !column.IsNull(row))
+            take(row);
+    }
+    return true;
 }
 
 VelaValue IntegerOrDouble(int64_t number)
@@ -46,6 +64,62 @@ void AggregateState::Take(const VelaValue& value)
         Add(value);
     else if (mFunc != kFuncCount)
         KeepIfBeyond(value);
+}
+
+bool AggregateState::TakeColumn(const ColumnData& column, const VelaRecSetGroup& group,
+                                size_t table)
+{
+    if (mSeen || mCount != 0)
+        return false;
+    if (mFunc == kFuncCount) {
+        uint64_t count = 0;
+        if (!ForEachRow(column, group, table, [&count](uint32_t) { count++; }))
+            return false;
+        mCount = count;
+        return true;
+    }
+    switch (column.form) {
+        case ColumnData::Form::kIntegers:
+            return TakeNumbers(column, column.integers, group, table);
+        case ColumnData::Form::kDoubles:
+            return TakeNumbers(column, column.doubles, group, table);
+        default:
+            return false;
+    }
+}
+
+// A group has fewer than 2^32 rows, so their Integers add up in 64 bits; Doubles are added one after another, as ever.
+template <class Number>
+bool AggregateState::TakeNumbers(const ColumnData& column, const std::vector<Number>& numbers,
+                                 const VelaRecSetGroup& group, size_t table)
+{
+    constexpr bool kAreDoubles = std::is_same_v<Number, double>;
+    uint64_t count = 0;
+    std::conditional_t<kAreDoubles, double, int64_t> sum = 0;
+    uint32_t extreme = 0;   // the row of the first smallest or largest number
+    const auto add = [&](uint32_t row) {
+        sum += numbers[row];
+        count++;
+    };
+    const auto compare = [&](uint32_t row) {
+        const bool isBeyond = count == 0 || (mFunc == kFuncMin ? numbers[row] < numbers[extreme]
+                                                               : numbers[extreme] < numbers[row]);
+        extreme = isBeyond ? row : extreme;
+        count++;
+    };
+    const bool adds = mFunc == kFuncSum || mFunc == kFuncAvg;
+    if (!(adds ? ForEachRow(column, group, table, add) : ForEachRow(column, group, table, compare)))
+        return false;
+    mCount = count;
+    if (!adds && count != 0)
+        column.GetValue(extreme, &mExtreme);
+    if constexpr (kAreDoubles) {
+        mDoubles = sum;
+        mAreDoubles = count != 0;
+    } else {
+        mIntegers = sum;
+    }
+    return true;
 }
 
 VelaValue AggregateState::Result() const

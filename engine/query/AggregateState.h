@@ -6,6 +6,8 @@
 #include "engine/core/VelaValue.h"
 #include "engine/query/DistinctValues.h"
 #include "engine/query/VelaFunctions.h"
+#include "engine/query/VelaRecSet.h"
+#include "engine/storage/TableColumns.h"
 
 namespace vela {
 
@@ -18,6 +20,10 @@ public:
 
     // NULLs are skipped.
     void Take(const VelaValue& value);
+    // Takes a column's values of the rows that the group has of a table, in the group's order, without making them. False:
+    // this can't be done here, and nothing was taken; Take each one then.
+    [[nodiscard]] bool TakeColumn(const ColumnData& column, const VelaRecSetGroup& group,
+                                  size_t table);
     // The result for the values taken so far; may be NULL.
     [[nodiscard]] VelaValue Result() const;
 
@@ -25,6 +31,9 @@ private:
     void Add(const VelaValue& value);
     void AddInteger(int32_t number);
     void KeepIfBeyond(const VelaValue& value);
+    template <class Number>
+    [[nodiscard]] bool TakeNumbers(const ColumnData& column, const std::vector<Number>& numbers,
+                                   const VelaRecSetGroup& group, size_t table);
     [[nodiscard]] VelaValue Sum() const;
 
     VelaFuncCode mFunc;

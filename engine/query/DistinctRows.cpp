@@ -1,5 +1,6 @@
 #include "engine/query/DistinctRows.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace vela {
@@ -7,6 +8,9 @@ namespace vela {
 namespace {
 
 constexpr uint64_t kNullHash = 1;
+// Half a megabyte of flags at most.
+constexpr size_t kNumbersKept = size_t{1} << 22;
+constexpr size_t kFewNumbers = 1024;
 
 uint64_t HashOf(const VelaValue& value)
 {
@@ -55,6 +59,18 @@ bool DistinctRows::IsNew()
         return false;
     mRows.Add(hash);
     return true;
+}
+
+bool DistinctRows::HasCome(int32_t number)
+{
+    const size_t place = static_cast<uint32_t>(number);
+    if (place >= kNumbersKept)
+        return false;
+    if (place >= mHasCome.size())
+        mHasCome.resize(std::min(kNumbersKept, 2 * place + kFewNumbers));
+    const bool hasCome = mHasCome[place];
+    mHasCome[place] = true;
+    return hasCome;
 }
 
 DistinctRows::ValueClass DistinctRows::ClassOf(const VelaValue& value)

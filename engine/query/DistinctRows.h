@@ -23,6 +23,9 @@ public:
     // For the row added last, which was not asked about before; all other rows have stayed. False:
     // it equals an earlier one, and the caller takes it away again.
     [[nodiscard]] bool IsNew();
+    // For a table of one column whose rows all come by way of this: whether a row of that Integer has come before, so that
+    // another need not be made. Answers no for numbers that it keeps no account of.
+    [[nodiscard]] bool HasCome(int32_t number);
 
 private:
     // Values of one class equal each other in one way.
@@ -50,6 +53,7 @@ private:
     std::vector<ValueClass> mClasses;   // per column
     bool mIsHashed = true;              // false: classes are mixed, mRows is given up
     HashChains mRows;                   // entry i is row i
+    std::vector<bool> mHasCome;         // by number
 };
 
 }   // namespace vela

@@ -26,6 +26,17 @@ std::string_view GroupKey::Of(const VelaRecSet& recSet)
     return mKey;
 }
 
+const ColumnData* GroupKey::IntegerColumn(size_t* table) const
+{
+    const VExprField* field = mColumns.size() == 1 ? AsField(mColumns[0].get()) : nullptr;
+    const ColumnData* data = field ? field->LoadedColumn(mContext) : nullptr;
+    if (data == nullptr || data->type != kTypeInteger ||
+        data->form != ColumnData::Form::kIntegers || !data->nulls.empty())
+        return nullptr;
+    *table = field->Table();
+    return data;
+}
+
 void GroupKey::Append(const VelaExpr& column)
 {
     if (AppendInPlace(column))

@@ -15,6 +15,8 @@ public:
     // Both are borrowed. Of context, the current record set is not looked at.
     GroupKey(const std::vector<VelaExprPtr>& columns, const VelaEvalContext& context);
 
+    // The one column that makes the key, when it is in memory as Integers without nulls: *table is whose it is. Else null.
+    [[nodiscard]] const ColumnData* IntegerColumn(size_t* table) const;
     // The key of a record set, good until the next call.
     [[nodiscard]] std::string_view Of(const VelaRecSet& recSet);
 

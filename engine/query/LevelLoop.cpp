@@ -65,6 +65,20 @@ uint32_t LevelLoop::SkipRest()
     return skipped;
 }
 
+void LevelLoop::CollectRest(RecSetList* list)
+{
+    if (!mLevel->joinTerms.empty())
+        return;
+    const uint32_t last = mRows.Count();
+    list->Reserve(last - mPosition);
+    uint32_t& bound = mState->rows[mLevel->table];
+    mState->considered += last - mPosition;
+    for (; mPosition < last; mPosition++) {
+        bound = mRows.At(mLevel->reversed ? last - 1 - mPosition : mPosition);
+        list->Add(mState->rows.data());
+    }
+}
+
 bool LevelLoop::NextCandidate(uint32_t* row)
 {
     if (mWay == Way::kJoin)

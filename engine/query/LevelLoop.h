@@ -5,6 +5,7 @@
 
 #include "engine/query/EqualityJoin.h"
 #include "engine/query/QueryPlan.h"
+#include "engine/query/RecSetList.h"
 #include "engine/query/RowList.h"
 
 namespace vela {
@@ -44,6 +45,9 @@ public:
     // Passes over the rows that are left, when that takes no look at them: when no term ties them
     // to other tables. How many they are; 0 otherwise.
     [[nodiscard]] uint32_t SkipRest();
+    // Binds the rows that are left, one after another, and appends each record set to the list; only where SkipRest would pass
+    // over them.
+    void CollectRest(RecSetList* list);
     // How many rows there are at most, for each row of the earlier levels. After Open.
     [[nodiscard]] uint32_t Count() const { return mRows.Count(); }
 

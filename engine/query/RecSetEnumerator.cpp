@@ -69,6 +69,15 @@ uint64_t RecSetEnumerator::CountRest()
     return count;
 }
 
+void RecSetEnumerator::CollectRest(RecSetList* list)
+{
+    while (Next()) {
+        list->Add(mState.rows.data());
+        if (!mLoops.empty())
+            mLoops.back().CollectRest(list);
+    }
+}
+
 // Whether there can be any record set at all.
 bool RecSetEnumerator::Start()
 {

@@ -4,6 +4,7 @@
 
 #include "engine/query/LevelLoop.h"
 #include "engine/query/QueryPlan.h"
+#include "engine/query/RecSetList.h"
 
 namespace vela {
 
@@ -28,6 +29,8 @@ public:
     // Goes through all record sets that are left; how many there were. Rows that no term ties to
     // rows of other tables are counted without being looked at one by one.
     [[nodiscard]] uint64_t CountRest();
+    // Goes through all record sets that are left and appends them to the list.
+    void CollectRest(RecSetList* list);
     // For evaluating expressions on the current record set. Without one, all its rows are unbound.
     [[nodiscard]] const VelaEvalContext& Context() const { return mState.context; }
     // The rows of the current record set, one per table; where they lie doesn't change.

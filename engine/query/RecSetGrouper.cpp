@@ -4,13 +4,19 @@
 
 namespace vela {
 
+namespace {
+
+// A table of this many numbers is always worth making, and one of so many for each record set.
+constexpr uint64_t kSmallRange = 1024;
+constexpr uint64_t kRangePerRecSet = 4;
+
+}   // namespace
+
 std::vector<size_t> RecSetGrouper::SortIntoGroups(RecSetList* list)
 {
-    std::vector<uint32_t> groupOf(list->Count());
-    for (size_t i = 0; i < list->Count(); i++) {
-        groupOf[i] = FindOrAddGroup(mKey.Of(list->At(i)));
-        mGroups[groupOf[i]].count++;
-    }
+    std::vector<uint32_t> groupOf = FindGroups(*list);
+    for (const uint32_t group : groupOf)
+        mGroups[group].count++;
     std::vector<size_t> starts;
     std::vector<uint32_t> next(mGroups.size());   // where a group's next record set goes
     uint32_t position = 0;
@@ -23,6 +29,49 @@ std::vector<size_t> RecSetGrouper::SortIntoGroups(RecSetList* list)
         group = next[group]++;
     list->Rearrange(groupOf);
     return starts;
+}
+
+// The group of each record set of the list.
+std::vector<uint32_t> RecSetGrouper::FindGroups(const RecSetList& list)
+{
+    std::vector<uint32_t> groupOf(list.Count());
+    if (FindGroupsByNumber(list, &groupOf))
+        return groupOf;
+    for (size_t i = 0; i < list.Count(); i++)
+        groupOf[i] = FindOrAddGroup(mKey.Of(list.At(i)));
+    return groupOf;
+}
+
+// The same where the key is one Integer of a range that is not much wider than the list is long: a table by number remembers
+// which group each number has. False: it is another key.
+bool RecSetGrouper::FindGroupsByNumber(const RecSetList& list, std::vector<uint32_t>* groupOf)
+{
+    size_t table = 0;
+    const ColumnData* column = mKey.IntegerColumn(&table);
+    const VelaRecSetGroup all = list.Group(0, list.Count());
+    if (column == nullptr || all.Count() == 0)
+        return false;
+    int32_t smallest = INT32_MAX;
+    int32_t largest = INT32_MIN;
+    for (size_t i = 0; i < all.Count(); i++) {
+        const uint32_t row = all.RowID(i, table);
+        if (row >= column->integers.size())
+            return false;
+        smallest = std::min(smallest, column->integers[row]);
+        largest = std::max(largest, column->integers[row]);
+    }
+    const uint64_t range = static_cast<uint64_t>(int64_t{largest} - smallest) + 1;
+    if (range > kSmallRange + all.Count() * kRangePerRecSet)
+        return false;
+    std::vector<uint32_t> groupOfNumber(range, HashChains::kNone);
+    for (size_t i = 0; i < all.Count(); i++) {
+        const int32_t number = column->integers[all.RowID(i, table)];
+        uint32_t& group = groupOfNumber[static_cast<size_t>(int64_t{number} - smallest)];
+        if (group == HashChains::kNone)
+            group = FindOrAddGroup(mKey.Of(all.At(i)));
+        (*groupOf)[i] = group;
+    }
+    return true;
 }
 
 uint32_t RecSetGrouper::FindOrAddGroup(std::string_view key)

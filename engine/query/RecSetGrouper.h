@@ -31,6 +31,8 @@ private:
         uint32_t count;   // record sets
     };
 
+    [[nodiscard]] std::vector<uint32_t> FindGroups(const RecSetList& list);
+    [[nodiscard]] bool FindGroupsByNumber(const RecSetList& list, std::vector<uint32_t>* groupOf);
     [[nodiscard]] uint32_t FindOrAddGroup(std::string_view key);
     [[nodiscard]] bool HasKey(const Group& group, uint64_t firstWord, std::string_view key) const;
     [[nodiscard]] std::string_view KeyOf(const Group& group) const

@@ -11,6 +11,13 @@ class RecSetList {
 public:
     explicit RecSetList(size_t tableCount) : mTableCount(tableCount) {}
 
+    // Makes room for count more; worth asking for many.
+    void Reserve(size_t count)
+    {
+        const size_t wanted = mRows.size() + count * mTableCount;
+        if (wanted > 2 * mRows.capacity())
+            mRows.reserve(wanted);
+    }
     // rows: one per table.
     void Add(const uint32_t* rows)
     {

@@ -3,6 +3,7 @@
 #include "engine/query/AggregateMemo.h"
 #include "engine/query/AggregateState.h"
 #include "engine/query/ExprOperands.h"
+#include "engine/query/ExprShape.h"
 
 namespace vela {
 
@@ -69,6 +70,12 @@ VelaValue VExprAggregate::RememberedResult(const VelaEvalContext& context) const
 
 VelaValue VExprAggregate::ResultOver(const VelaEvalContext& context) const
 {
+    AggregateState state(mFunc, mDistinct);
+    const VExprField* field = AsField(mOperand.get());
+    const ColumnData* column = field ? field->LoadedColumn(context) : nullptr;
+    if (column && state.TakeColumn(*column, *context.group, field->Table()))
+        return state.Result();
+
     AggregateMemo memo;
     VelaRecSet current;
     VelaEvalContext rowContext = context;
@@ -76,7 +83,6 @@ VelaValue VExprAggregate::ResultOver(const VelaEvalContext& context) const
     if (mHoldsAggregate && !context.nestedAggregates)
         rowContext.nestedAggregates = &memo;
 
-    AggregateState state(mFunc, mDistinct);
     VelaValue value;
     for (size_t i = 0; i < context.group->Count(); i++) {
         current = context.group->At(i);

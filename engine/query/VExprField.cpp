@@ -80,6 +80,13 @@ const ColumnData* VExprField::ColumnInPlace(const VelaEvalContext& context, uint
     return data && IsPlainForm(data->form) ? data : nullptr;
 }
 
+const ColumnData* VExprField::LoadedColumn(const VelaEvalContext& context) const
+{
+    const TableColumns* columns = ColumnsAt(context, mTable);
+    const ColumnData* data = columns ? columns->Loaded(static_cast<long>(mColumn)) : nullptr;
+    return data && IsPlainForm(data->form) ? data : nullptr;
+}
+
 uint32_t VExprField::CurrentRow(const VelaEvalContext& context) const
 {
     if (!context.tables || mTable >= context.tables->size())

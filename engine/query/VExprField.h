@@ -30,6 +30,9 @@ public:
     // making one. Null when it isn't held that way, or for what makes Evaluate UNKNOWN: ask that.
     [[nodiscard]] const ColumnData* ColumnInPlace(const VelaEvalContext& context,
                                                   uint32_t* row) const;
+    // The whole column, its rows named as in context; null when it isn't in memory already, or not in a form of plain numbers
+    // or texts.
+    [[nodiscard]] const ColumnData* LoadedColumn(const VelaEvalContext& context) const;
 
 private:
     // The row of the current record set; kInvalidRowID for none, or when the table isn't listed.

@@ -2,6 +2,7 @@
 
 #include "engine/query/AggregateState.h"
 #include "engine/query/DistinctRows.h"
+#include "engine/query/ExprShape.h"
 #include "engine/query/RecSetEnumerator.h"
 #include "engine/query/RecSetGrouper.h"
 #include "engine/query/VExprAggregate.h"
@@ -9,12 +10,6 @@
 namespace vela {
 
 namespace {
-
-void CollectRecSets(RecSetEnumerator* recSets, RecSetList* list)
-{
-    while (recSets->Next())
-        list->Add(recSets->Rows().data());
-}
 
 // What the outputs of an aggregate query are evaluated against.
 VelaEvalContext GroupContext(const VelaEvalContext& context, const VelaRecSetGroup& group)
@@ -31,6 +26,15 @@ bool IsCountOfAll(const VelaExpr& expr)
         return false;
     const auto& aggregate = static_cast<const VExprAggregate&>(expr);
     return aggregate.Func() == kFuncCount && aggregate.Operand() == nullptr;
+}
+
+// Whether the field is an Integer that has come before, told without making its row.
+bool HasCome(const VExprField& field, const VelaEvalContext& context, DistinctRows* distinctRows)
+{
+    uint32_t row = 0;
+    const ColumnData* data = field.ColumnInPlace(context, &row);
+    return data && data->form == ColumnData::Form::kIntegers && data->type == kTypeInteger &&
+           !data->IsNull(row) && distinctRows->HasCome(data->integers[row]);
 }
 
 void DropUnlessNew(DistinctRows* distinctRows, VelaTempTable* result)
@@ -97,7 +101,11 @@ void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) c
     DistinctRows distinctRows(*result);
     std::vector<uint32_t> rowIDs(mTables.size());
     const VelaRecSet source(rowIDs.data());
+    const VExprField* only =
+        mDistinct && mOutputs.size() == 1 ? AsField(mOutputs[0].get()) : nullptr;
     while (recSets->Next()) {
+        if (only && HasCome(*only, recSets->Context(), &distinctRows))
+            continue;
         for (size_t table = 0; table < rowIDs.size(); table++)
             rowIDs[table] = recSets->RowIDOf(table, recSets->Rows()[table]);
         EvaluateOutputs(recSets->Context(), result->AppendRow(&source));
@@ -113,7 +121,7 @@ void VelaQuery::AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* resul
         return;
     }
     RecSetList list(mTables.size());
-    CollectRecSets(recSets, &list);
+    recSets->CollectRest(&list);
     if (!mGroupBy.empty()) {
         AddGroupRows(recSets->Context(), &list, result);
         return;

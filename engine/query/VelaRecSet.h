@@ -33,6 +33,10 @@ public:
 
     [[nodiscard]] size_t Count() const { return mCount; }
     [[nodiscard]] VelaRecSet At(size_t index) const { return VelaRecSet(mRows + index * mTables); }
+    [[nodiscard]] uint32_t RowID(size_t index, size_t table) const
+    {
+        return mRows[index * mTables + table];
+    }
 
 private:
     const uint32_t* mRows;

@@ -170,16 +170,23 @@ const ColumnData* StoredTableColumns::Load(long number)
     const uint32_t column = static_cast<uint32_t>(number);
     if (mColumns[column].refused)
         return nullptr;
-    if (!Loaded(column))
+    if (!IsLoaded(column))
         LoadColumns({column});
-    return Loaded(column) ? &mColumns[column].data : nullptr;
+    return IsLoaded(column) ? &mColumns[column].data : nullptr;
+}
+
+const ColumnData* StoredTableColumns::Loaded(long number) const
+{
+    const bool isThere = number >= 1 && number < static_cast<long>(mColumns.size()) &&
+                         IsLoaded(static_cast<size_t>(number));
+    return isThere ? &mColumns[static_cast<size_t>(number)].data : nullptr;
 }
 
 void StoredTableColumns::Prepare(const std::vector<bool>& numbers)
 {
     std::vector<uint32_t> wanted;
     for (uint32_t number = 1; number < mColumns.size() && number < numbers.size(); number++)
-        if (numbers[number] && !Loaded(number) && !mColumns[number].refused)
+        if (numbers[number] && !IsLoaded(number) && !mColumns[number].refused)
             wanted.push_back(number);
     if (!wanted.empty())
         LoadColumns(wanted);
@@ -194,7 +201,7 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
         return true;
     }
     Column& column = mColumns[static_cast<size_t>(number)];
-    if (!Loaded(static_cast<size_t>(number))) {
+    if (!IsLoaded(static_cast<size_t>(number))) {
         if (column.refused || ++column.asked < kFewValues + RowCount() / kPartOfRows ||
             Load(number) == nullptr)
             return mTable->GetValue(mRowIDs[row], number, value, true);
@@ -343,7 +350,7 @@ void StoredTableColumns::RowAdded(const VTChangedRow& change)
         mNumbers.Set(change.RowID(), RowCount());
     mRowIDs.push_back(change.RowID());
     for (uint32_t number = 1; number < mColumns.size(); number++)
-        if (Loaded(number) && !AppendFromChange(change, number))
+        if (IsLoaded(number) && !AppendFromChange(change, number))
             Refuse(number);
 }
 
@@ -357,7 +364,7 @@ void StoredTableColumns::RowUpdated(const VTChangedRow& change)
     for (uint32_t number = 1; number < mColumns.size(); number++) {
         const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
         VelaValue value;
-        if (!Loaded(number) || !change.GetValue(info->columnID, info->Type(), &value))
+        if (!IsLoaded(number) || !change.GetValue(info->columnID, info->Type(), &value))
             continue;
         if (!mColumns[number].data.Set(row, value))
             Refuse(number);

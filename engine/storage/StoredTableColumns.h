@@ -33,6 +33,7 @@ public:
     }
     [[nodiscard]] uint32_t RowNumberOf(uint32_t rowID) override;
     [[nodiscard]] const ColumnData* Load(long number) override;
+    [[nodiscard]] const ColumnData* Loaded(long number) const override;
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
@@ -66,7 +67,7 @@ private:
     void Refuse(uint32_t number);
     void ResetColumn(uint32_t number);
     void RemoveDeletedRows();
-    [[nodiscard]] bool Loaded(size_t number) const
+    [[nodiscard]] bool IsLoaded(size_t number) const
     {
         return mColumns[number].data.form != ColumnData::Form::kUnloaded;
     }

@@ -74,6 +74,8 @@ public:
     // A column for direct access, loaded when it isn't yet; null when it can't be had that way (column 0, a column that is
     // not there, or memory is short): GetValue still answers.
     [[nodiscard]] virtual const ColumnData* Load(long number) = 0;
+    // The column when it is in memory already; null also where Load would bring it there. The base has none.
+    [[nodiscard]] virtual const ColumnData* Loaded(long /*number*/) const { return nullptr; }
     // Loads several columns (numbers[i] set: column i) in one pass, where that saves passes. No promise: Load tells. Best
     // asked before anything else, as the rows are counted in the same pass.
     virtual void Prepare(const std::vector<bool>& numbers) { (void)numbers; }

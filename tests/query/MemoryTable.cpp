@@ -29,6 +29,13 @@ public:
             return nullptr;
         return &data;
     }
+    [[nodiscard]] const ColumnData* Loaded(long number) const override
+    {
+        const bool isLoaded =
+            number >= 1 && number < mTable->QtyColumns() &&
+            mData[static_cast<size_t>(number - 1)].form != ColumnData::Form::kUnloaded;
+        return isLoaded ? &mData[static_cast<size_t>(number - 1)] : nullptr;
+    }
     bool GetValue(uint32_t row, long number, VelaValue* value) override
     {
         return row < RowCount() && mTable->GetValue(RowIDs()[row], number, value);
