@@ -1,5 +1,6 @@
 // Unloading the library leaves nothing behind.
 
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are that library's.
 namespace __gnu_cxx {
 
 // Part of the C++ library, which is inside this one: gives back the memory that it set aside at
@@ -7,6 +8,7 @@ namespace __gnu_cxx {
 __attribute__((weak)) void __freeres();
 
 }   // namespace __gnu_cxx
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace vela {
 

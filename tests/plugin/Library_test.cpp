@@ -44,6 +44,8 @@ struct {
     std::set<std::string> withheld;
     std::map<std::string, int> asked;
     std::vector<std::string> given;
+    const MOXAdbEngineDefinition* engine = nullptr;
+    const MOXAdbCursorDefinition* cursor = nullptr;
 } gHost;
 
 void RegisterPluginVersion(int32_t version)
@@ -58,10 +60,12 @@ void RegisterEngine(const MOXAdbEngineDefinition* engine)
 {
     gHost.given.push_back("engine " + std::to_string(engine->version) + " " +
                           engine->fieldTypeNames);
+    gHost.engine = engine;
 }
 void RegisterCursor(const MOXAdbCursorDefinition* cursor)
 {
     gHost.given.push_back("cursor " + std::to_string(cursor->version));
+    gHost.cursor = cursor;
 }
 void RegisterClass(const MOXAclassDefinition* type)
 {
@@ -296,4 +300,46 @@ TEST(PluginLibrary, NothingIsRegisteredThatCannotWork)
     };
     for (const auto& c : cases)
         EXPECT_EQ(Without(kAll, c.missing), GivenAtStart(5.5, {c.withheld})) << c.withheld;
+}
+
+TEST(PluginLibrary, ANullDatabaseOrCursorGivesNothing)
+{
+    gHost = {};
+    Library library;
+    library.Start(Resolve);
+    ASSERT_NE(nullptr, gHost.engine);
+    ASSERT_NE(nullptr, gHost.cursor);
+
+    const MOXAdbEngineDefinition& engine = *gHost.engine;
+    engine.closeDatabase(nullptr);
+    engine.directSQLExecute(nullptr, nullptr);
+    engine.releaseDatabase(nullptr);
+    EXPECT_EQ(nullptr, engine.tableSchema(nullptr));
+    EXPECT_EQ(nullptr, engine.fieldSchema(nullptr, nullptr));
+    EXPECT_EQ(nullptr, engine.directSQLSelect(nullptr, nullptr));
+    EXPECT_EQ(nullptr, engine.indexSchema(nullptr, nullptr));
+    EXPECT_EQ(0, engine.lastErrorCode(nullptr));
+    EXPECT_EQ(nullptr, engine.lastErrorString(nullptr));
+
+    const MOXAdbCursorDefinition& cursor = *gHost.cursor;
+    cursor.closeCursor(nullptr);
+    EXPECT_EQ(0, cursor.columnCount(nullptr));
+    EXPECT_EQ(nullptr, cursor.columnName(nullptr, 0));
+    EXPECT_EQ(kMOXATypeNone, cursor.columnType(nullptr, 0));
+    MOXAdbValue value;
+    value.isNull = 0;
+    value.type = kMOXATypeText;
+    EXPECT_FALSE(cursor.columnValue(nullptr, 0, &value));
+    EXPECT_EQ(1, value.isNull);
+    EXPECT_EQ(kMOXATypeNone, value.type);
+    EXPECT_EQ(0, cursor.rowCount(nullptr));
+    EXPECT_FALSE(cursor.firstRow(nullptr));
+    EXPECT_FALSE(cursor.nextRow(nullptr));
+    EXPECT_FALSE(cursor.previousRow(nullptr));
+    EXPECT_FALSE(cursor.lastRow(nullptr));
+    EXPECT_FALSE(cursor.moveToRow(nullptr, 3));
+    EXPECT_EQ(-1, cursor.currentRow(nullptr));
+    EXPECT_TRUE(cursor.atEnd(nullptr));
+    EXPECT_FALSE(cursor.deleteRow(nullptr));
+    EXPECT_FALSE(cursor.updateRow(nullptr, nullptr, 1));
 }
