@@ -1,3 +1,5 @@
+#include <vector>
+
 #include "engine/sql/SQLInsertNode.h"
 #include "engine/sql/StatementChecks.h"
 #include "engine/sql/StatementExecutors.h"
@@ -23,27 +25,26 @@ bool FailConstraint(VelaStatus* status)
     return Fail(status, kVEIntegrityConstraintViolation, "Constraint violation.");
 }
 
-// A row on its way into a table: a NULL for each target column. It owns those that no table took.
+// A row on its way into a table: a NULL for each target column.
 class RowSlots {
 public:
-    RowSlots(const VelaTable& table, const Targets& targets)
+    RowSlots(const VelaTable& table, const Targets& targets) : mValues(targets.size())
     {
         mRow.reserve(targets.size());
-        for (const long target : targets)
-            mRow.push_back(new VelaValueWithID(table.Column(target)->columnID));
+        for (size_t i = 0; i < targets.size(); i++) {
+            mValues[i].SetColumnID(table.Column(targets[i])->columnID);
+            mRow.push_back(&mValues[i]);
+        }
     }
     RowSlots(const RowSlots&) = delete;
     RowSlots& operator=(const RowSlots&) = delete;
-    ~RowSlots()
-    {
-        for (const VelaValueWithID* value : mRow)
-            delete value;
-    }
 
-    [[nodiscard]] VelaValueWithID& operator[](size_t index) { return *mRow[index]; }
-    [[nodiscard]] VelaRow& Row() { return mRow; }
+    [[nodiscard]] VelaValueWithID& operator[](size_t index) { return mValues[index]; }
+    // False: the table refused the row.
+    bool AddTo(VelaTable* table) { return table->AddRow(mRow, false) != kInvalidRowID; }
 
 private:
+    std::vector<VelaValueWithID> mValues;
     VelaRow mRow;
 };
 
@@ -79,11 +80,13 @@ public:
             value->SetValue(column.defaultValue);
             return true;
         }
-        const VelaExprPtr expr = expression.ConvertToVelaExpr(mNames, mTables, status);
-        if (!expr)
-            return false;
-        if (!expr->EvaluateInIsolation(value, mDatabase))
-            return Fail(status, kVEDataException, "Couldn't evaluate value for " + column.name);
+        if (!expression.GetConstant(value)) {
+            const VelaExprPtr expr = expression.ConvertToVelaExpr(mNames, mTables, status);
+            if (!expr)
+                return false;
+            if (!expr->EvaluateInIsolation(value, mDatabase))
+                return Fail(status, kVEDataException, "Couldn't evaluate value for " + column.name);
+        }
         value->CoerceToType(column.Type());
         return true;
     }
@@ -102,7 +105,7 @@ void InsertDefaults(VelaTable* table, VelaStatus* status)
     RowSlots slots(*table, targets);
     for (size_t i = 0; i < targets.size(); i++)
         slots[i].SetValue(table->Column(targets[i])->defaultValue);
-    if (table->AddRow(slots.Row(), true) == kInvalidRowID)
+    if (!slots.AddTo(table))
         FailConstraint(status);
 }
 
@@ -123,7 +126,7 @@ void InsertValues(const SQLInsertNode& node, VelaTable* table, VelaDatabase& dat
         if (!evaluator.Evaluate(*node.mValues[i], column, &slots[i], status))
             return;
     }
-    if (table->AddRow(slots.Row(), true) == kInvalidRowID)
+    if (!slots.AddTo(table))
         FailConstraint(status);
 }
 
@@ -138,7 +141,7 @@ void InsertRows(VelaTable* result, const Targets& targets, VelaTable* table, Vel
     for (const uint32_t rowID : rowIDs) {
         for (size_t i = 0; i < targets.size(); i++)
             result->GetValue(rowID, static_cast<long>(i), &slots[i]);
-        if (table->AddRow(slots.Row(), false) == kInvalidRowID && !hasRowID) {
+        if (!slots.AddTo(table) && !hasRowID) {
             FailConstraint(status);
             return;
         }

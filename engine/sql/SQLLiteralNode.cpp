@@ -28,9 +28,25 @@ VelaValue NumberValue(std::string_view text)
 
 }   // namespace
 
+void SQLLiteralNode::Describe(string* text) const
+{
+    DescribeText(string(mText, mStatement.Encoding()), text);
+}
+
 VelaExprPtr SQLLiteralNode::ConvertToVelaExpr(const SQLNames&, const SQLTables&, VelaStatus*) const
 {
     return std::make_unique<VExprConstant>(Value());
+}
+
+bool SQLLiteralNode::GetConstant(VelaValue* value) const
+{
+    *value = Value();
+    return true;
+}
+
+VelaValue SQLLiteralNode::TextValue(std::string_view literal) const
+{
+    return VelaValue::String(StringLiteralValue(literal, mStatement.Encoding(), mEscape));
 }
 
 VelaValue SQLLiteralNode::Value() const
@@ -40,27 +56,27 @@ VelaValue SQLLiteralNode::Value() const
         VelaDataType type;
     } const kinds[] = {{"DATE ", kTypeDate}, {"TIME ", kTypeTime}, {"TIMESTAMP ", kTypeTimestamp}};
 
-    const std::string_view text = mText.View();
+    const std::string_view text = mText;
     if (text.empty() || (text[0] >= '0' && text[0] <= '9'))
         return NumberValue(text);
     if (text[0] == '\'')
-        return VelaValue::String(StringLiteralValue(mText, mEscape));
+        return TextValue(text);
     if (EqualsIgnoringCase(text, "TRUE") || EqualsIgnoringCase(text, "FALSE"))
         return VelaValue::Boolean(EqualsIgnoringCase(text, "TRUE"));
     for (const auto& kind : kinds) {
         if (!StartsWith(text, kind.keyword))
             continue;
-        const string quoted = mText.mid(kind.keyword.size());
-        VelaValue value = VelaValue::String(StringLiteralValue(quoted, mEscape));
+        VelaValue value = TextValue(text.substr(kind.keyword.size()));
         value.CoerceToType(kind.type);
         return value;
     }
-    return IsTrimWord(text) ? VelaValue::String(mText) : NumberValue(text);
+    return IsTrimWord(text) ? VelaValue::String(string(text, mStatement.Encoding()))
+                            : NumberValue(text);
 }
 
-string StringLiteralValue(const string& text, char escape)
+string StringLiteralValue(std::string_view text, TextEncoding encoding, char escape)
 {
-    std::string_view rest = text.View();
+    std::string_view rest = text;
     const bool isQuoted = !rest.empty() && rest.front() == '\'';
     if (isQuoted) {
         rest.remove_prefix(1);
@@ -69,9 +85,9 @@ string StringLiteralValue(const string& text, char escape)
     }
     const bool hasEscapes = escape != '\0' && rest.find(escape) != std::string_view::npos;
     if (!hasEscapes && rest.find('\'') == std::string_view::npos)
-        return string(rest, text.Encoding());
+        return string(rest, encoding);
 
-    string value(rest, text.Encoding());
+    string value(rest, encoding);
     char* bytes = value.MutableBytes();
     size_t size = 0;
     for (size_t i = 0; i < rest.size(); i++) {

@@ -9,24 +9,35 @@ namespace vela {
 class SQLLiteralNode : public SQLScalarExpNode {
 public:
     // escape is the escape character that text was lexed with, 0 for none.
-    SQLLiteralNode(const string& text, char escape) : mText(text), mEscape(escape) {}
+    SQLLiteralNode(const string& text, char escape) : SQLLiteralNode(text, text.View(), escape) {}
+    // The same for a text that lies in statement, which the node then shares instead of copying the text.
+    SQLLiteralNode(const string& statement, std::string_view text, char escape)
+        : mStatement(statement), mText(text), mEscape(escape)
+    {}
 
-    void Describe(string* text) const override { DescribeText(mText, text); }
+    void Describe(string* text) const override;
     // The constant. A number with a "." or of ten or more characters is a Double, any other an
     // Integer of its leading digits (1e5 is 1). A date or time holds the canonical form of its string.
     [[nodiscard]] VelaExprPtr ConvertToVelaExpr(const SQLNames& names, const SQLTables& tables,
                                                 VelaStatus* status) const override;
+    bool GetConstant(VelaValue* value) const override;
 
 private:
     [[nodiscard]] VelaValue Value() const;
+    [[nodiscard]] VelaValue TextValue(std::string_view literal) const;
 
-    string mText;
+    string mStatement;   // keeps mText's bytes
+    std::string_view mText;
     char mEscape;
 };
 
 // What a string literal stands for: its text without the quotes around it, doubled quotes taken as
 // one, and each escape character dropped for the byte after it. escape is 0 for none. A text without
 // an opening quote keeps its ends.
-[[nodiscard]] string StringLiteralValue(const string& text, char escape);
+[[nodiscard]] string StringLiteralValue(std::string_view text, TextEncoding encoding, char escape);
+[[nodiscard]] inline string StringLiteralValue(const string& text, char escape)
+{
+    return StringLiteralValue(text.View(), text.Encoding(), escape);
+}
 
 }   // namespace vela

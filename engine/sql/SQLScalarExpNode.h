@@ -26,6 +26,8 @@ public:
     [[nodiscard]] virtual VelaExprPtr ConvertToVelaExpr(const SQLNames& names,
                                                         const SQLTables& tables,
                                                         VelaStatus* status) const = 0;
+    // Sets value when the expression is a literal; then it is what the executable expression would give.
+    virtual bool GetConstant(VelaValue* /*value*/) const { return false; }
     // As an item of a select list: appends its expressions, each with the name of its result column:
     // the alias, else the name of the column referred to, else the canonical text. False: as null
     // above; the list may then have grown.

@@ -87,6 +87,14 @@ const string& VelaSQLLexer::TokenText()
     return mTokenString;
 }
 
+bool VelaSQLLexer::IsBeforeListEnd() const
+{
+    const char* next = mPosition;
+    while (Is(*next, kBlank))
+        next++;
+    return *next == ',' || *next == ')';
+}
+
 void VelaSQLLexer::SetCurrentWord(std::string_view text)
 {
     mTokenKind = kTokenWord;

@@ -88,7 +88,9 @@ public:
     }
     [[nodiscard]] bool IsDelimiter(std::string_view text) const
     {
-        return mTokenKind == kTokenDelimiter && mTokenText == text;
+        // At most two bytes, seldom the same: cheaper than a call.
+        return mTokenKind == kTokenDelimiter && mTokenText[0] == text[0] &&
+               mTokenText.size() == text.size() && mTokenText.back() == text.back();
     }
 
     // The first error, kNoError when there was none.
@@ -99,6 +101,10 @@ public:
     [[nodiscard]] char Escape() const { return mEscape; }
 
 protected:
+    // The statement, of which every token's view is a part.
+    [[nodiscard]] const string& Statement() const { return mStatement; }
+    // Whether a comma or a closing parenthesis comes next.
+    [[nodiscard]] bool IsBeforeListEnd() const;
     // Makes a word that was already passed the current token again. text lies in the statement.
     void SetCurrentWord(std::string_view text);
     // As serror, for an error that is found when its token was already passed.

@@ -32,6 +32,11 @@ void VelaSQLParser::EvalScalarExp(SQLScalarExpPtr* result)
         serror(kErrNotSupported);
         return;
     }
+    // Most expressions are but a literal in a list.
+    if ((Kind() == kTokenNumber || Kind() == kTokenString) && IsBeforeListEnd()) {
+        EvalAtom(result);
+        return;
+    }
     mNesting++;
     EvalOr(result);
     mNesting--;
@@ -301,7 +306,7 @@ void VelaSQLParser::EvalTrimArguments(SQLFunctionNode* function)
 void VelaSQLParser::EvalAtom(SQLScalarExpPtr* result)
 {
     if (Kind() == kTokenNumber || Kind() == kTokenString) {
-        *result = std::make_unique<SQLLiteralNode>(TokenText(), Escape());
+        *result = std::make_unique<SQLLiteralNode>(Statement(), TokenView(), Escape());
         GetToken();
     } else if (Kind() == kTokenWord) {
         EvalWord(result);
