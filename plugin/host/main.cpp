@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 #include "plugin/host/Options.h"
@@ -62,10 +62,8 @@ int Refuse(ExitStatus status, const std::string& problem)
 bool ReadFile(const std::string& path, std::string* content)
 {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream all;
-    all << file.rdbuf();
-    *content = all.str();
-    return file.good() && !all.fail();
+    content->assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    return file.is_open() && !file.bad();
 }
 
 // What nobody uses any more and somebody has not given back.
@@ -178,9 +176,12 @@ int Run(Options options)
         return Refuse(kExitWrongUsage, options.program + " can't be read");
     std::vector<ProgramLine> program;
     ProgramError error;
-    if (!ReadProgram(text, &program, &error))
-        return Refuse(kExitWrongUsage,
-                      options.program + ":" + std::to_string(error.line) + ": " + error.problem);
+    if (!ReadProgram(text, &program, &error)) {
+        Report report(options.program, false);
+        report.SetLine(error.line);
+        report.Stop(error.problem);
+        return report.Status();
+    }
     // dlopen looks for a name without a slash elsewhere than a person does.
     if (options.plugin.find('/') == std::string::npos)
         options.plugin.insert(0, "./");
