@@ -94,6 +94,16 @@ bool LikePattern::Matches(std::string_view text) const
     return MatchesEnd(text.substr(position));
 }
 
+std::string_view LikePattern::SoughtText() const
+{
+    const bool isOneBetweenTwo = mChunks.size() == 3 && mChunks.front().size == 0 &&
+                                 mChunks.back().size == 0 && !mLastNeedsText;
+    const Chunk& chunk = mChunks[mChunks.size() / 2];
+    if (!isOneBetweenTwo || chunk.pieceCount != 1 || mPieces[chunk.firstPiece].size != chunk.size)
+        return {};
+    return std::string_view(mLiterals).substr(mPieces[chunk.firstPiece].start, chunk.size);
+}
+
 // Whether the last chunk, after its '%', matches all of rest.
 bool LikePattern::MatchesEnd(std::string_view rest) const
 {

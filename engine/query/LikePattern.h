@@ -30,6 +30,8 @@ public:
         return mEscape == escape && mPattern == pattern;
     }
     [[nodiscard]] bool Matches(std::string_view text) const;
+    // The bytes that a text must contain to match, when that is all that the pattern asks ('%word%'); else empty.
+    [[nodiscard]] std::string_view SoughtText() const;
 
 private:
     // Literal bytes that lie together, at offset from the start of their chunk.

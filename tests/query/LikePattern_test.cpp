@@ -82,7 +82,11 @@ void ExpectAsReference(const std::vector<std::string>& texts, const std::string&
                        char escape)
 {
     const LikePattern pattern(patternText, escape);
+    const std::string sought(pattern.SoughtText());
     for (const std::string& text : texts) {
+        if (!sought.empty() && (text.find(sought) != std::string::npos) != pattern.Matches(text)) {
+            ADD_FAILURE() << "'" << text << "' LIKE '" << patternText << "' is not a search";
+        }
         // Not EXPECT_EQ alone: millions of these are compared.
         if (pattern.Matches(text) != ReferenceMatch(text, patternText, escape)) {
             EXPECT_EQ(ReferenceMatch(text, patternText, escape), pattern.Matches(text))

@@ -55,7 +55,8 @@ constexpr const char* kStrings[] = {"",
 constexpr const char* kDates[] = {"2020-01-01", "1999-12-31", "2020-01-02"};
 constexpr const char* kTimes[] = {"08:00:00", "23:59:59"};
 constexpr const char* kTimestamps[] = {"2020-01-01 08:00:00", "1999-12-31 23:59:59"};
-constexpr const char* kPatterns[] = {"%", "a%", "%b", "_", "%0%", "a", "", "2020-%", "abcdefgh_"};
+constexpr const char* kPatterns[] = {"%", "a%",     "%b",        "_",    "%0%", "a",
+                                     "",  "2020-%", "abcdefgh_", "%ab%", "%21%"};
 
 template <class T, size_t n>
 const T& Among(RandomQuery* random, const T (&items)[n])
