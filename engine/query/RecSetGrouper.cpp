@@ -63,7 +63,7 @@ bool RecSetGrouper::FindGroupsByNumber(const RecSetList& list, std::vector<uint3
     const uint64_t range = static_cast<uint64_t>(int64_t{largest} - smallest) + 1;
     if (range > kSmallRange + all.Count() * kRangePerRecSet)
         return false;
-    std::vector<uint32_t> groupOfNumber(range, HashChains::kNone);
+    std::vector<uint32_t> groupOfNumber(static_cast<size_t>(range), HashChains::kNone);
     for (size_t i = 0; i < all.Count(); i++) {
         const int32_t number = column->integers[all.RowID(i, table)];
         uint32_t& group = groupOfNumber[static_cast<size_t>(int64_t{number} - smallest)];
