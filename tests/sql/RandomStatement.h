@@ -20,27 +20,9 @@ private:
     [[nodiscard]] uint32_t Below(uint32_t end) { return static_cast<uint32_t>(mRandom() % end); }
     [[nodiscard]] bool Chance(uint32_t percent) { return Below(100) < percent; }
 
-    void Word(const char* keyword);
+    void Rule(const std::string& name, int depth);
+    void Items(const std::string& items, int depth);
     void Put(const std::string& token);
-    void Name();
-    void QualifiedName();
-    template <class Item>
-    void List(Item item);
-
-    void Select();
-    void Insert();
-    void Update();
-    void Create();
-    void Alter();
-    void Drop();
-    void ColumnDef();
-    void Where();
-
-    void Condition(int depth);
-    void Term(int depth);
-    void Expression(int depth);
-    void Call(int depth);
-    void Literal();
 
     std::mt19937 mRandom;
     std::string mText;

@@ -86,7 +86,8 @@ void SqlScript::TakeComment(const std::string& comment, size_t line)
     if (mSteps.empty() || !IsBlank(mPending))
         return;
     Step& step = mSteps.back();
-    if (StartsWith(comment, "-->")) {
+    if (StartsWith(comment, "-->") || StartsWith(comment, "--#")) {
+        step.rowsShowTypes = comment[2] == '#';
         step.rows.push_back(AfterMarker(comment, 3));
     } else if (StartsWith(comment, "--=")) {
         step.columnNames = AfterMarker(comment, 3);
@@ -95,6 +96,9 @@ void SqlScript::TakeComment(const std::string& comment, size_t line)
     } else if (StartsWith(comment, "--!")) {
         step.state = AfterMarker(comment, 3).substr(0, 5);
         step.message = AfterMarker(comment, 9);
+    } else if (StartsWith(comment, "--~") || StartsWith(comment, "--^")) {
+        step.isOnlyParsed = true;
+        step.parsed = comment == "--~" ? step.sql : AfterMarker(comment, 3);
     }
 }
 
@@ -145,6 +149,10 @@ public:
             Open();
             return;
         }
+        if (step.isOnlyParsed) {
+            EXPECT_EQ(step.parsed, Parsed(step.sql));
+            return;
+        }
         mDatabase->UpdateClock();
         VelaStatus status;
         std::unique_ptr<VelaTable> result;
@@ -167,6 +175,19 @@ private:
         EXPECT_TRUE(mDatabase->IsValid());
     }
 
+    // The canonical text, or the offset of the first error and what is wrong.
+    std::string Parsed(const std::string& sql) const
+    {
+        const string escape = mDatabase->EscapeOption();
+        VelaSQLParser parser(escape.empty() ? '\0' : escape.CString()[0]);
+        const SQLSyntaxNodePtr tree = parser.Evaluate(Sql(sql));
+        const std::string canonical = tree ? Plain(tree->Description()) : "";
+        if (parser.LastError() == VelaSQLParser::kNoError)
+            return canonical;
+        return std::to_string(parser.ErrorOffset()) + " " +
+               VelaSQLParser::ErrorMessage(parser.LastError());
+    }
+
     static void CheckStatus(const SqlScript::Step& step, bool isSelect, const VelaStatus& status)
     {
         const bool hasNoRows = isSelect && step.rows.empty();
@@ -183,7 +204,7 @@ private:
         std::string names;
         std::string types;
         if (result) {
-            rows = Rows(result);
+            rows = Rows(result, step.rowsShowTypes);
             for (long c = 0; c < result->QtyColumns(); c++) {
                 names += (c > 0 ? "|" : "") + Plain(result->Column(c)->name);
                 types += (c > 0 ? "|" : "") + std::string(DataTypeName(result->Column(c)->Type()));
@@ -198,7 +219,7 @@ private:
         }
     }
 
-    static std::vector<std::string> Rows(VelaTable* table)
+    static std::vector<std::string> Rows(VelaTable* table, bool showTypes)
     {
         SimpleVector<uint32_t> rowIDs;
         table->GetRowIDs(&rowIDs);
@@ -208,7 +229,12 @@ private:
             VelaValue value;
             for (long c = 0; c < table->QtyColumns(); c++) {
                 EXPECT_TRUE(table->GetValue(rowID, c, &value));
-                row += (c > 0 ? "|" : "") + Plain(value.GetSaveString());
+                row += c > 0 ? "|" : "";
+                const std::string type = DataTypeName(value.GetType());
+                if (showTypes)
+                    row += value.IsNull() ? "NULL " + type : type + " ";
+                if (!showTypes || !value.IsNull())
+                    row += Plain(value.GetSaveString());
             }
             rows.push_back(row);
         }

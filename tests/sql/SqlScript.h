@@ -10,12 +10,18 @@ namespace vela {
 // comment lines after a statement are its expectations:
 //
 //   --> 1|abc|NULL      a row, its cells in saved form; one line for each row, in order
+//   --# Integer 1|NULL Date
+//                       a row, each cell with its own type in front
 //   --= a|COUNT(*)      the names of the result's columns
 //   --: Integer|String  the types of the result's columns
 //   --! 42S02 Error: Table t not found.
 //                       the state and the description
 //   --! 02000           the state alone
+//   --~ SELECT (1+2)    the canonical text; "--~" alone when that is the statement itself
+//   --^ 7 SQL Syntax Error
+//                       the byte where the parser stood at the first error, and what is wrong
 //
+// A statement with one of the last two is parsed and not run.
 // Without "--!" the state has to be 00000, or 02000 for a SELECT of which no row is expected. Names
 // and types are checked where they are given. A line "--reopen" commits, closes the database and
 // opens it again. Other comments say nothing to the runner.
@@ -26,10 +32,13 @@ public:
         std::string sql;         // without the ";", line breaks outside literals made blanks
         bool isReopen = false;   // then there is no statement
         std::vector<std::string> rows;
+        bool rowsShowTypes = false;
         std::string columnNames;   // empty: not checked; so for the next three
         std::string columnTypes;
         std::string state;
         std::string message;
+        bool isOnlyParsed = false;
+        std::string parsed;   // the canonical text, or the offset and text of the error
     };
 
     // Takes a script apart. Follows SET ESCAPE, which rules where literals end.

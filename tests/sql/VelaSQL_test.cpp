@@ -86,18 +86,6 @@ TEST_F(VelaSQL, NullStatusSilencesTheMessageNotTheCheck)
     EXPECT_NE(nullptr, VelaSQLQuery(Sql("SELECT a FROM one WHERE a=9"), mDatabase, nullptr));
 }
 
-TEST_F(VelaSQL, EmptyResultIsATableAndNoData)
-{
-    VelaStatus status;
-    const auto result =
-        VelaSQLQuery(Sql("SELECT a, c FROM one, two WHERE a=9"), mDatabase, &status);
-    ASSERT_NE(nullptr, result);
-    EXPECT_EQ(2, result->QtyColumns());
-    EXPECT_EQ(0u, result->QtyRows());
-    EXPECT_EQ(kVEStateNoData, status.State());
-    EXPECT_EQ("No records found.", Plain(status.Description()));
-}
-
 TEST_F(VelaSQL, QueryTellsWhereItsRowsComeFrom)
 {
     SimpleVector<string> tables;
@@ -117,17 +105,6 @@ TEST_F(VelaSQL, QueryTellsWhereItsRowsComeFrom)
     const std::vector<long> expected = {0x10002, 1, -1, 0, 1, 2, 0x10000, 0x10001, 0x10002, -1, 0};
     EXPECT_EQ(expected, std::vector<long>(sources.begin(), sources.end()));
     EXPECT_EQ(static_cast<long>(expected.size()), result->QtyColumns());
-}
-
-TEST_F(VelaSQL, EndOfTransactionReachesTheDatabase)
-{
-    EXPECT_TRUE(mDatabase.TransactionInProgress());
-    EXPECT_EQ(kVEStateSuccess, Execute("COMMIT nonsense").State());
-    EXPECT_FALSE(mDatabase.TransactionInProgress());
-    EXPECT_TRUE(Execute("DELETE FROM one").State() == kVEStateSuccess);
-    EXPECT_EQ(0u, Rows("one"));
-    EXPECT_EQ(kVEStateSuccess, Execute("rollback").State());
-    EXPECT_EQ(1u, Rows("one"));
 }
 
 TEST_F(VelaSQL, EscapeOptionIsSetClearedAndKept)

@@ -56,3 +56,11 @@ SELECT 1+2, -3, (4), 'a'+'b', upper('x'), 5 AS five, 6 six, -7 AS "seven";
 SELECT 1+2, -3, (4), 'a'+'b', upper('x'), 5 AS five, 6 six;
 --> 3|-3|4|ab|X|5|6
 --= (1+2)|-(3)|4|('a'+'b')|UPPER('x')|five|six
+
+-- Literals and their own types.
+SELECT 0, 999999999, 1234567890, 0000000001, 1.5, 1., 12abc, 12abc.d;
+--# Integer 0|Integer 999999999|Double 1234567890|Double 1|Double 1.5|Double 1|Integer 12|Double 12
+SELECT 1e5, 1.0e-5, 1e-1234567, true, FALSE, NULL, null;
+--# Integer 1|Double 0.00001|Double 0|Boolean TRUE|Boolean FALSE|NULL None|NULL None
+SELECT 'a''b', '', '1994-7-9', DATE '1994-7-9', date '1994/7/9 8:00', Time '8:4', TIMESTAMP '1994-7-9 8:4';
+--# String a'b|String |String 1994-7-9|Date 1994-07-09|Date 1994-07-09|Time 08:04:00|Timestamp 1994-07-09 08:04:00
