@@ -41,48 +41,6 @@ std::vector<bool> Feed(const Values& values)
 
 }   // namespace
 
-TEST(DistinctRows, NewRowIsAskedWhetherItEqualsAnEarlierOne)
-{
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    const VelaValue null = VelaValue::Null(kTypeNone);
-    const struct {
-        VelaValue earlier, later;
-        bool isNew;
-        const char* why;
-    } cases[] = {
-        {Int(1), Int(1), false, "equal"},
-        {Int(1), Int(2), true, "unequal"},
-        {Int(1), VelaValue::Boolean(true), false, "a Boolean compares its integer"},
-        {VelaValue::Boolean(true), Int(1), false, "and an Integer with it"},
-        {Int(0), null, true, "null is not 0"},
-        {null, Int(0), true, "nor is 0 null"},
-        {null, VelaValue::Null(kTypeDate), false, "null equals null of any type"},
-        {Dbl(0.0), Dbl(-0.0), false, "zeros"},
-        {Dbl(nan), Dbl(nan), true, "not-a-number equals nothing"},
-        {Int(2), Dbl(2.0), true, "a Double reads the Integer's payload"},
-        {Dbl(2.5), Int(2), false, "an Integer reads the Double's integer"},
-        {Int(0), Dbl(0.0), false, "the payload of 0 is 0.0"},
-        {Text("a"), Text("a"), false, "texts"},
-        {Text("a"), Text("A"), true, "case counts"},
-        {Text("a"), Binary("a"), false, "Binary by text"},
-        {Text("5x"), Int(5), false, "an Integer reads the text's number"},
-        {Int(5), Text("5"), false, "a text is compared with the display form"},
-        {Int(5), Text("5x"), true, "which has no x"},
-        {Date("2020-01-01"), Date("2020-01-01"), true, "a Date never equals a Date"},
-        {Date("2020-01-01"), Text("DATE 2020-01-01"), false, "but a text its display form"},
-        {Text("2020-01-01"), Date("2020-01-01"), false, "and it a text without the prefix"},
-        {Date("DATE 1"), Date("DATE 1"), true, "DATE 1 is not DATE DATE 1"},
-        {Date("1"), Date("DATE 1"), false, "a stored text with a prefix, made by hand"},
-        {VelaValue::Boolean(true), Text("TRUE"), false, "display form of a Boolean"},
-        {Text("TRUE"), VelaValue::Boolean(true), true, "whose integer the text doesn't have"},
-    };
-    for (const auto& c : cases) {
-        const auto isNew = Feed({c.earlier, c.later});
-        EXPECT_TRUE(isNew[0]);
-        EXPECT_EQ(c.isNew, isNew[1]) << c.why;
-    }
-}
-
 TEST(DistinctRows, MixingTypesLaterStillFindsTheRowsBefore)
 {
     Values values;

@@ -11,61 +11,6 @@ namespace {
 
 constexpr const char* kUntouched = "as it was before";
 
-// The rows of a TestTable column by column; a column with a cell that can't be read isn't there.
-class TestColumns : public TableColumns {
-public:
-    explicit TestColumns(TestTable& table);
-
-    uint32_t RowCount() override { return static_cast<uint32_t>(mRowIDs.size()); }
-    const uint32_t* RowIDs() override { return mRowIDs.data(); }
-    uint32_t RowNumberOf(uint32_t rowID) override;
-    const ColumnData* Load(long number) override;
-    bool GetValue(uint32_t row, long number, VelaValue* value) override;
-
-private:
-    TestTable& mTable;
-    std::vector<uint32_t> mRowIDs;
-    std::vector<ColumnData> mColumns;
-};
-
-TestColumns::TestColumns(TestTable& table) : mTable(table), mColumns(table.ColumnInfos().size())
-{
-    for (const TestTable::Row& row : table.Rows())
-        mRowIDs.push_back(row.rowID);
-}
-
-uint32_t TestColumns::RowNumberOf(uint32_t rowID)
-{
-    for (size_t i = 0; i < mRowIDs.size(); i++) {
-        if (mRowIDs[i] == rowID)
-            return static_cast<uint32_t>(i);
-    }
-    return kInvalidRowID;
-}
-
-const ColumnData* TestColumns::Load(long number)
-{
-    if (number < 0 || static_cast<size_t>(number) >= mColumns.size())
-        return nullptr;
-    const size_t index = static_cast<size_t>(number);
-    ColumnData& column = mColumns[index];
-    if (column.form != ColumnData::Form::kUnloaded)
-        return &column;
-    column.Start(mTable.ColumnInfos()[index].Type());
-    for (const TestTable::Row& row : mTable.Rows()) {
-        if (row.values.size() <= index || !column.Append(row.values[index])) {
-            column = ColumnData();
-            return nullptr;
-        }
-    }
-    return &column;
-}
-
-bool TestColumns::GetValue(uint32_t row, long number, VelaValue* value)
-{
-    return row < mRowIDs.size() && mTable.GetValue(mRowIDs[row], number, value);
-}
-
 }   // namespace
 
 VelaValue Text(const char* text)
@@ -130,11 +75,6 @@ VelaExprPtr Expr(double number)
 VelaExprPtr Expr(const char* text)
 {
     return Expr(Text(text));
-}
-
-VelaExprPtr ExprNull()
-{
-    return Expr(VelaValue());
 }
 
 VelaExprPtr ExprField(uint32_t table, uint32_t column)
@@ -232,66 +172,17 @@ std::string Choice(const VelaExpr& expr, const VelaRecSet& recSet)
     return std::to_string(table) + (single ? " single" : " not single");
 }
 
-TestTable::TestTable(std::vector<VelaDataType> types, std::vector<Row> rows)
-    : mRows(std::move(rows))
+OneTable::OneTable(const std::vector<VelaDataType>& types,
+                   const std::vector<std::vector<Cell>>& rows)
 {
-    for (const VelaDataType type : types) {
-        VelaColumnInfo column;
-        column.defaultValue = VelaValue::Null(type);
-        column.columnID = static_cast<uint32_t>(mColumns.size());
-        mColumns.push_back(column);
-    }
-}
-
-TestTable::~TestTable() = default;
-
-const VelaColumnInfo* TestTable::Column(long number) const
-{
-    return number >= 0 && number < QtyColumns() ? &mColumns[static_cast<size_t>(number)] : nullptr;
-}
-
-void TestTable::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
-{
-    rowIDs->clear();
-    for (const Row& row : mRows)
-        rowIDs->push_back(row.rowID);
-}
-
-bool TestTable::GetValue(uint32_t rowID, long number, VelaValue* value)
-{
-    for (const Row& row : mRows) {
-        if (row.rowID != rowID)
-            continue;
-        if (number < 0 || static_cast<size_t>(number) >= row.values.size())
-            return false;
-        *value = row.values[static_cast<size_t>(number)];
-        return true;
-    }
-    return false;
-}
-
-void TestTable::DeleteRow(uint32_t rowID)
-{
-    std::erase_if(mRows, [rowID](const Row& row) { return row.rowID == rowID; });
-    mInMemory.reset();
-}
-
-TableColumns* TestTable::Columns()
-{
-    if (!mInMemory)
-        mInMemory = std::make_unique<TestColumns>(*this);
-    return mInMemory.get();
-}
-
-OneTable::OneTable(std::vector<VelaDataType> types, std::vector<TestTable::Row> rows)
-    : table(std::move(types), std::move(rows))
-{
-    tables.push_back(&table);
-    mColumns.push_back(table.Columns());
-    for (const TestTable::Row& row : table.Rows()) {
+    for (const VelaDataType type : types)
+        mTable.AddColumn("c", type);
+    for (const std::vector<Cell>& row : rows) {
         mRowNumbers.push_back(static_cast<uint32_t>(mRowIDs.size()));
-        mRowIDs.push_back(row.rowID);
+        mRowIDs.push_back(mRowNumbers.back() + 11);
+        mTable.Row(mRowIDs.back(), row);
     }
+    mColumns.push_back(mTable.OfferColumns().Columns());
 }
 
 VelaEvalContext OneTable::Row(size_t position)
@@ -299,7 +190,7 @@ VelaEvalContext OneTable::Row(size_t position)
     mCurrent = std::make_unique<VelaRecSet>(&mRowIDs[position]);
     VelaEvalContext context;
     context.recSet = mCurrent.get();
-    context.tables = &tables;
+    context.tables = &mTables;
     return context;
 }
 
@@ -316,15 +207,7 @@ VelaEvalContext OneTable::Group()
     mGroup = std::make_unique<VelaRecSetGroup>(mRowIDs.data(), mRowIDs.size(), 1);
     VelaEvalContext context;
     context.group = mGroup.get();
-    context.tables = &tables;
-    return context;
-}
-
-VelaEvalContext OneTable::GroupInColumns()
-{
-    VelaEvalContext context = Group();
-    *mGroup = VelaRecSetGroup(mRowNumbers.data(), mRowNumbers.size(), 1);
-    context.columns = &mColumns;
+    context.tables = &mTables;
     return context;
 }
 

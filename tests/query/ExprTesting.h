@@ -6,9 +6,11 @@
 #include <vector>
 
 #include "engine/query/VelaExpr.h"
-#include "engine/storage/TableColumns.h"
+#include "tests/query/MemoryTable.h"
 
 namespace vela {
+
+using test::Cell;
 
 // Values for tables of cases.
 VelaValue Text(const char* text);   // a String, tagged ASCII
@@ -27,7 +29,6 @@ VelaExprPtr Expr(const VelaValue& value);
 VelaExprPtr Expr(int number);
 VelaExprPtr Expr(double number);
 VelaExprPtr Expr(const char* text);
-VelaExprPtr ExprNull();
 VelaExprPtr ExprField(uint32_t table, uint32_t column);
 
 // The nodes in a list, for the nodes that take one.
@@ -75,47 +76,13 @@ std::string Outcome(const VelaExprPtr& expr, const VelaEvalContext& context = {}
 // "3 single", "-1 not single": the answer of ChooseWildcardTable.
 std::string Choice(const VelaExpr& expr, const VelaRecSet& recSet);
 
-// A table in memory: rows of values, each under a row id. Cells of rows that are shorter than the
-// column list can't be read.
-class TestTable : public VelaTable {
-public:
-    struct Row {
-        uint32_t rowID;
-        std::vector<VelaValue> values;
-    };
-
-    TestTable(std::vector<VelaDataType> types, std::vector<Row> rows);
-    ~TestTable() override;
-
-    const string& TableName() const override { return mName; }
-    long QtyColumns() const override { return static_cast<long>(mColumns.size()); }
-    const VelaColumnInfo* Column(long number) const override;
-    size_t QtyRows() override { return mRows.size(); }
-    void GetRowIDs(SimpleVector<uint32_t>* rowIDs) override;
-    bool GetValue(uint32_t rowID, long number, VelaValue* value) override;
-    void DeleteRow(uint32_t rowID) override;
-    TableColumns* Columns() override;
-
-    const std::vector<Row>& Rows() const { return mRows; }
-    const std::vector<VelaColumnInfo>& ColumnInfos() const { return mColumns; }
-
-private:
-    string mName = "test";
-    std::vector<VelaColumnInfo> mColumns;
-    std::vector<Row> mRows;
-    std::unique_ptr<TableColumns> mInMemory;
-};
-
-// One table, its rows as the group, and the context that shows them to an expression. Not to be
-// moved: the context points into it.
+// One table and the context that shows its rows to an expression. The first cell of a row is column
+// 1; row ids are 11, 12 ... Not to be moved: the context points into it.
 class OneTable {
 public:
-    OneTable(std::vector<VelaDataType> types, std::vector<TestTable::Row> rows);
+    OneTable(const std::vector<VelaDataType>& types, const std::vector<std::vector<Cell>>& rows);
     OneTable(const OneTable&) = delete;
     OneTable& operator=(const OneTable&) = delete;
-
-    TestTable table;
-    SimpleVector<VelaTable*> tables;
 
     // The row at that position as the current one; named by row id, or by row number through the
     // table's columns.
@@ -123,9 +90,10 @@ public:
     VelaEvalContext RowInColumns(size_t position);
     // All rows as the group, without a current one.
     VelaEvalContext Group();
-    VelaEvalContext GroupInColumns();
 
 private:
+    test::MemoryTable mTable{"test"};
+    SimpleVector<VelaTable*> mTables{&mTable};
     std::vector<uint32_t> mRowIDs;
     std::vector<uint32_t> mRowNumbers;
     std::unique_ptr<VelaRecSet> mCurrent;

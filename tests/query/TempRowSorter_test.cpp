@@ -108,40 +108,6 @@ TEST(TempRowSorter, ValuesOfOneTypeComeInTheirOrder)
     }
 }
 
-TEST(TempRowSorter, EqualRowsKeepTheirOrderInBothDirections)
-{
-    const Column cases[] = {
-        {Int(1), Int(0), Int(1), Int(0), Int(1)},
-        {Dbl(0.0), Dbl(-1), Dbl(-0.0), Dbl(-1), VelaValue::Null(kTypeDouble)},
-        {Text("b"), Text("a"), Text("b"), Text("a"), Text("b")},
-        {VelaValue::Boolean(true), VelaValue::Boolean(false), VelaValue::Boolean(true),
-         VelaValue::Boolean(false), VelaValue::Boolean(true)},
-        {Int(1), VelaValue::Null(kTypeInteger), Int(1), Int(0), Int(1)},
-    };
-    for (const Column& values : cases) {
-        VelaTempTable table;
-        Fill(table, OneColumn(values));
-        EXPECT_EQ((std::vector<uint32_t>{1, 3, 0, 2, 4}), Order(table, {0}, {1}))
-            << Shown(values[0]);
-        EXPECT_EQ((std::vector<uint32_t>{0, 2, 4, 1, 3}), Order(table, {0}, {-1}))
-            << Shown(values[0]);
-    }
-}
-
-TEST(TempRowSorter, LaterKeysDecideAmongEqualOnesAlone)
-{
-    VelaTempTable table;
-    Fill(table, {{Int(2), Text("same long text 1"), Dbl(1)},
-                 {Int(1), Text("same long text 1"), Dbl(2)},
-                 {Int(2), Text("same long text 0"), Dbl(3)},
-                 {Int(1), Text("same long text 1"), Dbl(4)},
-                 {Int(2), Text("same long text 1"), Dbl(5)}});
-    EXPECT_EQ((std::vector<uint32_t>{1, 3, 2, 0, 4}), Order(table, {0, 1}, {1, 1}));
-    EXPECT_EQ((std::vector<uint32_t>{0, 4, 2, 1, 3}), Order(table, {0, 1}, {-1, -1}));
-    EXPECT_EQ((std::vector<uint32_t>{3, 1, 2, 4, 0}), Order(table, {0, 1, 2}, {1, 1, -1}));
-    EXPECT_EQ((std::vector<uint32_t>{2, 4, 0, 3, 1}), Order(table, {1, 0, 2}, {1, -1, -1}));
-}
-
 TEST(TempRowSorter, MissingColumnsAreNoKeys)
 {
     VelaTempTable table;

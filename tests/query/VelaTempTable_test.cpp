@@ -59,18 +59,6 @@ TEST(VelaTempTable, RowsAreCopiesAtTheirPositions)
     EXPECT_FALSE(table.HasRow(2));
 }
 
-TEST(VelaTempTable, GetValueOutsideFailsAndLeavesTheValue)
-{
-    VelaTempTable table;
-    table.AddColumn("a", kTypeInteger);
-    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, 0)) << "no row at all";
-    AddInteger(&table, 5);
-    EXPECT_EQ("none, Integer -77", ShownCell(&table, 1, 0));
-    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, -1));
-    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, 1));
-    EXPECT_EQ("none, Integer -77", ShownCell(&table, kInvalidRowID, 0));
-}
-
 TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
 {
     VelaTempTable table;
@@ -88,28 +76,23 @@ TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
         }
     }
     EXPECT_EQ("Integer 3", ShownCell(&table, 0, 1)) << "the first row kept its width";
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 5, 0)) << "no such row";
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, kInvalidRowID, 0));
+    EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, -1));
 }
 
-TEST(VelaTempTable, TakenValuesAreFreedAndTheListEmptied)
+TEST(VelaTempTable, TakesValuesAndRefusesOtherChanges)
 {
     VelaTempTable table;
     table.AddColumn("a", kTypeString);
     VelaRow row;
     row.push_back(new VelaValueWithID(Text("mine"), 1));
     table.AddRow(row, true);
-    EXPECT_TRUE(row.empty());
-    EXPECT_EQ("String mine", ShownCell(&table, 0, 0));
-}
-
-TEST(VelaTempTable, ReadersCantChangeIt)
-{
-    VelaTempTable table;
-    table.AddColumn("a", kTypeInteger);
-    AddInteger(&table, 5);
-    Buffer buffer({VelaValue::Integer(6)});
+    EXPECT_TRUE(row.empty()) << "freed by the table";
+    Buffer buffer({Text("other")});
     EXPECT_FALSE(table.UpdateRow(0, buffer.row, false));
     table.DeleteRow(0);
-    EXPECT_EQ("Integer 5", ShownCell(&table, 0, 0));
+    EXPECT_EQ("String mine", ShownCell(&table, 0, 0));
     EXPECT_EQ(1u, table.QtyRows());
     EXPECT_FALSE(table.AddIndex("i", SimpleVector<uint32_t>{0}));
 }
@@ -119,58 +102,35 @@ TEST(VelaTempTable, ColumnsAreDescribedByNumber)
     VelaTempTable table;
     table.AddColumn("a", kTypeDate);
     table.AddColumn("b", kTypeNone);
-    ASSERT_NE(nullptr, table.Column(0));
     EXPECT_EQ(string("a"), table.Column(0)->name);
     EXPECT_EQ(kTypeDate, table.Column(0)->Type());
-    EXPECT_EQ(kTypeNone, table.Column(1)->Type());
     EXPECT_EQ(nullptr, table.Column(-1));
     EXPECT_EQ(nullptr, table.Column(2));
     EXPECT_EQ(1, table.FindColumnNumber(1));
     EXPECT_EQ(-1, table.FindColumnNumber(2));
-    EXPECT_TRUE(table.TableName().empty());
 }
 
 TEST(VelaTempTable, SourceIsToldOnlyOfRowsThatHaveOne)
 {
     VelaTempTable table(2);
     table.AddColumn("a", kTypeInteger);
-    Buffer buffer({VelaValue::Integer(1)});
-    const uint32_t first[] = {11, 12};
-    const uint32_t third[] = {31, 32};
-    const VelaRecSet firstSource(first);
-    const VelaRecSet thirdSource(third);
-    table.AddRow(buffer.row, false, &firstSource);
-    table.AddRow(buffer.row, false);
-    table.AddRow(buffer.row, false, &thirdSource);
-
-    ASSERT_TRUE(table.GetSourceRecSet(0).has_value());
-    EXPECT_EQ(12u, table.GetSourceRecSet(0)->RowID(1));
-    EXPECT_FALSE(table.GetSourceRecSet(1).has_value());
-    ASSERT_TRUE(table.GetSourceRecSet(2).has_value());
-    EXPECT_EQ(31u, table.GetSourceRecSet(2)->RowID(0));
-    EXPECT_FALSE(table.GetSourceRecSet(-1).has_value());
-    EXPECT_FALSE(table.GetSourceRecSet(3).has_value());
-}
-
-TEST(VelaTempTable, NoSourceAtAllBeforeTheFirstOne)
-{
-    VelaTempTable table(1);
-    table.AddColumn("a", kTypeInteger);
+    const uint32_t rows[] = {11, 12};
+    const VelaRecSet source(rows);
     AddInteger(&table, 1);
-    EXPECT_FALSE(table.GetSourceRecSet(0).has_value());
-    const uint32_t rowID = 9;
-    const VelaRecSet source(&rowID);
+    EXPECT_FALSE(table.GetSourceRecSet(0).has_value()) << "before the first one";
     table.AppendRow(&source);
-    EXPECT_FALSE(table.GetSourceRecSet(0).has_value());
-    EXPECT_EQ(9u, table.GetSourceRecSet(1)->RowID(0));
-}
-
-TEST(VelaTempTable, RowOfAQueryWithoutTablesHasAnEmptySource)
-{
-    VelaTempTable table(0);
-    const VelaRecSet source;
+    AddInteger(&table, 2);
     table.AppendRow(&source);
-    EXPECT_TRUE(table.GetSourceRecSet(0).has_value());
+    for (const long row : {-1l, 0l, 2l, 4l})
+        EXPECT_FALSE(table.GetSourceRecSet(row).has_value()) << row;
+    for (const long row : {1l, 3l}) {
+        ASSERT_TRUE(table.GetSourceRecSet(row).has_value()) << row;
+        EXPECT_EQ(12u, table.GetSourceRecSet(row)->RowID(1)) << row;
+    }
+    VelaTempTable ofNoTables(0);
+    const VelaRecSet empty;
+    ofNoTables.AppendRow(&empty);
+    EXPECT_TRUE(ofNoTables.GetSourceRecSet(0).has_value()) << "an empty source is one";
 }
 
 TEST(VelaTempTable, RemoveLastRowLeavesNothingBehind)

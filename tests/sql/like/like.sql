@@ -69,3 +69,34 @@ SELECT name FROM f WHERE UPPER(name) LIKE 'INDEX%';
 --> index.html
 --> Index
 SELECT name FROM f WHERE name LIKE 'a' ESCAPE '';
+
+-- Where runs and their neighbours meet.
+SELECT 'foo' LIKE '%___', 'foo' LIKE '__%_', 'foo' LIKE '%____', 'foo' LIKE 'foo%%', 'foo' LIKE 'foo%_', 'foo' LIKE 'fo%%';
+--> 1|1|0|0|0|1
+SELECT 'aab' LIKE '%ab', 'abab' LIKE '%ab', 'abcab' LIKE 'ab%ab', 'aba' LIKE 'ab%ba', 'mississippi' LIKE 'm%issi%issi%i', 'mississippi' LIKE 'm%iss%ip%i';
+--> 1|1|1|0|0|1
+SELECT 'xxab1cdyy' LIKE '%ab_cd%', 'xxa1bcdyya2bcd' LIKE '%a_bcd', 'vanilla' LIKE '%vanilla%', '' LIKE 'foo';
+--> 1|1|1|0
+-- The letter after an escaped one is literal too; the next is not.
+SELECT 'a^%b' LIKE 'a^^%b' ESCAPE '^', 'a^xb' LIKE 'a^^%b' ESCAPE '^', 'a^xyb' LIKE 'a^^x%b' ESCAPE '^', 'ax^_' LIKE 'a^x^_' ESCAPE '^', 'ax^z' LIKE 'a^x^_' ESCAPE '^', 'ax_' LIKE 'a^x^_' ESCAPE '^';
+--> 1|0|1|1|1|0
+-- An escape at the end stands for nothing.
+SELECT 'ab' LIKE 'ab^' ESCAPE '^', 'ab^' LIKE 'ab^' ESCAPE '^', 'a' LIKE '^' ESCAPE '^', '' LIKE '^' ESCAPE '^', 'a' LIKE '%^' ESCAPE '^', '' LIKE '%^' ESCAPE '^', 'a' LIKE 'a%^' ESCAPE '^';
+--> 1|0|0|0|1|0|0
+SELECT '^' LIKE '%' ESCAPE '^', '%' LIKE '%^%' ESCAPE '^', 'x' LIKE '%^%' ESCAPE '^', 'axxb' LIKE 'a%%b' ESCAPE '%', 'axxb' LIKE 'a__b' ESCAPE '_', 'a_b' LIKE 'a__b' ESCAPE '_';
+--> 1|1|0|1|1|0
+-- Any value by its stored text; each row by its own pattern and escape.
+SELECT NULL LIKE 'N_LL', 'NULL' LIKE NULL, '1994-07-09' LIKE DATE '1994-07-09', DATE '1994-07-09' LIKE 'DATE%', TIMESTAMP '1994-7-9 1:2:3' LIKE '% 01:__:03', -42 LIKE '-4_';
+--> 1|1|1|0|1|1
+CREATE TABLE e (text string, pattern string, esc string);
+INSERT INTO e VALUES ('ab', 'a%', '^');
+INSERT INTO e VALUES ('ab', 'b%', '^');
+INSERT INTO e VALUES ('a%', 'a^%', '^');
+INSERT INTO e VALUES ('a%', 'a^%', '#');
+INSERT INTO e VALUES ('a%', 'a%', '##');
+SELECT text LIKE pattern ESCAPE esc FROM e;
+--> 1
+--> 0
+--> 1
+--> 0
+--> NULL

@@ -48,3 +48,9 @@ SELECT TRUE+TRUE, DATE '1994-07-09'-DATE '1994-07-08';
 -- NULL counts as 0.
 SELECT NULL+1, 1+NULL, NULL+1.5, 5*NULL, 5/NULL, NULL+NULL, -NULL;
 --> 1|1|1.5|0|NULL|NULL|0
+
+-- The values' own types, at the ends of their ranges.
+SELECT 65537*65537, (65536*32768)*-1, 2147483647*2.0, 7-2.5, 2.5-7, 0.25+0.5, 1.5+'2.5 apples', 1+'x', 1-TRUE, 3*DATE '1994-07-09';
+--# Integer 131073|Integer -2147483648|Double 4294967294|Double 4.5|Double -4.5|Double 0.75|Double 4|Integer 1|Integer 0|Integer 0
+SELECT 1.0/0, -1/0.0, 0.0/0, 5/0, 0/0, NULL+'a', NULL+NULL, 2.5+NULL, '5'*2, 'ab'+FALSE;
+--# Double inf|Double -inf|Double nan|NULL Integer|NULL Integer|NULL None|NULL None|Double 2.5|String 5|String abFALSE

@@ -50,3 +50,12 @@ SELECT '' = NULL, 'NULL' = NULL, NULL = '', NULL = 'NULL', NULL = TRUE, NULL = F
 -- Comparisons are Integers, so they can be added up.
 SELECT (1 = 1) + (2 = 2) + (1 = 2), (1 = 1) = TRUE, (1 < 2) * 5;
 --> 2|1|5
+
+-- On both sides of the line.
+SELECT -2147483648 < 2147483647.0, 2.5 > '2.25', 2 = '2.9', '2' > 10, '5' = 5.0, 0.5 = TRUE, TRUE = 5, 0.0 = -0.0, 'a' < 'ab';
+--> 1|1|1|1|1|1|1|1|1
+-- One word in front of a date's text is dropped from a String, with its blank, whichever of the three it is.
+SELECT DATE '1994-7-9' = 'TIME 1994-07-09', DATE '1994-7-9' = 'Timestamp 1994-07-09', DATE '1994-7-9' = 'DATE  1994-07-09', DATE '1994-7-9' = 'DATE DATE 1994-07-09', DATE '1994-7-9' = 'DATE1994-07-09', DATE '1994-7-9' = 'DATE';
+--> 1|1|0|0|0|0
+SELECT 'TIMESTAMP 1994-07-09 12:34:06' = TIMESTAMP '1994-07-09 12:34:06', 'DATE 1994-07-09' = '1994-07-09', 'DATE 1994-07-09' = 'DATE 1994-07-09', 'DATE 5' = 5;
+--> 1|0|1|0
