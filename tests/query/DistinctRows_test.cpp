@@ -67,7 +67,8 @@ TEST(DistinctRows, AgreesWithComparingAllRows)
         {Int(1), Int(2), VelaValue::Null(kTypeInteger), VelaValue::Boolean(true), Int(0)},
         {Text("a"), Text("b"), Text(""), Text("NULL"), VelaValue::Null(kTypeString), Binary("a")},
         {Dbl(1), Dbl(0.0), Dbl(-0.0), Dbl(std::numeric_limits<double>::quiet_NaN())},
-        {Date("2020-01-01"), Date("2020-01-02"), VelaValue::Null(kTypeDate)},
+        {Date("2020-01-01"), Date("2020-01-02"), Date("1"), Date("DATE 1"),
+         VelaValue::Null(kTypeDate)},
         {Int(1), Text("1"), Dbl(1), Date("1"), VelaValue::Null(kTypeNone)},
     };
     for (int repeat = 0; repeat < 200; repeat++) {

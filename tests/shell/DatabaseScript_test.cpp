@@ -38,38 +38,6 @@ std::string Everything(TestDatabase* database)
     return text;
 }
 
-TEST(DatabaseScript, WritesStatementsThatRebuildTheDatabase)
-{
-    TestDatabase database;
-    database.Run(
-        "CREATE TABLE b (x varchar, y float, z text); CREATE TABLE a (n Integer, d Date);"
-        "INSERT INTO a VALUES (5, '2026-1-2'); INSERT INTO a (n) VALUES (-6); INSERT INTO a (d) "
-        "VALUES ('x');"
-        "INSERT INTO b (_rowid, x, y, z) VALUES (7, 'it''s', 2, ''); INSERT INTO b (_rowid, x) "
-        "VALUES (3, '');"
-        "CREATE INDEX i ON a (d, n); CREATE INDEX j ON a (_rowid); DELETE FROM a WHERE n = 0;");
-    EXPECT_EQ(
-        "SET ESCAPE;\n"
-        "CREATE TABLE b (x String, y Double, z String);\n"
-        "CREATE TABLE a (n Integer, d Date);\n"
-        "INSERT INTO b (_rowid, x, y, z) VALUES (7, 'it''s', 2.0, '');\n"
-        "INSERT INTO b (_rowid, x, y, z) VALUES (3, '', 0.0, '');\n"
-        "INSERT INTO a VALUES (5, DATE '2026-01-02');\n"
-        "INSERT INTO a (n) VALUES (-6);\n"
-        "INSERT INTO a (_rowid) VALUES (3);\n"
-        "DELETE FROM a WHERE _rowid = 3;\n"
-        "CREATE INDEX i ON a (d, n);\n"
-        "CREATE INDEX j ON a (_rowid);\n"
-        "COMMIT;\n",
-        Dump(&database));
-    EXPECT_EQ(
-        "CREATE TABLE b (x String, y Double, z String);\n"
-        "CREATE TABLE a (n Integer, d Date);\n"
-        "CREATE INDEX i ON a (d, n);\n"
-        "CREATE INDEX j ON a (_rowid);\n",
-        Schema(&database));
-}
-
 TEST(DatabaseScript, CommentsWhatStatementsCantSay)
 {
     TestDatabase database;
@@ -100,27 +68,6 @@ TEST(DatabaseScript, CommentsWhatStatementsCantSay)
         Dump(&database));
 }
 
-TEST(DatabaseScript, ColumnsOfOneNameAreToldApartAndRenamed)
-{
-    TestDatabase database;
-    database.Run(
-        "CREATE TABLE t (a Integer, b String, _rowid String); INSERT INTO t VALUES (1, 'x', 'y'); "
-        "COMMIT;"
-        "ALTER TABLE t RENAME b TO a");
-    EXPECT_EQ(
-        "SET ESCAPE;\n"
-        "CREATE TABLE t (a Integer, a_2 String, _rowid_2 String);\n"
-        "INSERT INTO t VALUES (1, 'x', 'y');\n"
-        "COMMIT;\n"
-        "ALTER TABLE t RENAME a_2 TO a;\n"
-        "ALTER TABLE t RENAME _rowid_2 TO _rowid;\n"
-        "COMMIT;\n",
-        Dump(&database));
-    TestDatabase rebuilt;
-    rebuilt.Run(Dump(&database));
-    EXPECT_EQ(Everything(&database), Everything(&rebuilt));
-}
-
 TEST(DatabaseScript, NamesThatCantBeSaidAreLeftOutOrReplaced)
 {
     TestDatabase database;
@@ -134,17 +81,6 @@ TEST(DatabaseScript, NamesThatCantBeSaidAreLeftOutOrReplaced)
         "-- Column 1 of t is called my_column: a statement can't say my column.\n"
         "CREATE TABLE t (my_column Integer);\n",
         Schema(&database));
-}
-
-TEST(DatabaseScript, DumpsWhileAnEscapeCharacterIsSet)
-{
-    TestDatabase database;
-    database.Run("CREATE TABLE t (a String); INSERT INTO t VALUES ('a\\b\\'); SET ESCAPE \\");
-    const std::string dump = Dump(&database);
-    TestDatabase rebuilt;
-    rebuilt.Run("SET ESCAPE \\");
-    rebuilt.Run(dump);
-    EXPECT_EQ(Everything(&database), Everything(&rebuilt));
 }
 
 // Random databases, made of everything that statements can put into one.
@@ -208,35 +144,13 @@ private:
 
     std::string Value()
     {
-        static const char* const values[] = {"0",
-                                             "-1",
-                                             "2147483647",
-                                             "-2147483648",
-                                             "1.5",
-                                             "-0.25",
-                                             "1.0e+300",
-                                             "2.5e-7",
-                                             "0.0/0.0",
-                                             "-1.0/0.0",
-                                             "0.0*-1.0",
-                                             "TRUE",
-                                             "FALSE",
-                                             "NULL",
-                                             "DEFAULT",
-                                             "''",
-                                             "'it''s'",
-                                             "'a;b'",
-                                             "'--c\n-- d\n'",
-                                             "'\\'",
-                                             "'K\xC3\xB6ln'",
-                                             "'\xFF\xFE'",
-                                             "'\r\n\t'",
-                                             "'DATE 1'",
-                                             "DATE '1994-7-9'",
-                                             "TIME '1:2'",
-                                             "TIMESTAMP '1994-7-9 1:2'",
-                                             "'2026-11-21 9:5:1'",
-                                             "CURRENT_DATE"};
+        static const char* const values[] = {
+            "0", "-1", "2147483647", "-2147483648", "1.5", "-0.25", "1.0e+300", "2.5e-7",
+            // As a Double these are not-a-number, minus infinity and minus zero.
+            "0.0/0.0", "-1.0/0.0", "0.0*-1.0", "TRUE", "FALSE", "NULL", "DEFAULT", "''", "'it''s'",
+            "'a;b'", "'--c\n-- d\n'", "'\\'", "'K\xC3\xB6ln'", "'\xFF\xFE'", "'\r\n\t'", "'DATE 1'",
+            "DATE '1994-7-9'", "TIME '1:2'", "TIMESTAMP '1994-7-9 1:2'", "'2026-11-21 9:5:1'",
+            "CURRENT_DATE"};
         return values[Below(static_cast<int>(std::size(values)))];
     }
 

@@ -17,9 +17,7 @@ TEST(DialectNames, UsableNamesAreWords)
         {"_a", true},
         {"#1", true},
         {"A9", true},
-        {"gr\xC3\xB6\xC3\x9F"
-         "e",
-         true},
+        {"k\xC3\xB6ln", true},
         {"from", true},
         {"a:b", true},
         {"", false},
@@ -46,10 +44,7 @@ TEST(DialectNames, UsableNamesAreWords)
 // The engine has the last word on what it can say.
 TEST(DialectNames, UsableNamesCanBeSaid)
 {
-    for (const std::string name : {"a", "#1",
-                                   "gr\xC3\xB6\xC3\x9F"
-                                   "e",
-                                   "from", "date", "count", "not"}) {
+    for (const std::string name : {"a", "#1", "k\xC3\xB6ln", "from", "date", "count", "not"}) {
         TestDatabase database;
         database.Run("CREATE TABLE " + name + " (" + name + " Integer); INSERT INTO " + name +
                      " (" + name + ") VALUES (7)");

@@ -112,11 +112,11 @@ TEST_F(SessionErrors, ACommitThatFailsAtTheEndIsReported)
 TEST_F(SessionErrors, AnImportThatCantBeCommittedLeavesNothing)
 {
     TemporaryFolder folder;
-    const std::string file = folder.Put("f.csv", "a\n7\n8\n");
+    folder.Write("f.csv", "a\n7\n8\n");
     FaultySession session(true);
     ASSERT_TRUE(session.Run(kMakeTable));
     session.Disk().FailAt(1, MemoryDisk::Fault::kOnce);
-    EXPECT_TRUE(session.Run(".import " + file + " t\nSELECT a FROM t"));
+    EXPECT_TRUE(session.Run(".import " + folder.File("f.csv") + " t\nSELECT a FROM t"));
     EXPECT_EQ(0u, Errors().find("script:1:1: 58030 Error: Nothing was imported: "));
     EXPECT_NE(std::string::npos, session.Output().find("\"rows\": [[1]]"));
     EXPECT_EQ(1, session.Finish(true));

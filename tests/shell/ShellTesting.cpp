@@ -5,8 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -16,38 +14,18 @@ namespace vela::shell {
 
 namespace {
 
-// Becomes the program, in the child process.
-[[noreturn]] void Become(const TemporaryFolder& folder, const std::vector<std::string>& arguments)
+// Becomes the command line, in the child process.
+[[noreturn]] void Become(const TemporaryFolder& folder, const char* commandLine)
 {
-    const auto use = [](const std::string& path, int flags, int descriptor) {
-        dup2(open(path.c_str(), flags, 0600), descriptor);
+    const auto use = [&folder](const char* name, int flags, int descriptor) {
+        dup2(open(folder.File(name).c_str(), flags, 0600), descriptor);
     };
-    use(folder / ".stdin", O_RDONLY, STDIN_FILENO);
-    use(folder / ".stdout", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
-    use(folder / ".stderr", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-    std::vector<char*> words;
-    for (const std::string& argument : arguments)
-        words.push_back(const_cast<char*>(argument.c_str()));
-    words.push_back(nullptr);
+    use(".stdin", O_RDONLY, STDIN_FILENO);
+    use(".stdout", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
+    use(".stderr", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
     if (chdir(folder.Path().c_str()) == 0)
-        execv(words[0], words.data());
+        execl("/bin/sh", "sh", "-c", commandLine, nullptr);
     _exit(127);
-}
-
-ProgramRun RunAny(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                  const std::string& input)
-{
-    folder.Put(".stdin", input);
-    const pid_t child = fork();
-    if (child == 0)
-        Become(folder, arguments);
-    int status = 0;
-    waitpid(child, &status, 0);
-    ProgramRun run;
-    run.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    run.output = FileContent(folder / ".stdout");
-    run.errors = FileContent(folder / ".stderr");
-    return run;
 }
 
 }   // namespace
@@ -90,26 +68,6 @@ std::unique_ptr<VelaTempTable> ResultTable(const std::vector<VelaDataType>& type
     return table;
 }
 
-TemporaryFolder::TemporaryFolder()
-{
-    std::string path = (std::filesystem::temp_directory_path() / "veladb-test-XXXXXX").string();
-    if (!mkdtemp(path.data()))
-        ADD_FAILURE() << "no folder " << path;
-    mPath = path;
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(mPath, ignored);
-}
-
-std::string TemporaryFolder::Put(const std::string& name, const std::string& content) const
-{
-    std::ofstream(*this / name, std::ios::binary) << content;
-    return *this / name;
-}
-
 std::string FileContent(const std::string& path)
 {
     std::ostringstream content;
@@ -117,17 +75,20 @@ std::string FileContent(const std::string& path)
     return content.str();
 }
 
-ProgramRun RunProgram(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                      const std::string& input)
+ProgramRun RunCommandLine(const TemporaryFolder& folder, const std::string& commandLine,
+                          const std::string& input)
 {
-    std::vector<std::string> words = {VELADB_PROGRAM};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    return RunAny(folder, words, input);
-}
-
-ProgramRun RunCommandLine(const TemporaryFolder& folder, const std::string& commandLine)
-{
-    return RunAny(folder, {"/bin/sh", "-c", "VELADB='" VELADB_PROGRAM "'; " + commandLine}, "");
+    folder.Write(".stdin", input);
+    const pid_t child = fork();
+    if (child == 0)
+        Become(folder, commandLine.c_str());
+    int status = 0;
+    waitpid(child, &status, 0);
+    ProgramRun run;
+    run.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    run.output = folder.Read(".stdout");
+    run.errors = folder.Read(".stderr");
+    return run;
 }
 
 }   // namespace vela::shell

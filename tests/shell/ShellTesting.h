@@ -10,6 +10,7 @@
 #include "shell/Options.h"
 #include "shell/Output.h"
 #include "tests/storage/MemoryFileAccess.h"
+#include "tests/storage/TemporaryFolder.h"
 
 namespace vela::shell {
 
@@ -55,27 +56,6 @@ private:
 std::unique_ptr<VelaTempTable> ResultTable(const std::vector<VelaDataType>& types,
                                            const std::vector<std::vector<VelaValue>>& rows);
 
-// A folder of its own for a test, gone with the object.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    [[nodiscard]] const std::string& Path() const { return mPath; }
-    // The path of a file in it.
-    [[nodiscard]] std::string operator/(const std::string& name) const
-    {
-        return mPath + "/" + name;
-    }
-    // Makes a file in it and returns its path.
-    std::string Put(const std::string& name, const std::string& content) const;
-
-private:
-    std::string mPath;
-};
-
 [[nodiscard]] std::string FileContent(const std::string& path);
 
 // A run of the program veladb, with what it printed and told its caller.
@@ -85,10 +65,8 @@ struct ProgramRun {
     std::string errors;
 };
 
-// Runs veladb in the folder with these arguments and this standard input.
-ProgramRun RunProgram(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                      const std::string& input = "");
-// The same with a shell command line, in which $VELADB is the program.
-ProgramRun RunCommandLine(const TemporaryFolder& folder, const std::string& commandLine);
+// Runs a shell command line in the folder with this standard input.
+ProgramRun RunCommandLine(const TemporaryFolder& folder, const std::string& commandLine,
+                          const std::string& input);
 
 }   // namespace vela::shell
