@@ -5,18 +5,6 @@
 namespace vela {
 namespace {
 
-TEST(VelaValueWithID, PairsAValueWithItsColumn)
-{
-    VelaValueWithID empty;
-    EXPECT_EQ(0u, empty.ColumnID());
-    EXPECT_TRUE(empty.IsNull());
-    EXPECT_EQ(0xFFFFFFFFu, VelaValueWithID(0xFFFFFFFF).ColumnID());
-
-    const VelaValueWithID value(VelaValue::String("x"), 7);
-    EXPECT_EQ(7u, value.ColumnID());
-    EXPECT_EQ("x", value.TextView());
-}
-
 TEST(VelaValueWithID, SetValueKeepsTheColumnAndAssignmentTakesBoth)
 {
     VelaValueWithID value(VelaValue::Integer(1), 7);

@@ -139,16 +139,6 @@ TEST(VelaValue, ConvertsToIntegerDoubleAndTexts)
     EXPECT_STREQ("nan", D(std::nan("")).GetString().CString());
 }
 
-TEST(VelaValue, AValueOfNoTypeIsEmptyText)
-{
-    VelaValue value = Null(kTypeNone);
-    EXPECT_TRUE(value.IsNull());
-    EXPECT_TRUE(VelaValue().IsNull());
-    EXPECT_EQ(kTypeNone, VelaValue().GetType());
-    EXPECT_STREQ("", value.StoredText().CString());
-    EXPECT_EQ("", value.TextView());
-}
-
 TEST(VelaValue, MadeTextsAreASCIIAndOwnTextsKeepTheirTag)
 {
     const string utf8("\xC3\xA9", kEncodingUTF8);
@@ -190,13 +180,6 @@ TEST(VelaValue, SettersSetTheTypeAndClearTheNull)
     }
 }
 
-TEST(VelaValue, BooleanIsStoredAsOneOrZero)
-{
-    EXPECT_EQ(1, B(true).GetInteger());
-    EXPECT_EQ(0, B(false).GetInteger());
-    EXPECT_EQ(1.0, B(true).GetDouble());
-}
-
 TEST(VelaValue, ClearKeepsTypeAndNullFlag)
 {
     VelaValue text = Date("1984-05-06");
@@ -230,17 +213,6 @@ TEST(VelaValue, CopiesShareTheTextAndDropTheirReference)
     string last = value.StoredText();
     value.Clear();
     EXPECT_EQ(bytes, last.MutableBytes()) << "nobody else may hold the text any more";
-}
-
-TEST(VelaValue, ATextThatChangesLeavesTheValueAlone)
-{
-    string text("abc");
-    const VelaValue value = VelaValue::String(text);
-    text += "def";
-    EXPECT_EQ("abc", value.TextView());
-    string taken = value.GetString();
-    taken.MutableBytes()[0] = 'X';
-    EXPECT_EQ("abc", value.TextView());
 }
 
 TEST(VelaValue, AssignmentWorksBetweenAllTypesAndToItself)
@@ -354,73 +326,52 @@ TEST(VelaValue, CoercionOfEveryTypeToEveryType)
 {
     struct {
         VelaValue value;
-        const char* none;   // expected: type and saved text after coercion to None, Integer, ...
-        const char* integer;
-        const char* text;
-        const char* number;
-        const char* date;
-        const char* time;
-        const char* stamp;
-        const char* truth;
-        const char* binary;
+        const char* texts;   // saved, after coercion to each of kAllTypes; "null" when it stays one
     } cases[] = {
-        {I(7), "String '7'", "Integer '7'", "String '7'", "Double '7'", "Date '0000-00-00'",
-         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'TRUE'", "String '7'"},
-        {I(0), "String '0'", "Integer '0'", "String '0'", "Double '0'", "Date '0000-00-00'",
-         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'FALSE'", "String '0'"},
-        {B(true), "String 'TRUE'", "Integer '1'", "String 'TRUE'", "Double '1'",
-         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
-         "Boolean 'TRUE'", "String 'TRUE'"},
-        {D(2.5), "String '2.5'", "Integer '2'", "String '2.5'", "Double '2.5'", "Date '0000-00-00'",
-         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'TRUE'", "String '2.5'"},
-        {D(-2.5), "String '-2.5'", "Integer '-2'", "String '-2.5'", "Double '-2.5'",
-         "Date '0000-02-00'", "Time '00:00:00'", "Timestamp '0000-02-00 00:00:00'",
-         "Boolean 'TRUE'", "String '-2.5'"},
-        {S("1984-5-6 8:4"), "String '1984-5-6 8:4'", "Integer '1984'", "String '1984-5-6 8:4'",
-         "Double '1984'", "Date '1984-05-06'", "Time '08:04:00'", "Timestamp '1984-05-06 08:04:00'",
-         "Boolean 'TRUE'", "String '1984-5-6 8:4'"},
-        {S("0"), "String '0'", "Integer '0'", "String '0'", "Double '0'", "Date '0000-00-00'",
-         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'FALSE'", "String '0'"},
-        {Date("1984-05-06"), "String 'DATE 1984-05-06'", "Integer '0'", "String 'DATE 1984-05-06'",
-         "Double '0'", "Date '1984-05-06'", "Time '00:00:00'", "Timestamp '1984-05-06 00:00:00'",
-         "Boolean 'TRUE'", "String 'DATE 1984-05-06'"},
-        {Time("12:34:06"), "String 'TIME 12:34:06'", "Integer '0'", "String 'TIME 12:34:06'",
-         "Double '0'", "Date '0000-00-00'", "Time '12:34:06'", "Timestamp '0000-00-00 12:34:06'",
-         "Boolean 'TRUE'", "String 'TIME 12:34:06'"},
-        {Stamp("1984-12-23 12:34:56"), "String 'TIMESTAMP 1984-12-23 12:34:56'", "Integer '0'",
-         "String 'TIMESTAMP 1984-12-23 12:34:56'", "Double '0'", "Date '1984-12-23'",
-         "Time '12:34:56'", "Timestamp '1984-12-23 12:34:56'", "Boolean 'TRUE'",
-         "String 'TIMESTAMP 1984-12-23 12:34:56'"},
-        {Bin("f"), "String 'f'", "Integer '0'", "String 'f'", "Double '0'", "Date '0000-00-00'",
-         "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'FALSE'", "Binary 'f'"},
-        {Null(kTypeNone), "None 'NULL' null", "Integer '0'", "String 'NULL'", "Double '0'",
-         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
-         "Boolean 'TRUE'", "String 'NULL'"},
-        {Null(kTypeInteger), "String 'NULL'", "Integer 'NULL' null", "String 'NULL'", "Double '0'",
-         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
-         "Boolean 'FALSE'", "String 'NULL'"},
-        {Null(kTypeDouble), "String 'NULL'", "Integer '0'", "String 'NULL'", "Double 'NULL' null",
-         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
-         "Boolean 'FALSE'", "String 'NULL'"},
-        {Null(kTypeString), "String 'NULL'", "Integer '0'", "String 'NULL' null", "Double '0'",
-         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
-         "Boolean 'TRUE'", "String 'NULL'"},
-        {Null(kTypeBoolean), "String 'NULL'", "Integer '0'", "String 'NULL'", "Double '0'",
-         "Date '0000-00-00'", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'",
-         "Boolean 'NULL' null", "String 'NULL'"},
-        {Null(kTypeDate), "String 'NULL'", "Integer '0'", "String 'NULL'", "Double '0'",
-         "Date 'NULL' null", "Time '00:00:00'", "Timestamp '0000-00-00 00:00:00'", "Boolean 'TRUE'",
-         "String 'NULL'"},
+        {I(7), "7, 7, 7, 7, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, 7"},
+        {I(0), "0, 0, 0, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, 0"},
+        {B(true), "TRUE, 1, TRUE, 1, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, TRUE"},
+        {D(2.5), "2.5, 2, 2.5, 2.5, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, 2.5"},
+        {D(-2.5), "-2.5, -2, -2.5, -2.5, 0000-02-00, 00:00:00, 0000-02-00 00:00:00, TRUE, -2.5"},
+        {S("1984-5-6 8:4"),
+         "1984-5-6 8:4, 1984, 1984-5-6 8:4, 1984, 1984-05-06, 08:04:00, 1984-05-06 08:04:00, TRUE, "
+         "1984-5-6 8:4"},
+        {S("0"), "0, 0, 0, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, 0"},
+        {Date("1984-05-06"),
+         "DATE 1984-05-06, 0, DATE 1984-05-06, 0, 1984-05-06, 00:00:00, 1984-05-06 00:00:00, TRUE, "
+         "DATE 1984-05-06"},
+        {Time("12:34:06"),
+         "TIME 12:34:06, 0, TIME 12:34:06, 0, 0000-00-00, 12:34:06, 0000-00-00 12:34:06, TRUE, "
+         "TIME 12:34:06"},
+        {Stamp("1984-12-23 12:34:56"),
+         "TIMESTAMP 1984-12-23 12:34:56, 0, TIMESTAMP 1984-12-23 12:34:56, 0, 1984-12-23, "
+         "12:34:56, 1984-12-23 12:34:56, TRUE, TIMESTAMP 1984-12-23 12:34:56"},
+        {Bin("f"), "f, 0, f, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, f"},
+        {Null(kTypeNone),
+         "null, 0, NULL, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, NULL"},
+        {Null(kTypeInteger),
+         "NULL, null, NULL, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, NULL"},
+        {Null(kTypeDouble),
+         "NULL, 0, NULL, null, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, NULL"},
+        {Null(kTypeString),
+         "NULL, 0, null, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, NULL"},
+        {Null(kTypeBoolean),
+         "NULL, 0, NULL, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, null, NULL"},
+        {Null(kTypeDate), "NULL, 0, NULL, 0, null, 00:00:00, 0000-00-00 00:00:00, TRUE, NULL"},
     };
     for (const auto& c : cases) {
-        const char* expected[] = {c.none, c.integer, c.text,  c.number, c.date,
-                                  c.time, c.stamp,   c.truth, c.binary};
-        for (size_t i = 0; i < sizeof kAllTypes / sizeof kAllTypes[0]; i++) {
+        std::string texts;
+        for (const VelaDataType type : kAllTypes) {
             VelaValue value = c.value;
-            value.CoerceToType(kAllTypes[i]);
-            EXPECT_EQ(expected[i], Show(value))
-                << Show(c.value) << " to " << DataTypeName(kAllTypes[i]);
+            value.CoerceToType(type);
+            texts += (texts.empty() ? "" : ", ") +
+                     std::string(value.IsNull() ? "null" : value.GetSaveString().CString());
+            // None and Binary make Strings of everything but themselves.
+            const bool isString = type == kTypeNone || type == kTypeBinary;
+            EXPECT_EQ(isString && c.value.GetType() != type ? kTypeString : type, value.GetType())
+                << Show(c.value) << " to " << DataTypeName(type);
         }
+        EXPECT_EQ(c.texts, texts) << Show(c.value);
     }
 }
 
@@ -463,27 +414,6 @@ TEST(VelaValue, CoercionToBooleanKnowsThreeTextsOfFalse)
     EXPECT_EQ(1, nan.GetInteger()) << "anything other than 0.0";
 }
 
-TEST(VelaValue, DisplayFormsAfterCoercionToDatesAndTimes)
-{
-    struct {
-        const char* text;
-        VelaDataType type;
-        const char* display;
-    } cases[] = {
-        {"1984-5-06", kTypeDate, "DATE 1984-05-06"},
-        {"1984/05/06 12:34:56", kTypeDate, "DATE 1984-05-06"},
-        {"1984/05/06 12:34:6", kTypeTime, "TIME 12:34:06"},
-        {"1984-5-6 8:4", kTypeTimestamp, "TIMESTAMP 1984-05-06 08:04:00"},
-        {"1984-12-23 12:34:56", kTypeTimestamp, "TIMESTAMP 1984-12-23 12:34:56"},
-    };
-    for (const auto& c : cases) {
-        VelaValue value = S(c.text);
-        value.CoerceToType(c.type);
-        EXPECT_EQ(c.type, value.GetType());
-        EXPECT_STREQ(c.display, value.GetString().CString());
-    }
-}
-
 TEST(VelaValue, CoercionToACodeThatIsNoTypeMakesAString)
 {
     VelaValue value = I(7);
@@ -497,26 +427,6 @@ TEST(VelaValue, CoercedTextKeepsItsBytesAndEncoding)
     value.CoerceToType(kTypeString);
     EXPECT_EQ(kEncodingUTF8, value.StoredText().Encoding());
     EXPECT_EQ(std::string_view("\xC3\xA9\0x", 4), value.TextView());
-}
-
-TEST(VelaValue, RandomIntegersAndDoublesSurviveTheWayThroughText)
-{
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    for (int i = 0; i < 20000; i++) {
-        VelaValue value = I(static_cast<int32_t>(random()));
-        const VelaValue original = value;
-        value.CoerceToType(kTypeString);
-        value.CoerceToType(kTypeInteger);
-        ASSERT_TRUE(original.Equals(value)) << Show(original);
-        VelaValue number =
-            D(std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 200) - 100));
-        const double before = number.GetDouble();
-        number.CoerceToType(kTypeString);
-        number.CoerceToType(kTypeDouble);
-        ASSERT_EQ(before, number.GetDouble());
-    }
 }
 
 // Values that come and go in a random order: each text must be freed once, which the sanitizer

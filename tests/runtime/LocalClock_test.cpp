@@ -45,16 +45,5 @@ TEST(LocalClock, FollowsTheTimeZoneOfTheProcess)
     tzset();
 }
 
-TEST(LocalClock, PartsAreInTheRangesOfTheCalendar)
-{
-    const LocalTime now = CurrentLocalTime();
-    EXPECT_GE(now.year, 2024);
-    EXPECT_TRUE(now.month >= 1 && now.month <= 12) << now.month;
-    EXPECT_TRUE(now.day >= 1 && now.day <= 31) << now.day;
-    EXPECT_TRUE(now.hour >= 0 && now.hour <= 23) << now.hour;
-    EXPECT_TRUE(now.minute >= 0 && now.minute <= 59) << now.minute;
-    EXPECT_TRUE(now.second >= 0 && now.second <= 60) << now.second;
-}
-
 }   // namespace
 }   // namespace vela

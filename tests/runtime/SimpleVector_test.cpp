@@ -7,20 +7,6 @@
 namespace vela {
 namespace {
 
-TEST(SimpleVector, KeepsWhatIsPushedInOrder)
-{
-    SimpleVector<int> list;
-    EXPECT_TRUE(list.empty());
-    for (int i = 0; i < 1000; i++)
-        list.push_back(i * 3);
-    ASSERT_EQ(1000u, list.size());
-    for (int i = 0; i < 1000; i++)
-        ASSERT_EQ(i * 3, list[static_cast<size_t>(i)]);
-    EXPECT_EQ(2997, list.back());
-    list.pop_back();
-    EXPECT_EQ(2994, list.back());
-}
-
 TEST(SimpleVector, PushingItsOwnElementWhileItGrowsKeepsTheValue)
 {
     SimpleVector<std::shared_ptr<int>> list;
@@ -77,6 +63,10 @@ TEST(SimpleVector, GrowsBySeveralElementsAtATime)
         data = list.data();
     }
     EXPECT_LT(moves, 40) << "appending must not move the list at every step";
+    for (int i = 0; i < 100000; i++)
+        ASSERT_EQ(i, list[static_cast<size_t>(i)]);
+    list.pop_back();
+    EXPECT_EQ(99998, list.back());
 }
 
 }   // namespace

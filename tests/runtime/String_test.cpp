@@ -40,13 +40,6 @@ TEST(String, AbsentTextIsEmptyASCIIAndSafeToAsk)
     EXPECT_EQ(nullptr, changed.MutableBytes());
 }
 
-TEST(String, EmptyTextKeepsItsEncoding)
-{
-    EXPECT_EQ(kEncodingUTF8, string("", kEncodingUTF8).Encoding());
-    EXPECT_EQ(kEncodingLatin1, string("abc", kEncodingLatin1).mid(3).Encoding());
-    EXPECT_EQ(kEncodingLatin1, string("  ", kEncodingLatin1).Trim().Encoding());
-}
-
 TEST(String, HoldsAnyBytesAndEndsWithNUL)
 {
     const string text = WithNULs("a\0b\xFF\0");
@@ -253,18 +246,6 @@ TEST(String, AppendingTakesTheEncodingOfTheFirstTextThatHasBytes)
     EXPECT_EQ(kEncodingASCII, ("DATE " + utf8).Encoding());
     EXPECT_EQ("DATE \xC3\xA9", Bytes("DATE " + utf8));
     EXPECT_EQ("x y", Bytes(string("x") + " y"));
-}
-
-TEST(String, AppendingMegabytesByteByByteKeepsThemAll)
-{
-    std::string model;
-    string text;
-    for (int i = 0; i < 1 << 20; i++) {
-        const char byte = static_cast<char>(i * 31 + (i >> 8));
-        model += byte;
-        text += byte;
-    }
-    EXPECT_TRUE(model == text.View());
 }
 
 TEST(String, AppendingToItselfWhileItGrowsReadsTheOldBytes)

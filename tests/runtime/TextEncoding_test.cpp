@@ -159,13 +159,6 @@ TEST(TextEncoding, SameEncodingAndEmptyTextComeBackAsTheyAre)
     EXPECT_EQ("", Convert("", kEncodingUTF8, kEncodingUTF16));
 }
 
-TEST(TextEncoding, TheOriginalKeepsItsTag)
-{
-    const string text("abc", kEncodingASCII);
-    EXPECT_EQ(kEncodingUTF8, ConvertEncoding(text, kEncodingUTF8).Encoding());
-    EXPECT_EQ(kEncodingASCII, text.Encoding());
-}
-
 TEST(TextEncoding, EveryNamedEncodingKeepsASCIIAndRoundTripsWhatItHas)
 {
     std::string ascii;
