@@ -38,6 +38,8 @@ int32_t VelaCursorColumnType(dbCursor* cursor, int32_t column)
 
 MOXAbool VelaCursorColumnValue(dbCursor* cursor, int32_t column, MOXAdbValue* value)
 {
+    if (!value)
+        return 0;
     *value = MOXAdbValue();
     value->isNull = 1;
     if (!cursor)

@@ -233,7 +233,7 @@ typedef struct MOXAdbCursorDefinition {
     // The value of a column in the current row. Its type is that of the column; computed columns,
     // whose type can differ from row to row, give each value with its own. A text or binary value
     // is a new reference. False, with *value a NULL of type None, when there is no such column, no
-    // current row, or the row was deleted through this cursor. value must not be null.
+    // current row, or the row was deleted through this cursor.
     MOXAbool (*columnValue)(dbCursor* cursor, int32_t column, MOXAdbValue* value);
 
     int32_t (*rowCount)(dbCursor* cursor);

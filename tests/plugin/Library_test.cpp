@@ -329,6 +329,7 @@ TEST(PluginLibrary, ANullDatabaseOrCursorGivesNothing)
     MOXAdbValue value;
     value.isNull = 0;
     value.type = kMOXATypeText;
+    EXPECT_FALSE(cursor.columnValue(nullptr, 0, nullptr));
     EXPECT_FALSE(cursor.columnValue(nullptr, 0, &value));
     EXPECT_EQ(1, value.isNull);
     EXPECT_EQ(kMOXATypeNone, value.type);
