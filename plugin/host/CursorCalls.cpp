@@ -88,6 +88,7 @@ std::vector<Value> RowValues(Host& host, const CursorObject& cursor)
 {
     std::vector<Value> values;
     const int32_t count = ColumnCount(cursor);
+    values.reserve(static_cast<size_t>(count > 0 ? count : 0));
     for (int32_t column = 0; column < count; column++)
         values.push_back(ColumnValue(host, cursor, column));
     return values;

@@ -5,7 +5,8 @@
 #include <cstddef>
 
 // Offered by the address sanitizer, whose allocator stands in for the C library's.
-extern "C" __attribute__((weak)) size_t __sanitizer_get_current_allocated_bytes();
+extern "C" __attribute__((weak)) size_t
+__sanitizer_get_current_allocated_bytes();   // NOLINT(bugprone-reserved-identifier)
 
 namespace vela::host {
 

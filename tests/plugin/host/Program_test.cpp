@@ -111,6 +111,7 @@ TEST(HostProgram, AnExpectationThatDoesNotHoldFails)
         {"expect error db 0 \"Success\"", "0 \"Success\", got 0 \"Success [00000]\"",
          "expect error db 0 \"Success [00000]\""},
         {"expect error db 1 \"Success [00000]\"", "1 \"Success [00000]\", got 0", "mark"},
+        {"expect error db 1", "1, got 0", "expect error db 0"},
         {"expect message \"x\"", "\"x\", got nothing", "expect message nothing"},
         {"expect asked 1", "1, got 0", "expect asked 0"},
         {"expect registered engine", "\"engine\", got \"engine cursor MOXADatabase ",
