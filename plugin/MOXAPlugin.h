@@ -198,8 +198,8 @@ typedef struct MOXAdbEngineDefinition {
     // as a decimal number (42 for "42S02").
     int32_t (*lastErrorCode)(dbDatabase* database);
 
-    // "DESCRIPTION [SQLSTATE]" of the last call, successful or not ("No records found. [02000]"); null when
-    // there is nothing to say.
+    // "DESCRIPTION [SQLSTATE]" of the last call, successful or not ("No records found. [02000]");
+    // null when there is nothing to say.
     MOXAstring (*lastErrorString)(dbDatabase* database);
 
     // Ends a dbDatabase that came to the host through "MOXAdbDatabaseFromDBDatabase": the last call
