@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "engine/sql/VelaSQL.h"
 #include "shell/CellText.h"
 #include "shell/CommandLine.h"
 #include "shell/DatabaseScript.h"
@@ -136,22 +137,46 @@ size_t StartOfRest(const SourceStatement& source)
     return std::min(source.text.find_first_not_of(" \t", nameEnd), source.text.size());
 }
 
+// Of a statement that starts there in the command.
+bool FailToParse(const Call& call, size_t start, const ParsedStatement& parsed)
+{
+    const size_t offset = start + parsed.errorOffset;
+    call.GetSession().Fail({call.where.file, call.source.PlaceOf(offset)}, parsed.status.State(),
+                           parsed.status.Description().View());
+    PrintCaret(call.source, offset);
+    return false;
+}
+
 bool ShowCanonical(const Call& call)
 {
     const size_t start = StartOfRest(call.source);
     const string text(std::string_view(call.source.text).substr(start), kEncodingUTF8);
     const ParsedStatement parsed =
         ParseStatement(text, call.GetSession().Database().EscapeOption());
-    if (parsed.canonical) {
-        call.Data().Write(parsed.canonical->View());
-        call.Data().Write('\n');
-        return true;
-    }
-    const size_t offset = start + parsed.errorOffset;
-    call.GetSession().Fail({call.where.file, call.source.PlaceOf(offset)}, parsed.status.State(),
-                           parsed.status.Description().View());
-    PrintCaret(call.source, offset);
-    return false;
+    if (!parsed.canonical)
+        return FailToParse(call, start, parsed);
+    call.Data().Write(parsed.canonical->View());
+    call.Data().Write('\n');
+    return true;
+}
+
+// Runs a SELECT as a statement would run, but for its rows.
+bool Explain(const Call& call)
+{
+    const size_t start = StartOfRest(call.source);
+    const string text(std::string_view(call.source.text).substr(start), kEncodingUTF8);
+    VelaDatabase& database = call.GetSession().Database();
+    const ParsedStatement parsed = ParseStatement(text, database.EscapeOption());
+    if (!parsed.canonical)
+        return FailToParse(call, start, parsed);
+    database.UpdateClock();
+    VelaStatus status;
+    SimpleVector<string> lines;
+    if (!VelaSQLExplain(text, database, &status, &lines))
+        return call.Fail(status.State(), std::string(status.Description().View()));
+    for (const string& line : lines)
+        call.Data().Write(std::string(line.View()) + "\n");
+    return true;
 }
 
 bool Quit(const Call& call)
@@ -166,6 +191,8 @@ const std::vector<Command>& AllCommands()
         {".canonical", "SQL", 1, SIZE_MAX, "Print a statement as the engine understands it",
          ShowCanonical},
         {".dump", "[TABLE]", 0, 1, "Print a script that rebuilds the database, or one table", Dump},
+        {".explain", "SELECT", 1, SIZE_MAX, "Run a SELECT and tell how its rows were found",
+         Explain},
         {".help", "", 0, 0, "Print this list", ShowHelp},
         {".import", "FILE TABLE", 2, 2,
          "Add the rows of a CSV or TSV file to a table, made when missing", Import},
@@ -187,14 +214,19 @@ const Command* FindCommand(const std::string& name)
     return nullptr;
 }
 
-// The words after the name, when they suit the command. .canonical takes its text raw, whatever
-// quotes it holds.
+// Whether the text after the name is SQL, taken raw, whatever quotes it holds.
+bool TakesSql(const Command& command)
+{
+    return command.run == ShowCanonical || command.run == Explain;
+}
+
+// The words after the name, when they suit the command.
 bool TakeArguments(const Command& command, Call* call)
 {
     std::vector<std::string> words;
-    if (!SplitCommandLine(call->source.text, &words) && command.run != ShowCanonical)
+    if (!SplitCommandLine(call->source.text, &words) && !TakesSql(command))
         return call->Fail(kVEInvalidParameter, "Error: A quote is not closed.");
-    if (command.run == ShowCanonical)
+    if (TakesSql(command))
         words.resize(StartOfRest(call->source) < call->source.text.size() ? 2 : 1);
     words.erase(words.begin());
     if (words.size() < command.minimum || words.size() > command.maximum)

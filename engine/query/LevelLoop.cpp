@@ -36,9 +36,10 @@ void LevelLoop::Open(uint64_t outerCount)
 {
     mPosition = 0;
     mWay = Way::kRows;
-    if (!mIsLoaded)
+    if (!mIsLoaded) {
         Load(outerCount);
-    else if (mLooksUp && !LookUp())
+        NoteRest();
+    } else if (mLooksUp && !LookUp())
         ListRowIDs();
     if (mJoin && mJoin->Probe(mState->context))
         mWay = Way::kJoin;
@@ -99,9 +100,14 @@ void LevelLoop::Load(uint64_t outerCount)
         mLooksUp = true;
         return;
     }
+    NoteWay(LevelTrace::Way::kAllRows, 0);
     LoadAllRows();
     std::vector<ColumnEquality> equalities = Equalities();
     if (!equalities.empty()) {
+        for (const QueryTerm& term : mLevel->joinTerms) {
+            if (AsColumnEquality(*term.expr, mLevel->table))
+                NoteUse(term.expr, TermUse::kHash);
+        }
         mJoin = std::make_unique<EqualityJoin>(Table(), mState->columns[mLevel->table], mRows,
                                                mLevel->reversed, std::move(equalities));
     }
@@ -120,6 +126,8 @@ bool LevelLoop::LoadNamedRows()
         if (!rows || !AreFew(rows->Count(), Table()->QtyRows()))
             continue;
         mRows = std::move(*rows);
+        NoteWay(LevelTrace::Way::kNamedRows, condition->column);
+        NoteUse(term.expr, TermUse::kNamesRows);
         KeepRows(mLevel->ownTerms);
         return true;
     }
@@ -152,10 +160,12 @@ void LevelLoop::FilterRows(TableColumns* columns)
     for (const QueryTerm& term : mLevel->ownTerms) {
         const uint32_t before = mRows.Count();
         const RowJudge judge = [this, &term](uint32_t row) { return Judge(term, row); };
-        if (FilterByColumn(term, mState->context.database, columns, judge, &mRows))
+        if (FilterByColumn(term, mState->context.database, columns, judge, &mRows)) {
             mState->considered += before;
-        else
+            NoteUse(term.expr, TermUse::kOverColumn);
+        } else {
             others.push_back(term);
+        }
     }
     KeepRows(others);
 }
@@ -198,6 +208,7 @@ bool LevelLoop::LookUp()
         if (!rows)
             continue;
         mRows = std::move(*rows);
+        NoteWay(LevelTrace::Way::kLookedUpEach, equality.column);
         KeepRows(mLevel->ownTerms);
         return true;
     }
@@ -220,6 +231,40 @@ std::vector<ColumnEquality> LevelLoop::Equalities() const
             equalities.push_back(*equality);
     }
     return equalities;
+}
+
+void LevelLoop::NoteWay(LevelTrace::Way way, uint32_t keyColumn)
+{
+    if (mTrace == nullptr)
+        return;
+    mTrace->way = way;
+    mTrace->keyColumn = keyColumn;
+}
+
+void LevelLoop::NoteUse(const VelaExpr* expr, TermUse use)
+{
+    if (mTrace == nullptr)
+        return;
+    for (const TermTrace& term : mTrace->terms) {
+        if (term.expr == expr)
+            return;
+    }
+    mTrace->terms.push_back({expr, use});
+}
+
+// What no faster way was found for is evaluated row by row.
+void LevelLoop::NoteRest()
+{
+    if (mTrace == nullptr)
+        return;
+    mTrace->rowsKept = mRows.Count();
+    for (const QueryTerm& term : mLevel->ownTerms)
+        NoteUse(term.expr, TermUse::kRowByRow);
+    for (const QueryTerm& term : mLevel->joinTerms) {
+        const auto equality = AsColumnEquality(*term.expr, mLevel->table);
+        const bool names = mLooksUp && equality && equality->column == mTrace->keyColumn;
+        NoteUse(term.expr, names ? TermUse::kNamesRows : TermUse::kRowByRow);
+    }
 }
 
 // The columns of this table that the level's terms read.

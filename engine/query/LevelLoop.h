@@ -5,6 +5,7 @@
 
 #include "engine/query/EqualityJoin.h"
 #include "engine/query/QueryPlan.h"
+#include "engine/query/QueryTrace.h"
 #include "engine/query/RecSetList.h"
 #include "engine/query/RowList.h"
 
@@ -35,8 +36,10 @@ struct EnumerationState {
 // earlier tables meet a large table, by looking rows up each time.
 class LevelLoop {
 public:
-    // Both are borrowed.
-    LevelLoop(const QueryLevel* level, EnumerationState* state) : mLevel(level), mState(state) {}
+    // All are borrowed. trace, which may be null, is told what is done.
+    LevelLoop(const QueryLevel* level, EnumerationState* state, LevelTrace* trace)
+        : mLevel(level), mState(state), mTrace(trace)
+    {}
 
     // Goes before the first row for the rows bound now. outerCount: how many such there may be.
     void Open(uint64_t outerCount);
@@ -68,9 +71,14 @@ private:
     [[nodiscard]] VelaTable* Table() const { return mState->tables[mLevel->table]; }
     [[nodiscard]] std::vector<ColumnEquality> Equalities() const;
     [[nodiscard]] std::vector<bool> TermColumns() const;
+    // For the trace. The first use that is told of a term is the one that counts.
+    void NoteWay(LevelTrace::Way way, uint32_t keyColumn);
+    void NoteUse(const VelaExpr* expr, TermUse use);
+    void NoteRest();
 
     const QueryLevel* mLevel;
     EnumerationState* mState;
+    LevelTrace* mTrace;
     bool mIsLoaded = false;
     bool mLooksUp = false;   // mRows is found anew by each Open
     RowList mRows;           // that the level's own terms let through

@@ -17,11 +17,23 @@ std::vector<std::vector<bool>> ColumnsOf(const SimpleVector<VelaTable*>& tables,
     return columns;
 }
 
+void StartTrace(const QueryPlan& plan, QueryTrace* trace)
+{
+    *trace = QueryTrace();
+    for (const QueryTerm& term : plan.constantTerms)
+        trace->constantTerms.push_back(term.expr);
+    for (const QueryLevel& level : plan.levels) {
+        trace->levels.emplace_back();
+        trace->levels.back().table = level.table;
+        trace->levels.back().reversed = level.reversed;
+    }
+}
+
 }   // namespace
 
 RecSetEnumerator::RecSetEnumerator(VelaDatabase* database, const SimpleVector<VelaTable*>& tables,
                                    const VelaExpr* where,
-                                   const std::vector<const VelaExpr*>& outputs)
+                                   const std::vector<const VelaExpr*>& outputs, QueryTrace* trace)
     : mPlan(MakeQueryPlan(where, tables.size())),
       mState{tables, ColumnsOf(tables, outputs), {}, {}, VelaRecSet(), VelaEvalContext(), 0}
 {
@@ -32,8 +44,10 @@ RecSetEnumerator::RecSetEnumerator(VelaDatabase* database, const SimpleVector<Ve
     mState.context.tables = &tables;
     mState.context.database = database;
     mState.context.columns = &mState.columns;
-    for (const QueryLevel& level : mPlan.levels)
-        mLoops.emplace_back(&level, &mState);
+    if (trace)
+        StartTrace(mPlan, trace);
+    for (size_t i = 0; i < mPlan.levels.size(); i++)
+        mLoops.emplace_back(&mPlan.levels[i], &mState, trace ? &trace->levels[i] : nullptr);
 }
 
 // The loops are nested without recursion: a FROM may list any number of tables. level counts those

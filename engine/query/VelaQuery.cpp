@@ -51,10 +51,10 @@ void VelaQuery::AddSortKey(long column, long direction)
     mSortDirections.push_back(direction);
 }
 
-std::unique_ptr<VelaTempTable> VelaQuery::RunQuery()
+std::unique_ptr<VelaTempTable> VelaQuery::RunQuery(QueryTrace* trace)
 {
     std::unique_ptr<VelaTempTable> result = MakeResultTable();
-    RecSetEnumerator recSets(mDatabase, mTables, mWhere.get(), OutputExprs());
+    RecSetEnumerator recSets(mDatabase, mTables, mWhere.get(), OutputExprs(), trace);
     if (IsAggregateQuery())
         AddAggregateRows(&recSets, result.get());
     else

@@ -10,6 +10,7 @@
 namespace vela {
 
 class RecSetEnumerator;
+struct QueryTrace;
 
 // VelaQuery is one SELECT: it is filled with the statement's parts, then run.
 //
@@ -43,7 +44,8 @@ public:
     // Runs the query; may be called again. Never null. The rows of a plain query know their source,
     // the row ids that they come from, one per table; those of an aggregate query have none.
     // Expressions that can't be computed make UNKNOWN values or rejected rows, never a failure.
-    [[nodiscard]] std::unique_ptr<VelaTempTable> RunQuery();
+    // trace, which may be null, is told how the record sets were found.
+    [[nodiscard]] std::unique_ptr<VelaTempTable> RunQuery(QueryTrace* trace = nullptr);
 
     // The tables, for translating expressions.
     [[nodiscard]] const SimpleVector<VelaTable*>& Tables() const { return mTables; }

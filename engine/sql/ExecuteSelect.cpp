@@ -1,5 +1,6 @@
 #include "engine/query/VExprField.h"
 #include "engine/query/VelaQuery.h"
+#include "engine/sql/QueryStory.h"
 #include "engine/sql/SQLSelectNode.h"
 #include "engine/sql/StatementChecks.h"
 #include "engine/sql/StatementExecutors.h"
@@ -35,7 +36,9 @@ public:
     bool AddGroupBy();
     bool AddHaving();
     void AddOrderBy();
-    [[nodiscard]] std::unique_ptr<VelaTempTable> Run();
+    [[nodiscard]] std::unique_ptr<VelaTempTable> Run(QueryTrace* trace = nullptr);
+    // The same, with its story appended to lines.
+    [[nodiscard]] std::unique_ptr<VelaTempTable> Explain(SimpleVector<string>* lines);
 
 private:
     // What ORDER BY can match, and what callers are told of it.
@@ -144,10 +147,18 @@ void SelectBuilder::AddOrderBy()
     }
 }
 
-std::unique_ptr<VelaTempTable> SelectBuilder::Run()
+std::unique_ptr<VelaTempTable> SelectBuilder::Explain(SimpleVector<string>* lines)
+{
+    QueryTrace trace;
+    std::unique_ptr<VelaTempTable> result = Run(&trace);
+    TellQuery({mQuery, mNode, mQualifiers, trace}, result->QtyRows(), lines);
+    return result;
+}
+
+std::unique_ptr<VelaTempTable> SelectBuilder::Run(QueryTrace* trace)
 {
     mQuery.SetDistinct(mNode.mDistinct);
-    std::unique_ptr<VelaTempTable> result = mQuery.RunQuery();
+    std::unique_ptr<VelaTempTable> result = mQuery.RunQuery(trace);
     const bool hasRows = result && result->QtyRows() > 0;
     if (!hasRows && mStatus && mStatus->State() == kVEStateSuccess)
         *mStatus = VelaStatus(kVEStateNoData, "");
@@ -190,6 +201,16 @@ long SelectBuilder::FindOutputOf(const VExprField& field) const
     return -1;
 }
 
+bool Build(SelectBuilder* builder, SimpleVector<string>* tableNames,
+           SimpleVector<string>* rangeNames, SimpleVector<long>* sourceColumns)
+{
+    if (!builder->AddTables(tableNames, rangeNames) || !builder->AddOutputs(sourceColumns) ||
+        !builder->AddWhere() || !builder->AddGroupBy() || !builder->AddHaving())
+        return false;
+    builder->AddOrderBy();
+    return true;
+}
+
 }   // namespace
 
 std::unique_ptr<VelaTempTable> ExecuteSelect(const SQLSelectNode& node, VelaDatabase& database,
@@ -198,11 +219,14 @@ std::unique_ptr<VelaTempTable> ExecuteSelect(const SQLSelectNode& node, VelaData
                                              SimpleVector<long>* sourceColumns)
 {
     SelectBuilder builder(node, database, status);
-    if (!builder.AddTables(tableNames, rangeNames) || !builder.AddOutputs(sourceColumns) ||
-        !builder.AddWhere() || !builder.AddGroupBy() || !builder.AddHaving())
-        return nullptr;
-    builder.AddOrderBy();
-    return builder.Run();
+    return Build(&builder, tableNames, rangeNames, sourceColumns) ? builder.Run() : nullptr;
+}
+
+std::unique_ptr<VelaTempTable> ExplainSelect(const SQLSelectNode& node, VelaDatabase& database,
+                                             VelaStatus* status, SimpleVector<string>* lines)
+{
+    SelectBuilder builder(node, database, status);
+    return Build(&builder, nullptr, nullptr, nullptr) ? builder.Explain(lines) : nullptr;
 }
 
 }   // namespace vela

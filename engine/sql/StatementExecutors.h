@@ -40,5 +40,8 @@ std::unique_ptr<VelaTempTable> ExecuteSelect(const SQLSelectNode& node, VelaData
                                              VelaStatus* status, SimpleVector<string>* tableNames,
                                              SimpleVector<string>* rangeNames,
                                              SimpleVector<long>* sourceColumns);
+// Runs it likewise, and appends to lines, in words, how its rows were found.
+std::unique_ptr<VelaTempTable> ExplainSelect(const SQLSelectNode& node, VelaDatabase& database,
+                                             VelaStatus* status, SimpleVector<string>* lines);
 
 }   // namespace vela

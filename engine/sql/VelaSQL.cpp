@@ -85,6 +85,17 @@ void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* statu
         Dispatch(*root, database, status);
 }
 
+bool VelaSQLExplain(const string& sql, VelaDatabase& database, VelaStatus* status,
+                    SimpleVector<string>* lines)
+{
+    const SQLSyntaxNodePtr root = Parse(sql, database, status);
+    if (!root)
+        return false;
+    if (!root->IsSelect())
+        return Fail(status, kVEInvalidParameter, "Error: Only a SELECT can be explained.");
+    return ExplainSelect(As<SQLSelectNode>(*root), database, status, lines) != nullptr;
+}
+
 std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& database,
                                         VelaStatus* status, SimpleVector<string>* tableNames,
                                         SimpleVector<string>* rangeNames,

@@ -26,4 +26,10 @@ std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& databas
                                         SimpleVector<string>* rangeNames = nullptr,
                                         SimpleVector<long>* sourceColumns = nullptr);
 
+// Runs one SELECT, throws its rows away, and tells in words how they were found: which tables were read in which order, and
+// how each condition was applied. Lines are UTF-8, without line ends. False: it failed, and status says why; lines is as it was.
+// A text that is no SELECT fails with kVEInvalidParameter.
+bool VelaSQLExplain(const string& sql, VelaDatabase& database, VelaStatus* status,
+                    SimpleVector<string>* lines);
+
 }   // namespace vela

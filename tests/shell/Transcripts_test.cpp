@@ -93,7 +93,7 @@ void RunExamples(const std::vector<Example>& examples, bool showStatus)
 
 class Transcripts : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(Of, Transcripts, testing::Values("program", "import", "dump"),
+INSTANTIATE_TEST_SUITE_P(Of, Transcripts, testing::Values("program", "import", "dump", "explain"),
                          [](const auto& name) { return name.param; });
 
 TEST_P(Transcripts, AnswersAreThoseWrittenDown)
