@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/core/VelaValueWithID.h"
+#include "tests/core/TestValues.h"
 
 namespace vela {
 namespace {
@@ -18,43 +19,6 @@ constexpr VelaDataType kAllTypes[] = {kTypeNone,      kTypeInteger, kTypeString,
                                       kTypeTimestamp, kTypeBoolean, kTypeBinary};
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-VelaValue I(int32_t number)
-{
-    return VelaValue::Integer(number);
-}
-VelaValue B(bool truth)
-{
-    return VelaValue::Boolean(truth);
-}
-VelaValue D(double number)
-{
-    return VelaValue::Double(number);
-}
-VelaValue S(const char* text)
-{
-    return VelaValue::String(text);
-}
-VelaValue Date(const char* text)
-{
-    return VelaValue::Text(kTypeDate, text);
-}
-VelaValue Time(const char* text)
-{
-    return VelaValue::Text(kTypeTime, text);
-}
-VelaValue Stamp(const char* text)
-{
-    return VelaValue::Text(kTypeTimestamp, text);
-}
-VelaValue Bin(const char* text)
-{
-    return VelaValue::Text(kTypeBinary, text);
-}
-VelaValue Null(VelaDataType type)
-{
-    return VelaValue::Null(type);
-}
 
 // A value for a message: "String 'x'".
 std::string Show(const VelaValue& value)
@@ -105,21 +69,21 @@ TEST(VelaValue, ConvertsToIntegerDoubleAndTexts)
         {D(-1e300), INT32_MIN, -1e300, "-1.0e+300", "-1.0e+300", ""},
         {D(kInfinity), INT32_MAX, kInfinity, "inf", "inf", ""},
         {D(2147483647.5), INT32_MAX, 2147483647.5, "2147483647.5", "2147483647.5", ""},
-        {S("42"), 42, 42, "42", "42", ""},
-        {S(""), 0, 0, "", "", ""},
-        {S("  -17.75xyz"), -17, -17.75, "  -17.75xyz", "  -17.75xyz", "leading number"},
-        {S("1e3"), 1, 1000, "1e3", "1e3", "an integer has no exponent"},
-        {S("99999999999"), INT32_MAX, 99999999999.0, "99999999999", "99999999999", ""},
-        {S("-99999999999"), INT32_MIN, -99999999999.0, "-99999999999", "-99999999999", ""},
-        {S("TRUE"), 0, 0, "TRUE", "TRUE", "no Boolean by its text"},
-        {S("NULL"), 0, 0, "NULL", "NULL", "no null by its text"},
+        {Text("42"), 42, 42, "42", "42", ""},
+        {Text(""), 0, 0, "", "", ""},
+        {Text("  -17.75xyz"), -17, -17.75, "  -17.75xyz", "  -17.75xyz", "leading number"},
+        {Text("1e3"), 1, 1000, "1e3", "1e3", "an integer has no exponent"},
+        {Text("99999999999"), INT32_MAX, 99999999999.0, "99999999999", "99999999999", ""},
+        {Text("-99999999999"), INT32_MIN, -99999999999.0, "-99999999999", "-99999999999", ""},
+        {Text("TRUE"), 0, 0, "TRUE", "TRUE", "no Boolean by its text"},
+        {Text("NULL"), 0, 0, "NULL", "NULL", "no null by its text"},
         {Date("1984-05-06"), 0, 0, "DATE 1984-05-06", "1984-05-06", "no number in a date"},
         {Date(""), 0, 0, "DATE ", "", ""},
         {Date("odd"), 0, 0, "DATE odd", "odd", "as it is"},
         {Time("12:34:06"), 0, 0, "TIME 12:34:06", "12:34:06", ""},
-        {Stamp("1984-12-23 12:34:56"), 0, 0, "TIMESTAMP 1984-12-23 12:34:56", "1984-12-23 12:34:56",
-         ""},
-        {Bin("42"), 0, 0, "42", "42", "no number in a binary"},
+        {Timestamp("1984-12-23 12:34:56"), 0, 0, "TIMESTAMP 1984-12-23 12:34:56",
+         "1984-12-23 12:34:56", ""},
+        {Binary("42"), 0, 0, "42", "42", "no number in a binary"},
         {Null(kTypeNone), 0, 0, "NULL", "NULL", ""},
         {Null(kTypeInteger), 0, 0, "NULL", "NULL", ""},
         {Null(kTypeString), 0, 0, "NULL", "NULL", ""},
@@ -221,9 +185,9 @@ TEST(VelaValue, AssignmentWorksBetweenAllTypesAndToItself)
         I(5),
         B(true),
         D(2.5),
-        S("text"),
+        Text("text"),
         Date("1984-05-06"),
-        Bin("bytes"),
+        Binary("bytes"),
         Null(kTypeNone),
         Null(kTypeString),
         Null(kTypeInteger),
@@ -252,7 +216,7 @@ TEST(VelaValue, AssignmentWorksBetweenAllTypesAndToItself)
 
 TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
 {
-    const VelaValue absent = S("");
+    const VelaValue absent = Text("");
     struct {
         VelaValue left, right;
         bool equal, reverse;
@@ -261,38 +225,38 @@ TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
         {Null(kTypeInteger), Null(kTypeInteger), true, true, "null equals null"},
         {Null(kTypeInteger), Null(kTypeString), true, true, "... of any type"},
         {Null(kTypeInteger), I(0), false, false, "null equals no zero"},
-        {Null(kTypeString), S(""), false, false, "... and no empty text"},
-        {Null(kTypeString), S("NULL"), false, false, "... and not its own text"},
+        {Null(kTypeString), Text(""), false, false, "... and no empty text"},
+        {Null(kTypeString), Text("NULL"), false, false, "... and not its own text"},
         {I(42), I(42), true, true, ""},
         {I(42), I(-42), false, false, ""},
-        {I(42), S("42"), true, true, "the text's number; the number's text"},
-        {I(42), S(" 42abc"), true, false, "leading number against the whole text"},
-        {I(0), S("abc"), true, false, "no number is 0"},
+        {I(42), Text("42"), true, true, "the text's number; the number's text"},
+        {I(42), Text(" 42abc"), true, false, "leading number against the whole text"},
+        {I(0), Text("abc"), true, false, "no number is 0"},
         {I(1), B(true), true, true, ""},
         {I(2), B(true), false, false, "TRUE is 1"},
         {I(2), D(2.9), true, false, "truncated; unconverted the other way"},
         {I(0), Date("1984-05-06"), true, false, "a date's integer is 0"},
-        {I(1), Bin("1"), false, true, "a binary's integer is 0, but its text is 1"},
-        {B(true), S("1"), true, false, "the text of TRUE is not 1"},
-        {B(true), S("TRUE"), false, true, "... and TRUE is no number"},
-        {B(false), S("x"), true, false, ""},
-        {S("abc"), S("abc"), true, true, ""},
-        {S("abc"), S("ABC"), false, false, "case counts"},
-        {S("abc"), S("abcd"), false, false, ""},
-        {S("abc"), S("abc "), false, false, "blanks count"},
-        {S("abc"), Bin("abc"), true, true, ""},
-        {S("2.5"), D(2.5), true, false, "a double asks for a double"},
-        {S("TRUE"), B(true), true, false, ""},
+        {I(1), Binary("1"), false, true, "a binary's integer is 0, but its text is 1"},
+        {B(true), Text("1"), true, false, "the text of TRUE is not 1"},
+        {B(true), Text("TRUE"), false, true, "... and TRUE is no number"},
+        {B(false), Text("x"), true, false, ""},
+        {Text("abc"), Text("abc"), true, true, ""},
+        {Text("abc"), Text("ABC"), false, false, "case counts"},
+        {Text("abc"), Text("abcd"), false, false, ""},
+        {Text("abc"), Text("abc "), false, false, "blanks count"},
+        {Text("abc"), Binary("abc"), true, true, ""},
+        {Text("2.5"), D(2.5), true, false, "a double asks for a double"},
+        {Text("TRUE"), B(true), true, false, ""},
         {Date("1984-05-06"), Date("1984-05-06"), false, false,
          "the other's display form has a prefix"},
-        {Date("1984-05-06"), S("1984-05-06"), true, false,
+        {Date("1984-05-06"), Text("1984-05-06"), true, false,
          "stored against stored; against DATE ..."},
-        {Date("1984-05-06"), S("DATE 1984-05-06"), false, true, ""},
-        {Date("1984-05-06"), Bin("1984-05-06"), true, false, ""},
+        {Date("1984-05-06"), Text("DATE 1984-05-06"), false, true, ""},
+        {Date("1984-05-06"), Binary("1984-05-06"), true, false, ""},
         {Date("DATE x"), Date("x"), true, false, "a stored text that looks like a display form"},
         {Time("12:00:00"), Time("12:00:00"), false, false, ""},
-        {Stamp("1984-05-06 12:00:00"), Stamp("1984-05-06 12:00:00"), false, false, ""},
-        {Stamp("1984-05-06 12:00:00"), S("1984-05-06 12:00:00"), true, false, ""},
+        {Timestamp("1984-05-06 12:00:00"), Timestamp("1984-05-06 12:00:00"), false, false, ""},
+        {Timestamp("1984-05-06 12:00:00"), Text("1984-05-06 12:00:00"), true, false, ""},
         {D(2.5), D(2.5), true, true, ""},
         {D(2.5), D(2.25), false, false, ""},
         {D(0.0), D(-0.0), true, true, "equal as numbers"},
@@ -310,7 +274,7 @@ TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
     EXPECT_FALSE(D(std::nan("")).Equals(D(std::nan(""))));
     VelaValue noType = I(0);
     noType.CoerceToType(kTypeString);
-    EXPECT_TRUE(noType.Equals(S("0")));
+    EXPECT_TRUE(noType.Equals(Text("0")));
 }
 
 TEST(VelaValue, EqualTextsOfDifferentEncodingTagsAreEqual)
@@ -319,7 +283,7 @@ TEST(VelaValue, EqualTextsOfDifferentEncodingTagsAreEqual)
     const VelaValue mac = VelaValue::String(string("abc", kEncodingMacRoman));
     EXPECT_TRUE(utf8.Equals(mac));
     const VelaValue withNUL = VelaValue::String(string("ab\0c", 4, kEncodingUTF8));
-    EXPECT_FALSE(withNUL.Equals(S("ab"))) << "NUL bytes take part";
+    EXPECT_FALSE(withNUL.Equals(Text("ab"))) << "NUL bytes take part";
 }
 
 TEST(VelaValue, CoercionOfEveryTypeToEveryType)
@@ -333,20 +297,20 @@ TEST(VelaValue, CoercionOfEveryTypeToEveryType)
         {B(true), "TRUE, 1, TRUE, 1, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, TRUE"},
         {D(2.5), "2.5, 2, 2.5, 2.5, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, 2.5"},
         {D(-2.5), "-2.5, -2, -2.5, -2.5, 0000-02-00, 00:00:00, 0000-02-00 00:00:00, TRUE, -2.5"},
-        {S("1984-5-6 8:4"),
+        {Text("1984-5-6 8:4"),
          "1984-5-6 8:4, 1984, 1984-5-6 8:4, 1984, 1984-05-06, 08:04:00, 1984-05-06 08:04:00, TRUE, "
          "1984-5-6 8:4"},
-        {S("0"), "0, 0, 0, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, 0"},
+        {Text("0"), "0, 0, 0, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, 0"},
         {Date("1984-05-06"),
          "DATE 1984-05-06, 0, DATE 1984-05-06, 0, 1984-05-06, 00:00:00, 1984-05-06 00:00:00, TRUE, "
          "DATE 1984-05-06"},
         {Time("12:34:06"),
          "TIME 12:34:06, 0, TIME 12:34:06, 0, 0000-00-00, 12:34:06, 0000-00-00 12:34:06, TRUE, "
          "TIME 12:34:06"},
-        {Stamp("1984-12-23 12:34:56"),
+        {Timestamp("1984-12-23 12:34:56"),
          "TIMESTAMP 1984-12-23 12:34:56, 0, TIMESTAMP 1984-12-23 12:34:56, 0, 1984-12-23, "
          "12:34:56, 1984-12-23 12:34:56, TRUE, TIMESTAMP 1984-12-23 12:34:56"},
-        {Bin("f"), "f, 0, f, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, f"},
+        {Binary("f"), "f, 0, f, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, f"},
         {Null(kTypeNone),
          "null, 0, NULL, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, NULL"},
         {Null(kTypeInteger),
@@ -378,8 +342,8 @@ TEST(VelaValue, CoercionOfEveryTypeToEveryType)
 TEST(VelaValue, CoercionToItsOwnTypeNormalisesNothing)
 {
     const VelaValue values[] = {
-        Date("odd date"), Time("8:4"), Stamp("1984/5/6"), Bin("\x80"),
-        S(" 1 "),         D(-0.0),     Null(kTypeDate),
+        Date("odd date"), Time("8:4"), Timestamp("1984/5/6"), Binary("\x80"),
+        Text(" 1 "),      D(-0.0),     Null(kTypeDate),
     };
     for (const VelaValue& value : values) {
         VelaValue coerced = value;
@@ -395,13 +359,20 @@ TEST(VelaValue, CoercionToBooleanKnowsThreeTextsOfFalse)
         VelaValue value;
         bool truth;
     } cases[] = {
-        {S("false"), false}, {S("FALSE"), false}, {S("fAlSe"), false}, {S("f"), false},
-        {S("F"), false},     {S("0"), false},     {S("no"), true},     {S(""), true},
-        {S("n"), true},      {S("00"), true},     {S("0.0"), true},    {S(" 0"), true},
-        {S("false "), true}, {S("fa"), true},     {S("true"), true},   {S("t"), true},
-        {S("1"), true},      {I(-1), true},       {I(2), true},        {I(0), false},
-        {D(0.0), false},     {D(-0.0), false},    {D(0.1), true},      {D(-1), true},
-        {D(1e-300), true},   {Date("0"), true},   {Bin("0"), false},   {Bin("False"), false},
+        {Text("false"), false}, {Text("FALSE"), false},
+        {Text("fAlSe"), false}, {Text("f"), false},
+        {Text("F"), false},     {Text("0"), false},
+        {Text("no"), true},     {Text(""), true},
+        {Text("n"), true},      {Text("00"), true},
+        {Text("0.0"), true},    {Text(" 0"), true},
+        {Text("false "), true}, {Text("fa"), true},
+        {Text("true"), true},   {Text("t"), true},
+        {Text("1"), true},      {I(-1), true},
+        {I(2), true},           {I(0), false},
+        {D(0.0), false},        {D(-0.0), false},
+        {D(0.1), true},         {D(-1), true},
+        {D(1e-300), true},      {Date("0"), true},
+        {Binary("0"), false},   {Binary("False"), false},
     };
     for (const auto& c : cases) {
         VelaValue value = c.value;
@@ -436,7 +407,7 @@ TEST(VelaValue, RandomTrafficOfTextsAgreesWithPlainStrings)
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    std::vector<VelaValue> values(20, S(""));
+    std::vector<VelaValue> values(20, Text(""));
     std::vector<std::string> model(20);
     for (int i = 0; i < 50000; i++) {
         const size_t to = random() % values.size();

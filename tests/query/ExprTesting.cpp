@@ -13,42 +13,6 @@ constexpr const char* kUntouched = "as it was before";
 
 }   // namespace
 
-VelaValue Text(const char* text)
-{
-    return VelaValue::String(text);
-}
-
-VelaValue UTF8(const char* text)
-{
-    return VelaValue::String(string(text, kEncodingUTF8));
-}
-
-VelaValue UTF16(std::u16string_view text)
-{
-    return VelaValue::String(string(reinterpret_cast<const char*>(text.data()),
-                                    text.size() * sizeof(char16_t), kEncodingUTF16));
-}
-
-VelaValue Date(const char* text)
-{
-    return VelaValue::Text(kTypeDate, text);
-}
-
-VelaValue Time(const char* text)
-{
-    return VelaValue::Text(kTypeTime, text);
-}
-
-VelaValue Timestamp(const char* text)
-{
-    return VelaValue::Text(kTypeTimestamp, text);
-}
-
-VelaValue Binary(const char* text)
-{
-    return VelaValue::Text(kTypeBinary, text);
-}
-
 std::string Shown(const VelaValue& value)
 {
     const std::string type = DataTypeName(value.GetType());
@@ -64,12 +28,12 @@ VelaExprPtr Expr(const VelaValue& value)
 
 VelaExprPtr Expr(int number)
 {
-    return Expr(VelaValue::Integer(number));
+    return Expr(I(number));
 }
 
 VelaExprPtr Expr(double number)
 {
-    return Expr(VelaValue::Double(number));
+    return Expr(D(number));
 }
 
 VelaExprPtr Expr(const char* text)

@@ -6,20 +6,12 @@
 #include <vector>
 
 #include "engine/query/VelaExpr.h"
+#include "tests/core/TestValues.h"
 #include "tests/query/MemoryTable.h"
 
 namespace vela {
 
 using test::Cell;
-
-// Values for tables of cases.
-VelaValue Text(const char* text);   // a String, tagged ASCII
-VelaValue UTF8(const char* text);   // a String, tagged UTF-8
-VelaValue UTF16(std::u16string_view text);
-VelaValue Date(const char* text);
-VelaValue Time(const char* text);
-VelaValue Timestamp(const char* text);
-VelaValue Binary(const char* text);
 
 // A value as the tables show it: "Integer 5", "String abc", "NULL Date".
 std::string Shown(const VelaValue& value);

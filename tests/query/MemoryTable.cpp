@@ -65,7 +65,7 @@ MemoryTable::~MemoryTable() = default;
 
 MemoryTable& MemoryTable::AddColumn(const char* name, VelaDataType type)
 {
-    mInfos.push_back({name, VelaValue::Null(type), static_cast<uint32_t>(mInfos.size() + 1)});
+    mInfos.push_back({name, Null(type), static_cast<uint32_t>(mInfos.size() + 1)});
     return *this;
 }
 

@@ -9,6 +9,7 @@
 
 #include "engine/storage/TableColumns.h"
 #include "engine/storage/VelaTable.h"
+#include "tests/core/TestValues.h"
 
 namespace vela::test {
 

@@ -21,37 +21,16 @@ namespace {
 constexpr VelaDataType kTypes[] = {kTypeInteger, kTypeString,    kTypeDouble,  kTypeDate,
                                    kTypeTime,    kTypeTimestamp, kTypeBoolean, kTypeBinary};
 constexpr int32_t kIntegers[] = {0, 1, 1, 2, 2, 3, 5, -1, 20200101, INT32_MIN, INT32_MAX};
-const double kDoubles[] = {0.0,
-                           -0.0,
-                           1.0,
-                           2.0,
-                           2.5,
-                           -1.0,
-                           2147483648.0,
+const double kDoubles[] = {0.0, -0.0, 1.0, 2.0, 2.5, -1.0, 2147483648.0,
+                           // These two have no neighbours.
                            std::numeric_limits<double>::infinity(),
                            std::numeric_limits<double>::quiet_NaN()};
-constexpr const char* kStrings[] = {"",
-                                    "0",
-                                    "1",
-                                    "2",
-                                    "01",
-                                    "2.5",
-                                    "a",
-                                    "ab",
-                                    "b",
-                                    "B",
-                                    "a",
-                                    "TRUE",
-                                    "false",
-                                    "NULL",
-                                    "DATE 2020-01-01",
-                                    "date 1999-12-31",
-                                    "nan",
-                                    "abcdefgh1",
-                                    "abcdefgh2",
-                                    "2020-01-01",
-                                    "TIME 08:00:00",
-                                    "DATE "};
+constexpr const char* kStrings[] = {
+    "", "0", "1", "2", "01", "2.5", "a", "ab", "b", "B", "a", "TRUE", "false", "NULL", "nan",
+    // Display forms of dates, and what is nearly one.
+    "DATE 2020-01-01", "date 1999-12-31", "2020-01-01", "TIME 08:00:00", "DATE ",
+    // They differ past the first machine word.
+    "abcdefgh1", "abcdefgh2"};
 constexpr const char* kDates[] = {"2020-01-01", "1999-12-31", "2020-01-02"};
 constexpr const char* kTimes[] = {"08:00:00", "23:59:59"};
 constexpr const char* kTimestamps[] = {"2020-01-01 08:00:00", "1999-12-31 23:59:59"};
@@ -105,11 +84,11 @@ VelaValue RandomQuery::ValueOf(VelaDataType type)
 {
     switch (type) {
         case kTypeInteger:
-            return VelaValue::Integer(Among(this, kIntegers));
+            return I(Among(this, kIntegers));
         case kTypeDouble:
-            return VelaValue::Double(Among(this, kDoubles));
+            return D(Among(this, kDoubles));
         case kTypeBoolean:
-            return VelaValue::Boolean(Chance(50));
+            return B(Chance(50));
         case kTypeDate:
             return VelaValue::Text(type, Among(this, kDates));
         case kTypeTime:
@@ -130,7 +109,7 @@ Cell RandomQuery::AnyCell(VelaDataType type, bool clean)
         return std::nullopt;
     if (Chance(5))
         return ValueOf(Among(this, kTypes));
-    return Chance(15) ? VelaValue::Null(type) : ValueOf(type);
+    return Chance(15) ? Null(type) : ValueOf(type);
 }
 
 void RandomQuery::FillTable(MemoryTable* table, uint32_t rowCount, bool clean)
@@ -160,7 +139,7 @@ VelaExprPtr RandomQuery::Field()
 VelaExprPtr RandomQuery::Constant()
 {
     if (Chance(5))
-        return std::make_unique<VExprConstant>(VelaValue::Null(Chance(50) ? kTypeNone : AnyType()));
+        return std::make_unique<VExprConstant>(Null(Chance(50) ? kTypeNone : AnyType()));
     return std::make_unique<VExprConstant>(ValueOf(AnyType()));
 }
 

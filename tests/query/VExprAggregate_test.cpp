@@ -30,27 +30,17 @@ std::string Over(const std::vector<VelaValue>& values, VelaFuncCode func, bool d
     return Outcome(Aggregate(func, ExprField(0, 1), distinct), data.Group());
 }
 
-VelaValue I(int32_t number)
-{
-    return VelaValue::Integer(number);
-}
-
-VelaValue D(double number)
-{
-    return VelaValue::Double(number);
-}
-
 TEST(VExprAggregate, EveryFunctionOverGroups)
 {
     const VelaValue null;
-    const VelaValue yes = VelaValue::Boolean(true);
-    const VelaValue no = VelaValue::Boolean(false);
+    const VelaValue yes = B(true);
+    const VelaValue no = B(false);
     struct {
         std::vector<VelaValue> values;
         const char* outcomes;   // of COUNT, SUM, AVG, MIN, MAX
     } cases[] = {
         {{}, "Integer 0, NULL Integer, NULL Integer, NULL Integer, NULL Integer"},
-        {{null, VelaValue::Null(kTypeString)},
+        {{null, Null(kTypeString)},
          "Integer 0, NULL Integer, NULL Integer, NULL Integer, NULL Integer"},
         {{I(5)}, "Integer 1, Integer 5, Double 5, Integer 5, Integer 5"},
         {{I(5), null, I(-2)}, "Integer 2, Integer 3, Double 1.5, Integer -2, Integer 5"},
@@ -130,7 +120,7 @@ TEST(VExprAggregate, OperandsAreEvaluatedPerRowWhateverTheCurrentOneIs)
 
 TEST(VExprAggregate, NestedAggregatesRunOverTheSameGroup)
 {
-    OneTable data({kTypeInteger}, RowsOf({I(4), I(6), VelaValue::Null(kTypeInteger)}));
+    OneTable data({kTypeInteger}, RowsOf({I(4), I(6), Null(kTypeInteger)}));
     const VelaEvalContext group = data.Group();
     EXPECT_EQ("Integer 9", Outcome(Aggregate(kFuncSum, Aggregate(kFuncCount, nullptr)), group));
     EXPECT_EQ("Integer 30",

@@ -14,7 +14,7 @@ VelaExprPtr Term(Truth truth, int* evaluations = nullptr)
 {
     auto term = std::make_unique<ScriptedExpr>();
     term->flag = truth != U;
-    term->left = {VelaValue::Integer(truth == F ? 0 : 5)};
+    term->left = {I(truth == F ? 0 : 5)};
     term->evaluations = evaluations;
     return term;
 }

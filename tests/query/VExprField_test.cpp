@@ -13,8 +13,8 @@ struct TwoTables {
     TwoTables()
     {
         first.AddColumn("a", kTypeInteger).AddColumn("b", kTypeString);
-        first.Row(7, {VelaValue::Integer(1), Text("a")});
-        first.Row(3, {VelaValue::Null(kTypeInteger), Text("b")}).OfferColumns();
+        first.Row(7, {I(1), Text("a")});
+        first.Row(3, {Null(kTypeInteger), Text("b")}).OfferColumns();
         second.AddColumn("c", kTypeDate).Row(5, {Date("1994-07-09")}).Row(6, {std::nullopt});
     }
 

@@ -15,15 +15,15 @@ std::unique_ptr<VExprMath> Math(const VelaValue& left, char op, const VelaValue&
 TEST(VExprMath, EveryPairOfTypes)
 {
     const VelaValue values[] = {
-        VelaValue::Integer(7),
-        VelaValue::Double(2.5),
+        I(7),
+        D(2.5),
         Text("12ab"),
-        VelaValue::Boolean(true),
+        B(true),
         Date("1994-07-09"),
         Time("12:34:06"),
         Timestamp("1994-07-09 1:2"),
         Binary("9"),
-        VelaValue::Null(kTypeNone),
+        Null(kTypeNone),
     };
     // Left down, right across, in the order of values. i Integer, d Double, s String, . UNKNOWN.
     const char* const plus[] = {
@@ -73,7 +73,7 @@ TEST(VExprMath, JoinedTextsMeetInOneEncoding)
 {
     const VelaValue ascii = Text("ab");
     const VelaValue utf8 = UTF8("\xC3\xA9");
-    const VelaValue latin1 = VelaValue::String(string("\xE9", kEncodingLatin1));
+    const VelaValue latin1 = Latin1("\xE9");
     const VelaValue utf16 = UTF16(u"\u00E9");
     const VelaValue empty = Text("");
     struct {
@@ -89,7 +89,7 @@ TEST(VExprMath, JoinedTextsMeetInOneEncoding)
               "ab"),
          "also on the right"},
         {utf8, latin1, UTF8("\xC3\xA9\xC3\xA9"), "the right one is converted"},
-        {latin1, utf8, VelaValue::String(string("\xE9\xE9", kEncodingLatin1)), "to the left"},
+        {latin1, utf8, Latin1("\xE9\xE9"), "to the left"},
         {utf16, ascii,
          UTF16(u"\u00E9"
                u"ab"),

@@ -24,7 +24,7 @@ TEST(VExprScalarFunc, AbsentArgumentsAreNULLs)
 
 TEST(VExprScalarFunc, UnknownArgumentsAndRefusalsLeaveNothing)
 {
-    const VelaValue one = VelaValue::Integer(1);
+    const VelaValue one = I(1);
     EXPECT_EQ("UNKNOWN", Outcome(Func(kFuncUppercase, UnknownLeaving(one))));
     EXPECT_EQ("UNKNOWN", Outcome(Func(kFuncSubstring, Expr("a"), UnknownLeaving(one))));
     EXPECT_EQ("UNKNOWN", Outcome(Func(kFuncSubstring, Expr("a"), Expr(1), UnknownLeaving(one))));

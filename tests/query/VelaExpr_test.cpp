@@ -185,14 +185,14 @@ TEST(VelaExpr, DescriptionsReadAsTheDialect)
     } cases[] = {
         {Expr(-5), "-5", kTypeInteger},
         {Expr(2.5), "2.5", kTypeDouble},
-        {Expr(VelaValue::Boolean(true)), "TRUE", kTypeBoolean},
+        {Expr(B(true)), "TRUE", kTypeBoolean},
         {Expr("it's"), "'it''s'", kTypeString},
-        {Expr(VelaValue::String(string("\xE9", kEncodingLatin1))), "'\xC3\xA9'", kTypeString},
+        {Expr(Latin1("\xE9")), "'\xC3\xA9'", kTypeString},
         {Expr(Date("1994-07-09")), "DATE '1994-07-09'", kTypeDate},
         {Expr(Time("12:34:06")), "TIME '12:34:06'", kTypeTime},
         {Expr(Timestamp("1994-07-09 12:34:06")), "TIMESTAMP '1994-07-09 12:34:06'", kTypeTimestamp},
         {Expr(VelaValue()), "NULL", kTypeNone},
-        {Expr(VelaValue::Null(kTypeDate)), "NULL", kTypeDate},
+        {Expr(Null(kTypeDate)), "NULL", kTypeDate},
         {ExprField(1, 20), "B.20", kTypeNone},
         {ExprField(25, 0), "Z.0", kTypeNone},
         {std::make_unique<VExprMath>(ExprField(2, 1), '+', Expr("it's")), "(C.1+'it''s')",
@@ -236,7 +236,7 @@ TEST(VelaExpr, DescriptionsReadAsTheDialect)
 
 TEST(VelaExpr, ANullOrUnknownOperandMakesANodeUnknown)
 {
-    const VelaValue three = VelaValue::Integer(3);
+    const VelaValue three = I(3);
     for (const NodeClass& node : kNodes) {
         for (size_t i = 0; i < node.operands && !node.isAggregate; i++) {
             SCOPED_TRACE(With(node, i, nullptr)->Description().CString());
@@ -264,12 +264,8 @@ TEST(VExprNot, TurnsTheIntegerForm)
         VelaValue operand;
         const char* outcome;
     } cases[] = {
-        {VelaValue::Integer(5), "Integer 0"},
-        {VelaValue::Integer(0), "Integer 1"},
-        {VelaValue::Integer(-1), "Integer 0"},
-        {VelaValue::Double(0.5), "Integer 1"},
-        {Text("7 of 9"), "Integer 0"},
-        {Text("TRUE"), "Integer 1"},
+        {I(5), "Integer 0"},        {I(0), "Integer 1"},           {I(-1), "Integer 0"},
+        {D(0.5), "Integer 1"},      {Text("7 of 9"), "Integer 0"}, {Text("TRUE"), "Integer 1"},
         {VelaValue(), "Integer 1"},
     };
     for (const auto& c : cases)

@@ -87,7 +87,7 @@ void FillThree(MemoryTable* table)
 {
     table->AddColumn("v", kTypeInteger);
     for (const uint32_t rowID : {3u, 1u, 2u})
-        table->Row(rowID, {VelaValue::Integer(static_cast<int32_t>(rowID) * 10)});
+        table->Row(rowID, {I(static_cast<int32_t>(rowID) * 10)});
 }
 
 // count rows, 1 to count, with the column 1 counting along.
@@ -95,7 +95,7 @@ void FillMany(MemoryTable* table, uint32_t count)
 {
     table->AddColumn("v", kTypeInteger);
     for (uint32_t rowID = 1; rowID <= count; rowID++)
-        table->Row(rowID, {VelaValue::Integer(static_cast<int32_t>(rowID))});
+        table->Row(rowID, {I(static_cast<int32_t>(rowID))});
 }
 
 }   // namespace
@@ -186,7 +186,7 @@ TEST(VelaQuery, ConstantsThatNameNoRowForCertainAreCompared)
 {
     MemoryTable table("t");
     FillMany(&table, 3);
-    table.Row(9, {VelaValue::Null(kTypeInteger)});
+    table.Row(9, {Null(kTypeInteger)});
     table.OfferColumns().OfferIndex(1);
     const auto rows = [&table](VelaExprPtr where) {
         return Select({&table}).Output(ExprField(0, 1)).Where(std::move(where)).Rows();
@@ -244,7 +244,7 @@ TEST(VelaQuery, ManyGroupsAreFoundAgain)
     MemoryTable table("t");
     table.AddColumn("a", kTypeInteger);
     for (uint32_t row = 0; row < 3 * kGroups; row++)
-        table.Row(row, {VelaValue::Integer(static_cast<int32_t>(row) % kGroups)});
+        table.Row(row, {I(static_cast<int32_t>(row) % kGroups)});
     Select select({&table});
     select.Output(CountAll()).query.AddGroupBy(ExprField(0, 1));
     const auto result = select.query.RunQuery();

@@ -24,13 +24,13 @@ struct Buffer {
 
 std::string ShownCell(VelaTempTable* table, uint32_t row, long column)
 {
-    VelaValue value = VelaValue::Integer(-77);
+    VelaValue value = I(-77);
     return table->GetValue(row, column, &value) ? Shown(value) : "none, " + Shown(value);
 }
 
 void AddInteger(VelaTempTable* table, int32_t number)
 {
-    Buffer buffer({VelaValue::Integer(number)});
+    Buffer buffer({I(number)});
     table->AddRow(buffer.row, false);
 }
 
@@ -41,7 +41,7 @@ TEST(VelaTempTable, RowsAreCopiesAtTheirPositions)
     VelaTempTable table;
     table.AddColumn("a", kTypeInteger);
     table.AddColumn("b", kTypeString);
-    Buffer buffer({VelaValue::Integer(1), Text("x")});
+    Buffer buffer({I(1), Text("x")});
     EXPECT_EQ(0u, table.AddRow(buffer.row, false));
     buffer.values[0].SetInteger(2);
     EXPECT_EQ(1u, table.AddRow(buffer.row, false));
@@ -64,7 +64,7 @@ TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
     VelaTempTable table;
     table.AddColumn("a", kTypeInteger);
     table.AddColumn("b", kTypeInteger);
-    const std::vector<VelaValue> three(3, VelaValue::Integer(3));
+    const std::vector<VelaValue> three(3, I(3));
     for (const size_t width : {2u, 1u, 3u, 2u, 0u}) {
         Buffer buffer(
             std::vector<VelaValue>(three.begin(), three.begin() + static_cast<long>(width)));
@@ -177,7 +177,7 @@ TEST(VelaTempTable, SortTakesWidthsAndSourcesAlong)
     const uint32_t rowIDs[] = {30, 10, 20};
     for (const uint32_t& rowID : rowIDs) {
         const VelaRecSet source(&rowID);
-        Buffer buffer({VelaValue::Integer(static_cast<int32_t>(rowID))});
+        Buffer buffer({I(static_cast<int32_t>(rowID))});
         VelaValueWithID more(Text("wide"), 5);
         if (rowID == 10)
             buffer.row.push_back(&more);

@@ -14,20 +14,15 @@ namespace {
 using test::MemoryTable;
 using Notes = std::vector<std::string>;
 
-VelaValue Int(int32_t number)
-{
-    return VelaValue::Integer(number);
-}
-
 // Rows 3, 1, 2; column 2 of row 2 can't be read.
 class VelaUpdateTest : public testing::TestWithParam<bool> {
 protected:
     void SetUp() override
     {
         table.AddColumn("a", kTypeInteger).AddColumn("b", kTypeInteger);
-        table.Row(3, {Int(30), Int(300)});
-        table.Row(1, {Int(10), Int(100)});
-        table.Row(2, {Int(20), std::nullopt});
+        table.Row(3, {I(30), I(300)});
+        table.Row(1, {I(10), I(100)});
+        table.Row(2, {I(20), std::nullopt});
         if (GetParam())
             table.OfferColumns();
     }
@@ -55,7 +50,7 @@ TEST_P(VelaUpdateTest, ConstantIsComputedOnceAndGoesToEveryRowInOrder)
     int evaluations = 0;
     auto scripted = std::make_unique<ScriptedExpr>();
     scripted->flag = true;
-    scripted->left = {Int(8)};
+    scripted->left = {I(8)};
     scripted->evaluations = &evaluations;
     update.AddTarget(Column(1), std::move(scripted));
     EXPECT_TRUE(update.RunUpdate());
@@ -81,7 +76,7 @@ TEST_P(VelaUpdateTest, ValueThatCantBeComputedStopsAtItsRow)
 TEST_P(VelaUpdateTest, WithoutValueTheColumnGetsItsDefault)
 {
     VelaColumnInfo column = Column(1);
-    column.defaultValue = Int(77);
+    column.defaultValue = I(77);
     update.AddTarget(column, nullptr);
     update.AddTarget(Column(2), nullptr);
     update.SetWhere(Above(1, 25));

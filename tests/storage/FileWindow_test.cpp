@@ -57,28 +57,6 @@ TEST(FileWindow, FindsOnlyWhatLiesInsideWhole)
     }
 }
 
-TEST(FileWindow, UnwrittenBytesReachFromTheFirstPlacedToTheLast)
-{
-    FileWindow window;
-    window.Restart(100);
-    Load(window, "abcdefgh");
-    EXPECT_TRUE(Put(window, 105, "F"));
-    EXPECT_EQ(105, window.UnwrittenStart());
-    EXPECT_EQ("F", window.Unwritten());
-    EXPECT_TRUE(Put(window, 102, "C"));
-    EXPECT_EQ(102, window.UnwrittenStart());
-    EXPECT_EQ("CdeF", window.Unwritten());
-    EXPECT_TRUE(Put(window, 103, "D"));
-    EXPECT_EQ("CDeF", window.Unwritten());
-    window.Written(3);
-    EXPECT_EQ(105, window.UnwrittenStart());
-    EXPECT_EQ("F", window.Unwritten());
-    window.Written(1);
-    EXPECT_FALSE(window.HasUnwritten());
-    EXPECT_TRUE(Put(window, 100, "A"));
-    EXPECT_EQ("A", window.Unwritten()) << "a new start, not from the old end";
-}
-
 TEST(FileWindow, GrowsToItsLargestSizeAndNoFurther)
 {
     FileWindow window;

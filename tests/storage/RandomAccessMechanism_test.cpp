@@ -45,8 +45,10 @@ Number Through(bool (Stream::*write)(Written), bool (Stream::*read)(Read&), Writ
 {
     return {[=](Stream& stream) { return (stream.*write)(number); },
             [=](Stream& stream) {
-                Read value{};
-                return (stream.*read)(value) && memcmp(&value, &back, sizeof value) == 0;
+                Read value{7};
+                const bool came = (stream.*read)(value);
+                EXPECT_TRUE(came || value == Read{7}) << "a read that fails changes nothing";
+                return came && memcmp(&value, &back, sizeof value) == 0;
             }};
 }
 
@@ -98,36 +100,17 @@ TEST(RandomAccessMechanism, NumbersHaveTheirBytesInBothOrders)
             EXPECT_EQ(big ? c.big : little, Content(stream)) << c.why;
             EXPECT_TRUE(stream.SeekFromStart(0) && c.number.readsBack(stream)) << c.why;
             EXPECT_TRUE(stream.IsEOF()) << c.why;
+            for (size_t cut = 0; cut < c.big.size(); cut++) {
+                EXPECT_TRUE(stream.SetLength(static_cast<int64_t>(cut)) && stream.SeekFromStart(0));
+                EXPECT_FALSE(c.number.readsBack(stream)) << c.why << ", cut at " << cut;
+            }
             if (big)
                 stream.SetLittleEndian();
             else
                 stream.SetBigEndian();
-            EXPECT_TRUE(stream.SeekFromStart(0) && stream.SetLength(0) && c.number.write(stream));
+            EXPECT_TRUE(stream.SetLength(0) && stream.SeekFromStart(0) && c.number.write(stream));
             EXPECT_EQ(big ? little : c.big, Content(stream)) << c.why << ", turned round";
         }
-    }
-}
-
-TEST(RandomAccessMechanism, ReadsThatFallShortAreFalseAndChangeNothing)
-{
-    for (size_t size = 0; size < 8; size++) {
-        StringStorageMechanism stream;
-        OpenOn(stream, Bytes(size, 'x'));
-        unsigned char byte = 7;
-        EXPECT_EQ(size >= 1, stream.ReadByte(byte)) << size;
-        EXPECT_EQ(size >= 1 ? 'x' : 7, byte) << size;
-        stream.SeekFromStart(0);
-        short number = 7;
-        EXPECT_EQ(size >= 2, stream.ReadShort(number)) << size;
-        EXPECT_EQ(size >= 2 ? 0x7878 : 7, number) << size;
-        stream.SeekFromStart(0);
-        int word = 7;
-        EXPECT_EQ(size >= 4, stream.ReadLong(word)) << size;
-        EXPECT_EQ(size >= 4 ? 0x78787878 : 7, word) << size;
-        stream.SeekFromStart(0);
-        double real = 7;
-        EXPECT_FALSE(stream.ReadDouble(real)) << size;
-        EXPECT_EQ(7, real) << size;
     }
 }
 
@@ -147,18 +130,11 @@ TEST(RandomAccessMechanism, PStringsHaveALengthByteAndAtMost255)
         string back("old");
         EXPECT_TRUE(stream.SeekFromStart(0) && stream.ReadPString(back));
         EXPECT_EQ(kept, back.View()) << size;
-    }
-}
-
-TEST(RandomAccessMechanism, PStringsCutShortAreRefused)
-{
-    const Bytes whole = Of(5) + "hello";
-    for (size_t cut = 0; cut < whole.size(); cut++) {
-        StringStorageMechanism stream;
-        OpenOn(stream, whole.substr(0, cut));
-        string text("old");
-        EXPECT_FALSE(stream.ReadPString(text)) << cut;
-        EXPECT_STREQ("old", text.CString()) << cut;
+        for (size_t cut = 0; cut <= kept.size(); cut++) {
+            OpenOn(stream, (Of(kept.size()) + kept).substr(0, cut));
+            EXPECT_FALSE(stream.ReadPString(back)) << size << ", cut at " << cut;
+            EXPECT_EQ(kept, back.View()) << "the text stays";
+        }
     }
 }
 
@@ -238,27 +214,6 @@ TEST(RandomAccessMechanism, EncodedIntegersThatNobodyWritesAreReadOrRefused)
         EXPECT_EQ(c.good, stream.ReadEncodedInt(number)) << c.why;
         EXPECT_EQ(c.good ? c.number : 99, number) << c.why;
     }
-}
-
-TEST(RandomAccessMechanism, RandomEncodedIntegersComeBackInARow)
-{
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    std::vector<int> numbers;
-    StringStorageMechanism stream;
-    OpenOn(stream, "");
-    for (int i = 0; i < 20000; i++) {
-        numbers.push_back(static_cast<int>(random()) >> random() % 32);
-        ASSERT_TRUE(stream.WriteEncodedInt(numbers.back()));
-    }
-    stream.SeekFromStart(0);
-    for (const int expected : numbers) {
-        int number = 0;
-        ASSERT_TRUE(stream.ReadEncodedInt(number));
-        ASSERT_EQ(expected, number);
-    }
-    EXPECT_TRUE(stream.IsEOF());
 }
 
 TEST(RandomAccessMechanism, ScramblingIsOffUntilItIsTurnedOn)

@@ -39,11 +39,6 @@ VelaValue Text(VelaDataType type, std::string_view text)
     return VelaValue::Text(type, string(text, kEncodingASCII));
 }
 
-VelaValue UTF8(std::string_view text)
-{
-    return VelaValue::String(string(text, kEncodingUTF8));
-}
-
 }   // namespace
 
 TEST(ByteChunk, CodesAndRefuses)

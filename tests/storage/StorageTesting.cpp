@@ -86,11 +86,6 @@ VelaValue Str(std::string_view text)
     return VelaValue::String(string(text, kEncodingASCII));
 }
 
-VelaValue Null(VelaDataType type)
-{
-    return VelaValue::Null(type);
-}
-
 std::vector<uint32_t> RowIDsOf(VelaTable* table)
 {
     SimpleVector<uint32_t> rowIDs;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/storage/VelaTable.h"
+#include "tests/core/TestValues.h"
 
 namespace vela {
 
@@ -45,7 +46,6 @@ private:
 // Short forms for tables of cases.
 VelaValue Int(int32_t number);
 VelaValue Str(std::string_view text);   // tagged ASCII
-VelaValue Null(VelaDataType type);
 
 std::vector<uint32_t> RowIDsOf(VelaTable* table);
 // The value of a row and column number, as ValueText; "none" when GetValue refuses.

@@ -457,30 +457,6 @@ TEST_F(UnixDataFileTest, AWriteCutShortByAFullDeviceGoesOnWhereItStopped)
     EXPECT_TRUE(content == OnDisk());
 }
 
-TEST_F(UnixDataFileTest, AWriteThatNeedsAFullBufferEmptiedFailsAndTakesNothing)
-{
-    OpenOn(PatternBytes(1000));
-    std::string model = PatternBytes(1000);
-    const std::string large = PatternBytes(100000, 9);
-    {
-        SystemCalls calls;
-        calls.writeError = EIO;
-        ASSERT_TRUE(WriteAt(0, "AAA"));
-        model.replace(0, 3, "AAA");
-        EXPECT_FALSE(WriteAt(500000, "BBB")) << "far from the buffer";
-        EXPECT_EQ(EIO, mFile.ErrorNumber());
-        EXPECT_EQ(500000, mFile.GetPosition()) << "the position stays";
-        EXPECT_EQ(1000, mFile.GetLength());
-        EXPECT_FALSE(WriteAt(0, large)) << "past the buffer";
-        EXPECT_EQ(0, mFile.GetPosition());
-        EXPECT_EQ(1000, mFile.GetLength());
-        EXPECT_TRUE(model == ReadAt(0, 2000));
-    }
-    EXPECT_TRUE(WriteAt(0, large));
-    EXPECT_TRUE(mFile.FlushBuffer());
-    EXPECT_TRUE(large == OnDisk());
-}
-
 // Room for n bytes, then none, then as much as is wanted: for every n in turn, what was refused is
 // written again and the file comes out right.
 TEST_F(UnixDataFileTest, RefusedWritesTriedAgainGiveTheSameFile)

@@ -14,11 +14,6 @@ namespace {
 
 using Key = SimpleVector<VelaValue>;
 
-VelaValue Date(const char* text)
-{
-    return VelaValue::Text(kTypeDate, string(text));
-}
-
 // What an index is: entries in insertion order, searched one after the other.
 class IndexModel {
 public:
@@ -112,23 +107,6 @@ private:
 
 }   // namespace
 
-TEST(VelaIndex, GetColumnValueAnswersForIndexedColumnsOfItsRows)
-{
-    VelaIndex index("i", {4, 2});
-    index.Add({Int(44), Str("two")}, 9);
-    VelaValue value = Int(-1);
-    EXPECT_TRUE(index.GetColumnValue(9, 2, &value));
-    EXPECT_EQ("String[600] two", ValueText(value));
-    EXPECT_TRUE(index.GetColumnValue(9, 4, &value));
-    EXPECT_EQ("Integer 44", ValueText(value));
-    EXPECT_FALSE(index.GetColumnValue(9, 3, &value));
-    EXPECT_FALSE(index.GetColumnValue(8, 4, &value));
-    EXPECT_EQ("Integer 44", ValueText(value));
-    EXPECT_EQ(0, index.PositionOfColumn(4));
-    EXPECT_EQ(1, index.PositionOfColumn(2));
-    EXPECT_EQ(-1, index.PositionOfColumn(1));
-}
-
 TEST(VelaIndexEntry, MatchesEveryPositionOrHasNone)
 {
     const VelaValue values[] = {Int(1), Str("x")};
@@ -163,39 +141,6 @@ TEST(VelaIndex, FileOfEntries)
               EntriesOf(loaded));
     EXPECT_FALSE(loaded.IsChanged());
     EXPECT_TRUE(loaded.CanAppendToFile());
-}
-
-TEST(VelaIndex, FileWithoutEntriesKeepsTheColumns)
-{
-    IndexFile file;
-    VelaIndex index("i", {2, 300});
-    EXPECT_TRUE(file.Save(index));
-    EXPECT_EQ(ToHex(FromHex("52 63 53 74 FF FF FF FF 00 00 00 0E  02  02 03 FF 2E 03"
-                            "00 00 00 00 00 00 00 00")),
-              file.Records());
-    VelaIndex loaded("i", {});
-    EXPECT_TRUE(loaded.LoadFromFile(file.Open().get()));
-    EXPECT_EQ(0u, loaded.Count());
-    EXPECT_FALSE(loaded.CanAppendToFile()) << "the column record must go first";
-    ASSERT_EQ(2u, loaded.ColumnIDs().size());
-    EXPECT_EQ(2u, loaded.ColumnIDs()[0]);
-    EXPECT_EQ(300u, loaded.ColumnIDs()[1]);
-    EXPECT_EQ(kInvalidRowID, loaded.Lookup({Int(0), Int(0)}));
-}
-
-TEST(VelaIndex, NullsComeBackAsNulls)
-{
-    IndexFile file;
-    VelaIndex index("i", {1});
-    index.Add({Null(kTypeInteger)}, 1);
-    index.Add({Int(2)}, 2);
-    EXPECT_TRUE(file.Save(index));
-    VelaIndex loaded("i", {});
-    EXPECT_TRUE(loaded.LoadFromFile(file.Open().get()));
-    EXPECT_EQ((Entries{"1: NULL None", "2: Integer 2"}), EntriesOf(loaded));
-    SimpleVector<uint32_t> rows;
-    EXPECT_TRUE(loaded.FindRows(Int(0), &rows));
-    EXPECT_TRUE(rows.empty());
 }
 
 TEST(VelaIndex, FailedAppendLeavesTheFileAndWantsAWholeOne)

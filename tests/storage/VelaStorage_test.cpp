@@ -86,19 +86,6 @@ TEST_F(StorageTest, ShortFileGrowsToItsMetadataBlock)
     EXPECT_EQ(0u, storage->QtyRows());
 }
 
-TEST_F(StorageTest, AddedRecordIsThereToTheByte)
-{
-    Open();
-    TestRow row{{1, Int(42)}};
-    EXPECT_TRUE(storage->AddNewRecord(1, row));
-    EXPECT_EQ(ToHex(FromHex("52 63 53 74  00 00 00 01  00 00 00 07  01  01 03  00 00 00 2A")),
-              Records());
-    EXPECT_TRUE(storage->GoToFirstRecord());
-    EXPECT_EQ(1u, storage->GetRowID());
-    EXPECT_EQ("1=Integer 42", Current());
-    EXPECT_FALSE(storage->NextRecord());
-}
-
 // ---- updates
 
 TEST_F(StorageTest, UpdateRecord_ShrunkRecordKeepsItsLengthAndIsFalse)
@@ -184,21 +171,6 @@ TEST_F(StorageTest, WriteRecordAt_TellsWhetherTheValuesFillTheRecord)
 }
 
 // ---- deleted records
-
-TEST_F(StorageTest, DeleteRecord_WritesTheTagAndNothingElse)
-{
-    Open();
-    Add(1, Int(1));
-    Add(2, Int(2));
-    Add(3, Int(3));
-    ASSERT_TRUE(storage->GoToRowID(2, false));
-    EXPECT_TRUE(storage->DeleteRecord());
-    EXPECT_FALSE(storage->IsLive());
-    EXPECT_EQ("54 72 73 68 00 00 00 02 00 00 00 07 01 01 03 00 00 00 02 ",
-              Records().substr(57, 57));
-    EXPECT_EQ("1 3", LiveRows());
-    EXPECT_EQ(3u, storage->QtyRows()) << "the map doesn't hear of it";
-}
 
 TEST_F(StorageTest, GoToRowID_FindsDeletedRecordsThatTheMapKnows)
 {
