@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "tests/shell/ShellTesting.h"
@@ -28,8 +29,8 @@ std::vector<Example> ExamplesOfTranscript(const std::string& text)
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("$ "))
             examples.push_back({line.substr(2), "", ""});
-        else if (isOpen && line.starts_with("> "))
-            examples.back().input += line.substr(2) + "\n";
+        else if (isOpen && line.starts_with(">"))
+            examples.back().input += line.substr(std::min<size_t>(line.size(), 2)) + "\n";
         else if (isOpen && !line.empty())
             examples.back().answer += line + "\n";
         isOpen = !line.empty() && (isOpen || line.starts_with("$ "));
@@ -93,7 +94,8 @@ void RunExamples(const std::vector<Example>& examples, bool showStatus)
 
 class Transcripts : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(Of, Transcripts, testing::Values("program", "import", "dump", "explain"),
+INSTANTIATE_TEST_SUITE_P(Of, Transcripts,
+                         testing::Values("program", "formats", "import", "dump", "explain"),
                          [](const auto& name) { return name.param; });
 
 TEST_P(Transcripts, AnswersAreThoseWrittenDown)

@@ -28,41 +28,6 @@ std::string KindName(const testing::TestParamInfo<Kind>& info)
 
 class AllStreams : public testing::TestWithParam<Kind> {
 protected:
-    // An empty stream for reading and writing.
-    std::unique_ptr<RandomAccessMechanism> New()
-    {
-        const std::string file = mFolder.File("stream");
-        const string path(file.c_str());
-        switch (GetParam()) {
-            case Kind::kFileHandle: {
-                auto stream = std::make_unique<FileHandle>();
-                EXPECT_TRUE(stream->Open(path, O_RDWR | O_CREAT | O_TRUNC));
-                return stream;
-            }
-            case Kind::kFilePtr: {
-                auto stream = std::make_unique<FilePtr>();
-                EXPECT_TRUE(stream->Open(path, "w+"));
-                return stream;
-            }
-            case Kind::kString: {
-                auto stream = std::make_unique<StringStorageMechanism>();
-                stream->Open(string());
-                return stream;
-            }
-            default: {
-                auto stream = std::make_unique<UnixDataFile>();
-                EXPECT_TRUE(stream->Create(path));
-                return stream;
-            }
-        }
-    }
-    std::unique_ptr<RandomAccessMechanism> NewHolding(const std::string& bytes)
-    {
-        auto stream = New();
-        EXPECT_TRUE(stream->WriteData(bytes.data(), static_cast<int>(bytes.size())));
-        EXPECT_TRUE(stream->SeekFromStart(0));
-        return stream;
-    }
     std::unique_ptr<RandomAccessMechanism> NewUnopened()
     {
         switch (GetParam()) {
@@ -75,6 +40,29 @@ protected:
             default:
                 return std::make_unique<UnixDataFile>();
         }
+    }
+    // An empty stream for reading and writing.
+    std::unique_ptr<RandomAccessMechanism> New()
+    {
+        auto stream = NewUnopened();
+        const std::string file = mFolder.File("stream");
+        const string path(file.c_str());
+        if (auto* handle = dynamic_cast<FileHandle*>(stream.get()))
+            EXPECT_TRUE(handle->Open(path, O_RDWR | O_CREAT | O_TRUNC));
+        else if (auto* pointer = dynamic_cast<FilePtr*>(stream.get()))
+            EXPECT_TRUE(pointer->Open(path, "w+"));
+        else if (auto* memory = dynamic_cast<StringStorageMechanism*>(stream.get()))
+            memory->Open(string());
+        else
+            EXPECT_TRUE(static_cast<UnixDataFile&>(*stream).Create(path));
+        return stream;
+    }
+    std::unique_ptr<RandomAccessMechanism> NewHolding(const std::string& bytes)
+    {
+        auto stream = New();
+        EXPECT_TRUE(stream->WriteData(bytes.data(), static_cast<int>(bytes.size())));
+        EXPECT_TRUE(stream->SeekFromStart(0));
+        return stream;
     }
     // Closes the stream and gives what it left behind.
     std::string Finish(RandomAccessMechanism& stream)

@@ -97,8 +97,8 @@ SELECT UPPER('@AZ[`az{'), LOWER('@AZ[`az{'), LOWER(NULL), UPPER(42);
 --# String @AZ[`AZ{|String @az[`az{|String null|String 42
 SELECT POSITION('abac' IN 'abababac'), POSITION(DATE '1994-01-01' IN 'x1994'), POSITION('1994' IN DATE '1994-07-09'), POSITION(NULL IN 'a NULL'), POSITION('z' IN 'tétéz');
 --# Integer 5|Integer 0|Integer 6|Integer 3|Integer 5
-SELECT SUBSTRING('Foo' FROM '2 ' FOR '1'), SUBSTRING('Foo' FROM NULL FOR 2), SUBSTRING(NULL FROM 1 FOR 2), SUBSTRING('aé€z' FROM 4 FOR 5), SUBSTRING('Foo' FROM 4 FOR 1);
---# String o|String Fo|String NU|String z|String 
+SELECT SUBSTRING('Foo' FROM '2 ' FOR '1'), SUBSTRING('Foo' FROM NULL FOR 2), SUBSTRING(NULL FROM 1 FOR 2), SUBSTRING('Foo' FROM 4 FOR 1), SUBSTRING('aé€z' FROM 4 FOR 5);
+--# String o|String Fo|String NU|String |String z
 SELECT TRIM('ab' FROM 'abaxbab'), TRIM('X' FROM 'xfoox'), TRIM('foofoo' FROM 'foo'), TRIM(TRAILING 'ab' FROM 'xabab'), TRIM('N' FROM NULL), TRIM(1 FROM 110);
 --# String axb|String xfoox|String foo|String x|String ULL|String 0
 SELECT '['+TRIM(TRAILING FROM ' ')+']', '['+TRIM(TRAILING FROM '   ')+']', '['+TRIM(LEADING FROM '   ')+']', '['+TRIM(TRAILING FROM ' a')+']';
