@@ -7,6 +7,17 @@
 namespace vela {
 namespace {
 
+TEST(DistinctValues, MixedTypesAreComparedWithAllTaken)
+{
+    DistinctValues values;
+    for (const VelaValue& value : {I(2), Text("a"), D(2), Date("1"), D(0.5)})
+        EXPECT_TRUE(values.Take(value));
+    EXPECT_TRUE(values.Take(Date("1"))) << "a date equals no date";
+    EXPECT_TRUE(values.Take(Text("2 eggs"))) << "a text takes the other's text";
+    for (const VelaValue& value : {D(2), I(2), Text("2"), Text("DATE 1"), B(false)})
+        EXPECT_FALSE(values.Take(value)) << Shown(value) << " equals one";
+}
+
 // Comparing each with all would take longer than anybody waits.
 TEST(DistinctValues, ManyValuesOfOneTypeEnd)
 {
