@@ -244,6 +244,7 @@ size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers
     if (!storage)
         return 0;
     std::vector<std::pair<uint32_t, uint32_t>> wanted;
+    wanted.reserve(numbers.size());
     for (uint32_t number : numbers)
         wanted.emplace_back(mTable->Column(static_cast<long>(number))->columnID, number);
     RecordShape shape(wanted);

@@ -83,11 +83,11 @@ size_t VelaTrans::QtyRows()
 
 void VelaTrans::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
 {
-    Columns();
+    TableColumns* columns = Columns();
     rowIDs->clear();
-    rowIDs->resize(mRows->RowCount());
-    if (mRows->RowCount() != 0)
-        std::memcpy(rowIDs->data(), mRows->RowIDs(), mRows->RowCount() * sizeof(uint32_t));
+    rowIDs->resize(columns->RowCount());
+    if (columns->RowCount() != 0)
+        std::memcpy(rowIDs->data(), columns->RowIDs(), columns->RowCount() * sizeof(uint32_t));
 }
 
 TableColumns* VelaTrans::Columns()
