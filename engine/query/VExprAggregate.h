@@ -26,7 +26,6 @@ public:
     [[nodiscard]] VelaFuncCode Func() const { return mFunc; }
     // Null for COUNT(*).
     [[nodiscard]] const VelaExpr* Operand() const { return mOperand.get(); }
-    [[nodiscard]] bool Distinct() const { return mDistinct; }
 
     // Always kTypeInteger, whatever Evaluate gives.
     [[nodiscard]] VelaDataType GetType(const SimpleVector<VelaTable*>& tables) const override;

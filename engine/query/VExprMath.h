@@ -22,7 +22,6 @@ public:
     // Null when missing.
     [[nodiscard]] const VelaExpr* Left() const { return mLeft.get(); }
     [[nodiscard]] const VelaExpr* Right() const { return mRight.get(); }
-    [[nodiscard]] char Op() const { return mOp; }
 
     // By the table above; kTypeNone for what is UNKNOWN there.
     [[nodiscard]] VelaDataType GetType(const SimpleVector<VelaTable*>& tables) const override;

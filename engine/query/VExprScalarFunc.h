@@ -12,7 +12,6 @@ public:
     // Each argument may be null.
     VExprScalarFunc(VelaFuncCode func, VelaExprPtr arg1, VelaExprPtr arg2, VelaExprPtr arg3);
 
-    [[nodiscard]] VelaFuncCode Func() const { return mFunc; }
     // Null when absent.
     [[nodiscard]] const VelaExpr* Arg1() const { return mArg1.get(); }
     [[nodiscard]] const VelaExpr* Arg2() const { return mArg2.get(); }

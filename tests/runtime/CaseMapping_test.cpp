@@ -26,7 +26,13 @@ TEST(CaseMapping, UTF8LettersMapOneCodePointToOne)
         {"", "", "", "nothing"},
         {"Az09 [`{@", "az09 [`{@", "AZ09 [`{@", "ASCII and its neighbours"},
         {"\xC3\x84\xC3\xA4", "\xC3\xA4\xC3\xA4", "\xC3\x84\xC3\x84", "a with diaeresis"},
-        {"Ma\xC3\x9F", "ma\xC3\x9F", "MA\xC3\x9F", "sharp s has no upper case of one code point"},
+        {"stra\xC3\x9F"
+         "e",
+         "stra\xC3\x9F"
+         "e",
+         "STRA\xC3\x9F"
+         "E",
+         "sharp s has no upper case of one code point"},
         {"\xD0\xAF\xD1\x8F", "\xD1\x8F\xD1\x8F", "\xD0\xAF\xD0\xAF", "Cyrillic ya"},
         {"\xCE\xA3\xCF\x83\xCF\x82", "\xCF\x83\xCF\x83\xCF\x82", "\xCE\xA3\xCE\xA3\xCE\xA3",
          "sigma and final sigma"},
@@ -53,8 +59,14 @@ TEST(CaseMapping, MalformedUTF8PassesThroughAndTheRestIsMapped)
         const char* why;
     } cases[] = {
         {"a\xFFz", "A\xFFZ", "a byte that starts nothing"},
+        {"a\x80z", "A\x80Z", "a continuation on its own"},
         {"a\xC3z", "A\xC3Z", "the second byte is missing"},
         {"z\xC3", "Z\xC3", "cut at the end"},
+        {"z\xE2\x84", "Z\xE2\x84", "three bytes cut to two"},
+        {"z\xF0\x90\x90", "Z\xF0\x90\x90", "four bytes cut to three"},
+        {"\xC1\xA1z", "\xC1\xA1Z", "an over-long a stays one"},
+        {"\xED\xA0\x80z", "\xED\xA0\x80Z", "a surrogate"},
+        {"\xF4\x90\x80\x80z", "\xF4\x90\x80\x80Z", "above the last code point"},
         {"\xC3\xC3\xA4", "\xC3\xC3\x84", "well-formed right behind malformed"},
     };
     for (const auto& c : cases)
