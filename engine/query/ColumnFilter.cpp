@@ -170,6 +170,8 @@ bool AreSideBySide(const ColumnData& data)
 std::vector<uint32_t> RowsContaining(const ColumnData& data, std::string_view sought)
 {
     std::vector<uint32_t> found;
+    if (data.texts.empty())
+        return found;   // memmem takes no null pointer, not even for nothing
     const std::string_view all(data.texts.data(), data.texts.size());
     const char* from = all.data();
     const char* const end = from + all.size();
