@@ -47,9 +47,9 @@ bool IsBlank(char byte)
 // by half, so that appending byte by byte stays linear.
 size_t GrownCapacity(const StringStorage* old, size_t needed)
 {
-    if (!old || needed <= old->capacity)
+    if (!old || needed <= old->Capacity())
         return old && old->length > needed ? old->length : needed;
-    const size_t grown = old->capacity + old->capacity / 2;
+    const size_t grown = old->Capacity() + old->Capacity() / 2;
     return grown > needed ? grown : needed;
 }
 
@@ -61,9 +61,17 @@ void CopyBytes(char* to, const char* from, size_t size)
 
 }   // namespace
 
-void StringStorage::Free()
+void StringChunk::Free()
 {
     ::operator delete(this);
+}
+
+void StringStorage::Free()
+{
+    if (room & kInChunk)
+        reinterpret_cast<StringChunk*>(reinterpret_cast<char*>(this) - (room & ~kInChunk))->Release();
+    else
+        ::operator delete(this);
 }
 
 StringStorage* StringStorage::Create(size_t length, size_t capacity, TextEncoding encoding)
@@ -162,7 +170,7 @@ string& string::operator+=(std::string_view bytes)
     const size_t size = length() + bytes.size();
     // The bytes may be our own, which a growing text gives up: hold on to them until they are
     // copied.
-    const string old = mStorage && size > mStorage->capacity ? *this : string();
+    const string old = mStorage && size > mStorage->Capacity() ? *this : string();
     Unshare(size);
     std::memcpy(mStorage->Bytes() + mStorage->length, bytes.data(), bytes.size());
     mStorage->length = size;

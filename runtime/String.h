@@ -9,14 +9,30 @@
 
 namespace vela {
 
+// Memory that several storages lie in (see StringArena.h), after this head.
+struct StringChunk {
+    size_t references;   // storages in it, and the arena that still fills it
+
+    void Release()
+    {
+        if (--references == 0)
+            Free();
+    }
+    void Free();
+};
+
 // The shared bytes behind a string. Reference counts are plain numbers: a string and its copies
 // stay on one thread.
 struct StringStorage {
+    static constexpr size_t kInChunk = ~(SIZE_MAX / 2);
+
     uint32_t references;
     TextEncoding encoding;
-    size_t length;     // bytes of text, without the NUL that always follows them
-    size_t capacity;   // bytes of text that fit before the storage must move
+    size_t length;   // bytes of text, without the NUL that always follows them
+    size_t room;     // as Capacity, or kInChunk and the offset in a StringChunk
 
+    // Bytes of text that fit before the storage must move.
+    [[nodiscard]] size_t Capacity() const { return (room & kInChunk) ? length : room; }
     char* Bytes() { return reinterpret_cast<char*>(this + 1); }
     const char* Bytes() const { return reinterpret_cast<const char*>(this + 1); }
     void Retain() { ++references; }
@@ -157,7 +173,7 @@ private:
     // Whether the storage is unshared and has room for capacity bytes.
     [[nodiscard]] bool IsWritable(size_t capacity) const
     {
-        return mStorage && mStorage->references == 1 && mStorage->capacity >= capacity;
+        return mStorage && mStorage->references == 1 && mStorage->Capacity() >= capacity;
     }
     // Makes it so; text and tag stay.
     void Unshare(size_t capacity);

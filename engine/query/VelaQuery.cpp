@@ -3,6 +3,7 @@
 #include "engine/query/AggregateState.h"
 #include "engine/query/DistinctRows.h"
 #include "engine/query/ExprShape.h"
+#include "engine/query/FieldRows.h"
 #include "engine/query/RecSetEnumerator.h"
 #include "engine/query/RecSetGrouper.h"
 #include "engine/query/VExprAggregate.h"
@@ -98,6 +99,12 @@ bool VelaQuery::IsAggregateQuery() const
 
 void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const
 {
+    if (!mDistinct && FieldRows::Serves(mOutputs)) {
+        RecSetList list(mTables.size());
+        recSets->CollectRest(&list);
+        FieldRows(mOutputs, recSets->Context()).Append(list, result);
+        return;
+    }
     DistinctRows distinctRows(*result);
     std::vector<uint32_t> rowIDs(mTables.size());
     const VelaRecSet source(rowIDs.data());

@@ -33,6 +33,8 @@ public:
 
     [[nodiscard]] size_t Count() const { return mCount; }
     [[nodiscard]] VelaRecSet At(size_t index) const { return VelaRecSet(mRows + index * mTables); }
+    // All rows, record set after record set.
+    [[nodiscard]] const uint32_t* Rows() const { return mRows; }
     [[nodiscard]] uint32_t RowID(size_t index, size_t table) const
     {
         return mRows[index * mTables + table];

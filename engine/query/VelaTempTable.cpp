@@ -53,6 +53,18 @@ VelaValue* VelaTempTable::AppendRow(const VelaRecSet* source)
     return row;
 }
 
+VelaValue* VelaTempTable::AppendRows(size_t count, const uint32_t* sources)
+{
+    const size_t width = mColumns.size();
+    VelaValue* values = TakeValues(count * width);
+    for (size_t i = 0; i < count; i++) {
+        NoteWidth(width);
+        mRows.push_back(values + i * width);
+    }
+    NoteSources(count, sources);
+    return values;
+}
+
 void VelaTempTable::RemoveLastRow()
 {
     const size_t last = mRows.size() - 1;
@@ -151,9 +163,18 @@ void VelaTempTable::NoteSource(const VelaRecSet* source)
     mSourceNumber.resize(mRows.size(), kNoSource);
     if (source == nullptr)
         return;
-    const size_t number = mSourceTables == 0 ? 0 : mSourceRows.size() / mSourceTables;
-    mSourceNumber.back() = static_cast<uint32_t>(number);
-    mSourceRows.insert(mSourceRows.end(), source->Rows(), source->Rows() + mSourceTables);
+    mSourceNumber.pop_back();
+    NoteSources(1, source->Rows());
+}
+
+// The sources of the count rows added last, the first ones without a note.
+void VelaTempTable::NoteSources(size_t count, const uint32_t* sources)
+{
+    mSourceNumber.resize(mRows.size() - count, kNoSource);
+    size_t number = mSourceTables == 0 ? 0 : mSourceRows.size() / mSourceTables;
+    for (size_t i = 0; i < count; i++)
+        mSourceNumber.push_back(static_cast<uint32_t>(mSourceTables == 0 ? 0 : number++));
+    mSourceRows.insert(mSourceRows.end(), sources, sources + count * mSourceTables);
 }
 
 void VelaTempTable::ApplyOrder(const std::vector<uint32_t>& order)

@@ -32,6 +32,9 @@ public:
     // Appends a row of null values of type None, one per column, to be filled in place; the values
     // stay where they are until the table dies or RemoveLastRow takes the row.
     VelaValue* AppendRow(const VelaRecSet* source);
+    // The same for count rows at once, at least one, which lie one after another. sources: the record sets, one for each
+    // row; each covers as many tables as the sources of this table do.
+    VelaValue* AppendRows(size_t count, const uint32_t* sources);
     // Takes back the row added last, which must be there, before any Sort.
     void RemoveLastRow();
     // Sorts the rows by the columns, in key order; a direction is +1 (ascending) or -1. Rows equal
@@ -66,6 +69,7 @@ private:
     VelaValue* TakeValues(size_t count);
     void NoteWidth(size_t width);
     void NoteSource(const VelaRecSet* source);
+    void NoteSources(size_t count, const uint32_t* sources);
     void ApplyOrder(const std::vector<uint32_t>& order);
 
     string mName;

@@ -226,6 +226,23 @@ void ColumnData::RemoveRows(const std::vector<uint32_t>& rows)
 
 void ColumnData::GetValue(uint32_t row, VelaValue* value) const
 {
+    GetValue(row, value,
+             [](std::string_view text, TextEncoding encoding) { return string(text, encoding); });
+}
+
+void ColumnData::GetValues(const uint32_t* rows, size_t rowStep, size_t count, StringArena* arena,
+                           VelaValue* target, size_t targetStep) const
+{
+    const auto makeText = [arena](std::string_view text, TextEncoding encoding) {
+        return arena->Make(text, encoding);
+    };
+    for (size_t i = 0; i < count; i++)
+        GetValue(rows[i * rowStep], &target[i * targetStep], makeText);
+}
+
+template <class MakeText>
+void ColumnData::GetValue(uint32_t row, VelaValue* value, const MakeText& makeText) const
+{
     if (form == Form::kValues) {
         *value = values[row];
         return;
@@ -238,7 +255,7 @@ void ColumnData::GetValue(uint32_t row, VelaValue* value) const
         value->SetDouble(doubles[row]);
     else if (form == Form::kTexts)
         value->SetText(
-            type, string(Text(row), encodings[encodingNumber.empty() ? 0 : encodingNumber[row]]));
+            type, makeText(Text(row), encodings[encodingNumber.empty() ? 0 : encodingNumber[row]]));
     else if (type == kTypeBoolean)
         value->SetBoolean(integers[row] != 0);
     else

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/storage/VelaTable.h"
+#include "runtime/StringArena.h"
 
 namespace vela {
 
@@ -51,8 +52,13 @@ struct ColumnData {
         return {texts.data() + textStarts[row], textLengths[row]};
     }
     void GetValue(uint32_t row, VelaValue* value) const;
+    // Sets count values, targetStep apart, to those of the rows, whose numbers are rowStep apart. arena makes their texts.
+    void GetValues(const uint32_t* rows, size_t rowStep, size_t count, StringArena* arena,
+                   VelaValue* target, size_t targetStep) const;
 
 private:
+    template <class MakeText>
+    void GetValue(uint32_t row, VelaValue* value, const MakeText& makeText) const;
     [[nodiscard]] bool StoreText(std::string_view text, TextEncoding encoding, uint32_t row);
     void CloseLargeGaps();
     [[nodiscard]] bool Holds(const VelaValue& value) const;

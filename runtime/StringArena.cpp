@@ -1,0 +1,54 @@
+#include "runtime/StringArena.h"
+
+#include <new>
+
+namespace vela {
+
+namespace {
+
+// Longer texts are rare enough, and large enough, for an allocation each.
+constexpr size_t kLongText = StringArena::kChunkSize / 16;
+
+constexpr size_t AlignedSize(size_t bytes)
+{
+    constexpr size_t kAlignment = alignof(StringStorage);
+    return (bytes + kAlignment - 1) / kAlignment * kAlignment;
+}
+
+constexpr size_t kFirstStorage = AlignedSize(sizeof(StringChunk));
+
+}   // namespace
+
+StringArena::~StringArena()
+{
+    if (mChunk)
+        mChunk->Release();
+}
+
+string StringArena::Make(std::string_view text, TextEncoding encoding)
+{
+    if (text.empty() || text.size() > kLongText)
+        return string(text, encoding);
+    const size_t size = AlignedSize(sizeof(StringStorage) + text.size() + 1);
+    if (!mChunk || size > kChunkSize - mUsed)
+        StartChunk();
+    char* place = reinterpret_cast<char*>(mChunk) + mUsed;
+    auto* storage =
+        new (place) StringStorage{1, encoding, text.size(), StringStorage::kInChunk | mUsed};
+    std::memcpy(storage->Bytes(), text.data(), text.size());
+    storage->Bytes()[text.size()] = '\0';
+    mUsed += size;
+    mChunk->references++;
+    return string::AdoptStorage(storage);
+}
+
+void StringArena::StartChunk()
+{
+    void* memory = ::operator new(kChunkSize);
+    if (mChunk)
+        mChunk->Release();
+    mChunk = new (memory) StringChunk{1};
+    mUsed = kFirstStorage;
+}
+
+}   // namespace vela
