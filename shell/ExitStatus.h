@@ -9,6 +9,7 @@ enum ExitStatus : int {
         1,   // one failed, or input could not be read, output not written, changes not committed
     kExitWrongUsage = 2,   // the command line makes no sense; nothing was opened
     kExitNoDatabase = 3,   // the database can't be opened
+    kExitFaults = 4,       // "check" found faults; "repair" could not save everything
 };
 
 }   // namespace vela::shell

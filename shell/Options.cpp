@@ -22,7 +22,14 @@ constexpr const char* kDescription =
     "  DATABASE   the folder\n"
     "  SQL        statements or commands, each argument one or more; without any, a script is "
     "read\n"
-    "             from standard input\n";
+    "             from standard input\n"
+    "\n"
+    "       veladb check DATABASE [--json]\n"
+    "       veladb repair DATABASE NEWDATABASE [--json]\n"
+    "\n"
+    "Tells what is wrong with a database's files, and writes nothing; or saves what can be read of "
+    "them\n"
+    "in a new database. --json prints the report as one JSON document.\n";
 
 constexpr const char* kFooter =
     "Statements end with \";\"; the last one of an argument or a script needs none. A line that "
@@ -37,7 +44,8 @@ constexpr const char* kFooter =
     "  veladb shop < script.sql\n"
     "\n"
     "Exit status: 0 all succeeded; 1 a statement failed; 2 wrong usage; 3 the database can't be "
-    "opened.\n";
+    "opened;\n"
+    "4 check found faults, or repair could not save everything.\n";
 
 // The words that an option may be followed by, as enumerators.
 const std::vector<std::pair<const char*, OutputMode>>& ModeNames()

@@ -8,6 +8,7 @@
 #include "shell/ExitStatus.h"
 #include "shell/OpenDatabase.h"
 #include "shell/Options.h"
+#include "shell/RescueCommands.h"
 #include "shell/ScriptRunner.h"
 
 using namespace vela::shell;
@@ -41,6 +42,8 @@ bool RunInput(const Options& options, ScriptRunner* runner)
 
 int Run(int argc, char** argv)
 {
+    if (IsRescueCommand(argc, argv))
+        return RunRescueCommand(argc, argv);
     Options options;
     int exitStatus = kExitSuccess;
     if (!ParseOptions(argc, argv, &options, &exitStatus))
