@@ -2,8 +2,7 @@
 // zeroed and swapped. After each: it opens and is read, a check and a repair end, neither writes to it, every row whose
 // record was not touched is saved as it was, and what the repair made has no faults.
 //
-// As a whole it takes minutes; without VELA_DAMAGE_ALL in the environment a part is run, other cases for each
-// VELA_DAMAGE_SEED.
+// Without VELA_DAMAGE_ALL in the environment one case in four is run, other ones for each VELA_DAMAGE_SEED.
 
 #include <gmock/gmock.h>
 
@@ -17,7 +16,7 @@
 namespace vela {
 namespace {
 
-constexpr uint32_t kOneIn = 12;
+constexpr uint32_t kOneIn = 4;
 constexpr size_t kBlock = 16;
 
 struct Damage {

@@ -1,0 +1,201 @@
+// What a repair saves, case by case. That nothing whole is lost under any damage: DamageSweep_test.cpp.
+
+#include "engine/rescue/DatabaseRepair.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+
+#include "engine/storage/RecordFormat.h"
+#include "runtime/ByteOrder.h"
+#include "tests/rescue/RescueTesting.h"
+#include "tests/storage/StorageTesting.h"
+#include "tests/storage/TableFixture.h"
+
+namespace vela {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Everything that statements can see of a database: tables, columns, rows in their order, indexes, the next ids.
+std::vector<std::string> Contents(MemoryDisk* disk)
+{
+    DatabaseOnDisk database(disk);
+    std::vector<std::string> lines;
+    for (VelaTable* table : database.database->OpenTables()) {
+        VelaTrans* stored = table->AsStoredTable();
+        std::string head = std::string(table->TableName().View());
+        if (stored == database.database->Schema())
+            continue;   // its deleted rows count for its row ids
+        for (long i = 1; i < table->QtyColumns(); i++)
+            head += " " + std::string(table->Column(i)->name.View()) + ":" +
+                    ValueText(table->Column(i)->defaultValue);
+        SimpleVector<string> indexes;
+        stored->GetIndexNames(indexes);
+        for (const string& index : indexes) {
+            head += " index " + std::string(index.View());
+            for (const uint32_t columnID : stored->IndexColumns(index))
+                head += " " + std::to_string(columnID);
+        }
+        lines.push_back(head + " next " + std::to_string(stored->NextUnusedRowID()) + " " +
+                        std::to_string(stored->NextUnusedColumnID()));
+        for (const std::string& row : TableText(table))
+            lines.push_back(row);
+    }
+    return lines;
+}
+
+TEST(DatabaseRepair, AGoodDatabaseIsSavedAsItIs)
+{
+    MemoryDisk disk;
+    disk.Restore(SmallDatabase());
+    MemoryDisk repaired;
+    const RepairReport report = Repair(&disk, &repaired);
+    EXPECT_TRUE(report.IsComplete());
+    EXPECT_EQ(Contents(&disk), Contents(&repaired));
+    ASSERT_EQ(2u, report.tables.size());
+    EXPECT_EQ("t", report.tables[0].name);
+    EXPECT_EQ(5u, report.tables[0].rows);
+    EXPECT_THAT(report.tables[0].indexes, ElementsAre("i", "j"));
+}
+
+// The columns "b String", "a Integer" of table p, with rows 0, 7 and 4294967294.
+DiskFiles OddRows()
+{
+    MemoryDisk disk;
+    RunStatements(&disk, {"CREATE TABLE p (b String, a Integer)",
+                          "INSERT INTO p (_rowid, b, a) VALUES (0, 'zero', 10)",
+                          "INSERT INTO p (_rowid, b, a) VALUES (7, 'seven', 17)",
+                          "INSERT INTO p (_rowid, b, a) VALUES (-2, 'last', 1)"});
+    return disk.Snapshot();
+}
+
+TEST(DatabaseRepair, RowIdsAreKeptFromFirstToLast)
+{
+    MemoryDisk disk;
+    disk.Restore(OddRows());
+    MemoryDisk repaired;
+    EXPECT_TRUE(Repair(&disk, &repaired).IsComplete());
+    EXPECT_EQ(Contents(&disk), Contents(&repaired));
+    EXPECT_EQ(3u, RowsOf(&repaired, "p").size());
+}
+
+TEST(DatabaseRepair, WithoutASchemaColumnsAreMadeUp)
+{
+    DiskFiles files = OddRows();
+    files.erase("_schema.dat");
+    files.erase("_schema.map");
+    MemoryDisk disk;
+    disk.Restore(files);
+    MemoryDisk repaired;
+    const RepairReport report = Repair(&disk, &repaired);
+    EXPECT_FALSE(report.IsComplete());
+    EXPECT_THAT(
+        Contents(&repaired),
+        ElementsAre("p c1:String[600]  c2:Integer 0 next 4294967295 3", testing::HasSubstr("zero"),
+                    testing::HasSubstr("seven"), testing::HasSubstr("last")));
+}
+
+TEST(DatabaseRepair, SaysWhatWasNotSaved)
+{
+    const DiskFiles good = SmallDatabase();
+    const std::vector<RecordExtent> records = LiveRecords(good.at("t.dat"));
+    const struct {
+        const char* why;
+        std::function<void(DiskFiles*)> damage;
+        uint64_t rows;   // saved of the five of t
+        uint64_t lost;
+        uint64_t duplicates;
+        size_t lostIndexes;
+    } cases[] = {
+        {"a payload", [&](DiskFiles* f) { f->at("t.dat")[records[0].begin + 14] = 99; }, 4, 1, 0,
+         0},
+        {"a header", [&](DiskFiles* f) { f->at("t.dat")[records[0].begin] = 0; }, 4, 0, 0, 0},
+        // One record has unused bytes behind its values, so that where it ends can't be told.
+        {"every length",
+         [&](DiskFiles* f) {
+             for (const RecordExtent& record : records)
+                 StoreBigEndian32(&f->at("t.dat")[record.begin + 8], 0x7FFFFFFF);
+         },
+         4, 0, 0, 0},
+        {"the last record twice",
+         [&](DiskFiles* f) {
+             std::string& b = f->at("t.dat");
+             b += b.substr(records.back().begin);
+         },
+         5, 0, 1, 0},
+        {"the map", [](DiskFiles* f) { f->at("t.map").assign(40, 'x'); }, 5, 0, 0, 0},
+        {"an index", [](DiskFiles* f) { f->at("t.i.idx").resize(256); }, 5, 0, 0, 1},
+        {"all indexes and maps",
+         [](DiskFiles* f) {
+             for (const char* name : {"t.map", "t.i.idx", "t.j.idx", "_schema.map"})
+                 f->erase(name);
+         },
+         5, 0, 0, 0},
+    };
+    for (const auto& c : cases) {
+        DiskFiles files = good;
+        c.damage(&files);
+        MemoryDisk disk;
+        disk.Restore(files);
+        MemoryDisk repaired;
+        const RepairReport report = Repair(&disk, &repaired);
+        ASSERT_EQ(2u, report.tables.size()) << c.why;
+        EXPECT_EQ(c.rows, report.tables[0].rows) << c.why;
+        EXPECT_EQ(c.rows, RowsOf(&repaired, "t").size()) << c.why;
+        EXPECT_EQ(c.lost, report.tables[0].lostRows) << c.why;
+        EXPECT_EQ(c.duplicates, report.tables[0].duplicates) << c.why;
+        EXPECT_EQ(c.lostIndexes, report.tables[0].lostIndexes.size()) << c.why;
+        EXPECT_TRUE(report.tables[1].IsComplete()) << c.why;
+    }
+}
+
+// A text that is itself a record, and the left-over end of a longer one, are no records.
+TEST(DatabaseRepair, RecordsWithinTextsAreNoRows)
+{
+    MemoryDisk disk;
+    {
+        DatabaseOnDisk database(&disk);
+        VelaTrans* table = database.Create("p", {kTypeBinary, kTypeString});
+        std::vector<char> inner;
+        TestRow fake = {{1, Int(1)}};
+        AppendRecord(&inner, 99, fake);
+        const string bytes(inner.data(), inner.size(), kEncodingASCII);
+        TestRow row = {{1, VelaValue::Text(kTypeBinary, bytes)}, {2, Str("x")}};
+        table->AddRow(row, false);
+        TestRow other = {{2, Str("y")}, {1, VelaValue::Text(kTypeBinary, "0123456789" + bytes)}};
+        table->AddRow(other, false);
+        ASSERT_TRUE(database.Commit());
+        TestRow shorter = {{1, VelaValue::Text(kTypeBinary, "0")}};
+        table->UpdateRow(2, shorter, false);
+        ASSERT_TRUE(database.Commit());
+    }
+    ASSERT_NE(std::string::npos, disk.Bytes("p.dat").rfind("RcSt"));
+    EXPECT_THAT(Check(&disk).texts, IsEmpty());
+    MemoryDisk repaired;
+    EXPECT_TRUE(Repair(&disk, &repaired).IsComplete());
+    EXPECT_EQ(RowsOf(&disk, "p"), RowsOf(&repaired, "p"));
+}
+
+TEST(DatabaseRepair, TellsWhenTheNewDatabaseCantBeWritten)
+{
+    for (int64_t number = 1;; number++) {
+        MemoryDisk disk;
+        disk.Restore(SmallDatabase());
+        MemoryFileAccess files(&disk, true);
+        MemoryDisk full;
+        full.FailAt(number, MemoryDisk::Fault::kForGood);
+        RepairReport report;
+        RescueWatch watch;
+        const bool saved = RepairDatabase(
+            &files, [&full] { return std::make_unique<MemoryFileAccess>(&full); }, &report, &watch);
+        EXPECT_EQ(saved, report.error.empty()) << number;
+        if (!full.HasFailed())
+            break;
+        EXPECT_FALSE(saved) << number;
+    }
+}
+
+}   // namespace
+}   // namespace vela
