@@ -95,7 +95,8 @@ void RunExamples(const std::vector<Example>& examples, bool showStatus)
 class Transcripts : public testing::TestWithParam<const char*> {};
 
 INSTANTIATE_TEST_SUITE_P(Of, Transcripts,
-                         testing::Values("program", "formats", "import", "dump", "explain"),
+                         testing::Values("program", "formats", "import", "dump", "explain",
+                                         "rescue"),
                          [](const auto& name) { return name.param; });
 
 TEST_P(Transcripts, AnswersAreThoseWrittenDown)
