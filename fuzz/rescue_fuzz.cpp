@@ -1,8 +1,9 @@
-// A damaged database, whatever is in its files: opening and reading, a check and a repair end, in bounded memory, neither
-// writes to it, and what the repair made is read and checked without a fault.
+// A damaged database, whatever is in its files: opening and reading, a check and a repair end, in
+// bounded memory, neither writes to it, and what the repair made is read and checked without a
+// fault.
 //
-// The input is a list of edits to the files of a good database, 6 bytes each: which file, what to do, where (2 bytes), and
-// 2 bytes to do it with.
+// The input is a list of edits to the files of a good database, 6 bytes each: which file, what to
+// do, where (2 bytes), and 2 bytes to do it with.
 
 #include <cstdint>
 #include <cstdlib>
@@ -53,7 +54,8 @@ Files MakeGoodFiles()
     return disk.Snapshot();
 }
 
-// One edit of 6 bytes: a byte replaced, a 32-bit number replaced, bytes put in, the file cut, or a part of it put elsewhere.
+// One edit of 6 bytes: a byte replaced, a 32-bit number replaced, bytes put in, the file cut, or a
+// part of it put elsewhere.
 void Edit(const uint8_t* edit, Files* files)
 {
     auto file = files->begin();

@@ -125,7 +125,8 @@ int RunCheck(const RescueOptions& options)
 
 // ---- repair
 
-// The path without links and "..", of a place whose last name need not exist; empty when the rest of it doesn't.
+// The path without links and "..", of a place whose last name need not exist; empty when the rest
+// of it doesn't.
 std::string RealPathOf(const std::string& path)
 {
     char resolved[PATH_MAX];

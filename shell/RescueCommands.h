@@ -2,8 +2,8 @@
 
 namespace vela::shell {
 
-// The verbs "check" and "repair": what the program does in place of running statements when one of them is its first
-// argument. A database folder of that name is said as "./check".
+// The verbs "check" and "repair": what the program does in place of running statements when one of
+// them is its first argument. A database folder of that name is said as "./check".
 
 [[nodiscard]] bool IsRescueCommand(int argc, const char* const* argv);
 

@@ -6,8 +6,9 @@
 
 namespace vela::shell {
 
-// Shows on standard error how far a long reading is, when that is a terminal, and lets Ctrl-C (and the signals that ask a
-// program to end) stop it cleanly. One at a time; the signals are as before when it goes.
+// Shows on standard error how far a long reading is, when that is a terminal, and lets Ctrl-C (and
+// the signals that ask a program to end) stop it cleanly. One at a time; the signals are as before
+// when it goes.
 class RescueProgress : public RescueWatch {
 public:
     // verb: what is shown before the file's name, "checking".

@@ -10,8 +10,8 @@ namespace vela::shell {
 
 enum class ReportForm { kText, kJson };
 
-// Prints what a check finds, as it is found: a line per fault and per table, or one JSON document, which is complete after
-// Finish.
+// Prints what a check finds, as it is found: a line per fault and per table, or one JSON document,
+// which is complete after Finish.
 class CheckReport : public FaultReceiver {
 public:
     CheckReport(const std::string& database, ReportForm form, Output* output);

@@ -27,8 +27,9 @@ struct FieldPlace {
     uint32_t size = 0;           // of these bytes
 };
 
-// BodyReader takes the body of a record apart where it lies in the file, without having it in memory as a whole. Nothing
-// in it is believed: every number is compared with the bytes that are left.
+// BodyReader takes the body of a record apart where it lies in the file, without having it in
+// memory as a whole. Nothing in it is believed: every number is compared with the bytes that are
+// left.
 //
 //     BodyReader reader(&entries, &payloads, position, end);
 //     FieldPlace field;
@@ -36,8 +37,8 @@ struct FieldPlace {
 //     if (reader.Fault() == BodyFault::kNone) ...   // the body is whole up to reader.Position()
 class BodyReader {
 public:
-    // Two views of one file, because the list of types and the payloads may lie far apart; both must outlive the reader.
-    // The body ends at end at the latest.
+    // Two views of one file, because the list of types and the payloads may lie far apart; both
+    // must outlive the reader. The body ends at end at the latest.
     BodyReader(DamagedFile* entries, DamagedFile* payloads, int64_t position, int64_t end);
 
     [[nodiscard]] uint32_t Count() const { return mCount; }

@@ -40,7 +40,6 @@ std::string NameOf(const SchemaRow& row)
 void CheckSchemaRows(const SchemaRows& schema, FaultReceiver* receiver)
 {
     std::set<std::pair<std::string, uint32_t>> ids;
-    std::set<std::pair<std::string, std::string>> names;
     for (const SchemaRow& row : schema.rows) {
         const std::string table(row.table.View());
         if (!row.live)
@@ -52,9 +51,6 @@ void CheckSchemaRows(const SchemaRows& schema, FaultReceiver* receiver)
         else if (!ids.emplace(table, row.columnID).second)
             ReportSchema(FaultKind::kSchemaRow, &row, NameOf(row) + " is described twice",
                          receiver);
-        else if (!names.emplace(table, row.name.View()).second)
-            ReportSchema(FaultKind::kSchemaRow, &row,
-                         NameOf(row) + " has the name of another column", receiver);
     }
 }
 

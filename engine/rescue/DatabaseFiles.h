@@ -15,7 +15,8 @@ struct TableFiles {
     std::vector<std::string> indexes;   // the I of T.I.idx, sorted
 };
 
-// DatabaseFiles sorts the files of a database by the tables that their names name. Whether the tables exist is not asked.
+// DatabaseFiles sorts the files of a database by the tables that their names name. Whether the
+// tables exist is not asked.
 struct DatabaseFiles {
     std::map<std::string, TableFiles> tables;
     std::vector<std::string> others;   // names that no file of a table has, sorted

@@ -45,8 +45,8 @@ std::unique_ptr<VelaDatabase> OpenNew(const OpenNewFiles& openNew, RepairReport*
 
 // ---- rows
 
-// Copies the values of the record at a position, but for those of columns that were dropped. False: it could be read
-// whole before, and now can't.
+// Copies the values of the record at a position, but for those of columns that were dropped. False:
+// it could be read whole before, and now can't.
 bool ReadRow(DamagedFile* file, DamagedFile* payloads, int64_t position,
              const std::set<uint32_t>& columnIDs, VelaRow* row)
 {

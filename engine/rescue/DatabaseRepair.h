@@ -38,20 +38,22 @@ struct RepairReport {
     [[nodiscard]] bool IsComplete() const;
 };
 
-// Opens the files of the new database for writing; called several times, and each time after what was opened before has
-// been closed. Null: it failed.
+// Opens the files of the new database for writing; called several times, and each time after what
+// was opened before has been closed. Null: it failed.
 using OpenNewFiles = std::function<std::unique_ptr<VelaFileAccess>()>;
 
-// Saves everything that can be read of a database into a new one, whose files are empty to begin with. The damaged one is
-// only read.
+// Saves everything that can be read of a database into a new one, whose files are empty to begin
+// with. The damaged one is only read.
 //
-// Each live record that is whole becomes a row, with its row id and its values as they are stored, in file order. Of
-// several under one row id the one that the map names is taken, or the last. Tables and columns are those of _schema; where it says nothing, they are
-// made up from what the records hold, as c1, c2, ... by their column ids. Indexes are made anew on the columns that their
+// Each live record that is whole becomes a row, with its row id and its values as they are stored,
+// in file order. Of several under one row id the one that the map names is taken, or the last.
+// Tables and columns are those of _schema; where it says nothing, they are made up from what the
+// records hold, as c1, c2, ... by their column ids. Indexes are made anew on the columns that their
 // files name. Row ids and column ids that were used up stay so.
 //
-// True: the new database is written and committed; the report says what is missing in it. False: it is not, since writing
-// failed (report->error), or watch stopped it; what was written of it is of no use.
+// True: the new database is written and committed; the report says what is missing in it. False: it
+// is not, since writing failed (report->error), or watch stopped it; what was written of it is of
+// no use.
 bool RepairDatabase(VelaFileAccess* damaged, const OpenNewFiles& openNew, RepairReport* report,
                     RescueWatch* watch);
 

@@ -8,8 +8,8 @@
 
 namespace vela {
 
-// MapPairs is a row-position map (engine/storage/RecordFormat.h) as its file has it, read whatever its state is.
-// Memory: 8 bytes for each pair that the file has.
+// MapPairs is a row-position map (engine/storage/RecordFormat.h) as its file has it, read whatever
+// its state is. Memory: 8 bytes for each pair that the file has.
 class MapPairs {
 public:
     struct Pair {

@@ -26,8 +26,9 @@ public:
     // Where the records of a row begin and end in Sorted.
     [[nodiscard]] size_t FirstOf(uint32_t rowID) const;
     [[nodiscard]] size_t EndOf(uint32_t rowID) const;
-    // The place in Sorted of the record that is the row: the last live one, as a walk over the records finds it; for a
-    // deleted row its last deleted one. Sorted().size() when the row has no record.
+    // The place in Sorted of the record that is the row: the last live one, as a walk over the
+    // records finds it; for a deleted row its last deleted one. Sorted().size() when the row has no
+    // record.
     [[nodiscard]] size_t RowOf(uint32_t rowID) const;
     // The same for a live row; Sorted().size() when there is none.
     [[nodiscard]] size_t LiveRowOf(uint32_t rowID) const;

@@ -13,7 +13,8 @@ namespace {
 
 constexpr size_t kBlockSize = size_t{1} << 16;
 constexpr size_t kPayloadBlockSize = size_t{1} << 12;
-// Much less than a block, so that going on behind a place that was no record seldom reads the block again.
+// Much less than a block, so that going on behind a place that was no record seldom reads the block
+// again.
 constexpr int64_t kSearchStep = 1 << 10;
 constexpr int64_t kHeader = static_cast<int64_t>(kRecordHeaderSize);
 constexpr int64_t kTagSize = 4;
@@ -54,8 +55,8 @@ RecordSearch::Step RecordSearch::Next()
     return PassOver(mNext, FindRecord(mNext + 1, mLength, false), reason);
 }
 
-// The header, and what is behind it as far as its length goes. False: it is none; its tag and row id are set when the
-// length alone is wrong.
+// The header, and what is behind it as far as its length goes. False: it is none; its tag and row
+// id are set when the length alone is wrong.
 bool RecordSearch::ReadHeader(int64_t position, FoundRecord* record, PassedBytes::Reason* reason)
 {
     record->position = position;
@@ -95,8 +96,8 @@ void RecordSearch::Inspect(FoundRecord* record, int64_t limit)
     record->end = record->IsWhole() ? reader.Position() : limit;
 }
 
-// Whether the body of a record with a length that can't be right is whole all the same, with a record or the file's end
-// behind it. The record is then that one.
+// Whether the body of a record with a length that can't be right is whole all the same, with a
+// record or the file's end behind it. The record is then that one.
 bool RecordSearch::TrustBodyOverLength(FoundRecord* record)
 {
     FoundRecord longer = *record;
@@ -144,8 +145,8 @@ RecordSearch::Step RecordSearch::PassOver(int64_t position, int64_t end, PassedB
     return Step::kPassed;
 }
 
-// The position of the first whole record that begins in from .. end - 1; end when there is none. within: the place lies
-// in the reach of a record.
+// The position of the first whole record that begins in from .. end - 1; end when there is none.
+// within: the place lies in the reach of a record.
 int64_t RecordSearch::FindRecord(int64_t from, int64_t end, bool within)
 {
     while (from < end && mLength - from >= kHeader && !mFile.Watch()->Stopped()) {

@@ -37,12 +37,14 @@ struct PassedBytes {
     Reason reason = Reason::kTag;
 };
 
-// RecordSearch walks the records of a record file from header to header. Where a header is broken, it goes on at the next
-// bytes that are a whole record; and it looks for whole records within the reach of records whose length may be wrong, so
-// that each record whose own bytes are whole is found.
+// RecordSearch walks the records of a record file from header to header. Where a header is broken,
+// it goes on at the next bytes that are a whole record; and it looks for whole records within the
+// reach of records whose length may be wrong, so that each record whose own bytes are whole is
+// found.
 //
-// Bytes that look like a record may also be part of a text, or be left over where a record became shorter. Within another
-// record's reach they are believed when the table's map lists them, or when the map is no good itself.
+// Bytes that look like a record may also be part of a text, or be left over where a record became
+// shorter. Within another record's reach they are believed when the table's map lists them, or when
+// the map is no good itself.
 class RecordSearch {
 public:
     enum class Step { kRecord, kPassed, kEnd };

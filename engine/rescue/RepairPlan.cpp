@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "engine/rescue/MapPairs.h"
@@ -15,7 +16,8 @@ namespace vela {
 namespace {
 
 constexpr int64_t kHeader = static_cast<int64_t>(kRecordHeaderSize);
-// A last used column id that is further above the columns than this was never reached by adding columns.
+// A last used column id that is further above the columns than this was never reached by adding
+// columns.
 constexpr uint32_t kFarAbove = 65536;
 // More column ids than this in one table's records are not columns but damage.
 constexpr size_t kMostInferredColumns = 10000;
@@ -105,8 +107,8 @@ MappedPlaces ReadMappedPlaces(VelaFileAccess* files, const std::string& table, R
     return places;
 }
 
-// Of the live records of one row, from first to end - 1 in the list, the one to save: the last one, as a walk over the
-// records shows it, unless a whole map names another.
+// Of the live records of one row, from first to end - 1 in the list, the one to save: the last one,
+// as a walk over the records shows it, unless a whole map names another.
 size_t ChooseRecord(const RecordList& records, size_t first, size_t end, const MappedPlaces& mapped)
 {
     for (size_t i = end; i > first; i--) {
@@ -141,28 +143,37 @@ std::vector<uint32_t> PositionsToSave(VelaFileAccess* files, const RecordList& r
 
 // ---- columns
 
-bool HasColumn(const std::vector<SchemaRow>& columns, uint32_t columnID)
-{
-    return std::any_of(columns.begin(), columns.end(),
-                       [=](const SchemaRow& column) { return column.columnID == columnID; });
-}
+// The columns that a table will have, each id once.
+class PlannedColumns {
+public:
+    [[nodiscard]] bool HasID(uint32_t columnID) const { return mIDs.count(columnID) != 0; }
+    // Names that differ in the case of their letters alone are the same to statements.
+    [[nodiscard]] bool HasName(const string& name) const
+    {
+        return mNames.count(std::string(name.Lowercase().View())) != 0;
+    }
+    void Add(const SchemaRow& column)
+    {
+        mIDs.insert(column.columnID);
+        mNames.insert(std::string(column.name.Lowercase().View()));
+        mColumns.push_back(column);
+    }
+    // "c3", or "c3_2" when that is taken.
+    [[nodiscard]] string NewName(uint32_t columnID) const
+    {
+        const string plain(("c" + std::to_string(columnID)).c_str());
+        string name = plain;
+        for (int i = 2; HasName(name); i++)
+            name = plain + "_" + std::to_string(i).c_str();
+        return name;
+    }
+    [[nodiscard]] const std::vector<SchemaRow>& Columns() const { return mColumns; }
 
-bool HasName(const std::vector<SchemaRow>& columns, const string& name)
-{
-    return std::any_of(columns.begin(), columns.end(), [&name](const SchemaRow& column) {
-        return EqualsIgnoringCase(column.name.View(), name.View());
-    });
-}
-
-// "c3", or "c3_2" when that is taken.
-string InferredName(const std::vector<SchemaRow>& columns, uint32_t columnID)
-{
-    const string plain(("c" + std::to_string(columnID)).c_str());
-    string name = plain;
-    for (int i = 2; HasName(columns, name); i++)
-        name = plain + "_" + std::to_string(i).c_str();
-    return name;
-}
+private:
+    std::vector<SchemaRow> mColumns;
+    std::set<uint32_t> mIDs;
+    std::set<std::string> mNames;
+};
 
 // The type of most of a column's values.
 VelaDataType InferredType(const std::map<VelaDataType, uint64_t>& counts)
@@ -178,7 +189,8 @@ VelaDataType InferredType(const std::map<VelaDataType, uint64_t>& counts)
     return type;
 }
 
-// What the last deleted row of the schema says of a column: it was dropped, or its row was moved and then lost.
+// What the last deleted row of the schema says of a column: it was dropped, or its row was moved
+// and then lost.
 const SchemaRow* FindDeletedRow(const SchemaRows& schema, const std::string& table,
                                 uint32_t columnID)
 {
@@ -194,18 +206,19 @@ std::string Named(const SchemaRow& column)
     return std::string(column.name.View()) + " (id " + std::to_string(column.columnID) + ")";
 }
 
-// Makes a described column usable: its name and type are filled in where they are missing. False: it has no id of its own.
-bool MendColumn(SchemaRow* column, const StoredColumns& stored,
-                const std::vector<SchemaRow>& columns, RepairedTable* table)
+// Makes a described column usable: its name and type are filled in where they are missing. False:
+// it has no id of its own.
+bool MendColumn(SchemaRow* column, const StoredColumns& stored, const PlannedColumns& columns,
+                RepairedTable* table)
 {
-    if (column->columnID == 0 || HasColumn(columns, column->columnID)) {
+    if (column->columnID == 0 || columns.HasID(column->columnID)) {
         table->notes.push_back("A second description of column " + Named(*column) +
                                " was left out.");
         return false;
     }
-    const bool wasComplete = column->isComplete && !HasName(columns, column->name);
-    if (column->name.empty() || HasName(columns, column->name))
-        column->name = InferredName(columns, column->columnID);
+    const bool wasComplete = column->isComplete;
+    if (column->name.empty())
+        column->name = columns.NewName(column->columnID);
     const auto values = stored.find(column->columnID);
     if (column->type == kTypeNone)
         column->type = values == stored.end() ? kTypeString : InferredType(values->second);
@@ -215,7 +228,7 @@ bool MendColumn(SchemaRow* column, const StoredColumns& stored,
     return true;
 }
 
-SchemaRow InferColumn(const SchemaRows& schema, const std::vector<SchemaRow>& columns,
+SchemaRow InferColumn(const SchemaRows& schema, const PlannedColumns& columns,
                       const std::string& table, uint32_t columnID,
                       const std::map<VelaDataType, uint64_t>& types)
 {
@@ -226,12 +239,13 @@ SchemaRow InferColumn(const SchemaRows& schema, const std::vector<SchemaRow>& co
         column.type = InferredType(types);
     column.table = string(table, kEncodingUTF8);
     column.columnID = columnID;
-    if (column.name.empty() || HasName(columns, column.name))
-        column.name = InferredName(columns, columnID);
+    if (column.name.empty() || columns.HasName(column.name))
+        column.name = columns.NewName(columnID);
     return column;
 }
 
-// Whether values of a column that no row of the schema describes are those of a column that was dropped.
+// Whether values of a column that no row of the schema describes are those of a column that was
+// dropped.
 bool WasDropped(const SchemaRows& schema, const std::string& table, uint32_t columnID)
 {
     return schema.isWhole && schema.WasDescribed(table, columnID);
@@ -245,7 +259,8 @@ uint64_t CountOf(const std::map<VelaDataType, uint64_t>& types)
     return count;
 }
 
-// Whether so few records have values of a column that their column ids, rather than the schema, must be damaged.
+// Whether so few records have values of a column that their column ids, rather than the schema,
+// must be damaged.
 bool IsStray(const std::map<VelaDataType, uint64_t>& types, size_t rows)
 {
     const uint64_t count = CountOf(types);
@@ -257,16 +272,16 @@ std::vector<SchemaRow> PlanColumns(const SchemaRows& schema, const TableScan& sc
                                    RepairedTable* table)
 {
     const StoredColumns& stored = scan.columns;
-    std::vector<SchemaRow> columns;
+    PlannedColumns columns;
     const std::vector<SchemaRow>& described = schema.ColumnsOf(table->name);
     for (SchemaRow column : described)
         if (MendColumn(&column, stored, columns, table))
-            columns.push_back(column);
+            columns.Add(column);
     if (described.empty())
         table->notes.emplace_back(
             "The schema doesn't describe the table; its columns are made up.");
     for (const auto& [columnID, types] : stored) {
-        if (columnID == 0 || HasColumn(columns, columnID) ||
+        if (columnID == 0 || columns.HasID(columnID) ||
             (!described.empty() && WasDropped(schema, table->name, columnID)))
             continue;
         if (!described.empty() && schema.isWhole && IsStray(types, scan.records.Sorted().size())) {
@@ -275,12 +290,12 @@ std::vector<SchemaRow> PlanColumns(const SchemaRows& schema, const TableScan& sc
                                    std::to_string(CountOf(types)) + " rows.");
             continue;
         }
-        columns.push_back(InferColumn(schema, columns, table->name, columnID, types));
+        columns.Add(InferColumn(schema, columns, table->name, columnID, types));
         if (!described.empty())
-            table->notes.push_back("Column " + Named(columns.back()) +
+            table->notes.push_back("Column " + Named(columns.Columns().back()) +
                                    " has values but no description, which is made up.");
     }
-    return columns;
+    return columns.Columns();
 }
 
 // ---- counters
@@ -334,13 +349,16 @@ std::vector<uint32_t> IndexColumns(VelaFileAccess* files, const std::string& fil
 void PlanIndexes(VelaFileAccess* files, const TableFiles& tableFiles, RescueWatch* watch,
                  RepairPlan* plan, RepairedTable* table)
 {
+    std::set<uint32_t> known;
+    for (const SchemaRow& column : plan->columns)
+        known.insert(column.columnID);
     for (const std::string& index : tableFiles.indexes) {
         const std::vector<uint32_t> columnIDs =
             IndexColumns(files, IndexFileName(table->name, index), watch);
-        const bool isKnown = !columnIDs.empty() &&
-                             std::all_of(columnIDs.begin(), columnIDs.end(), [plan](uint32_t id) {
-                                 return HasColumn(plan->columns, id);
-                             });
+        const bool isKnown =
+            !columnIDs.empty() &&
+            std::all_of(columnIDs.begin(), columnIDs.end(),
+                        [&known](uint32_t columnID) { return known.count(columnID) != 0; });
         if (isKnown)
             plan->indexes[index] = columnIDs;
         else

@@ -11,10 +11,10 @@
 
 namespace vela {
 
-// RepairPlan is what a first pass over a damaged table finds: which records are to be saved, and what the table's columns
-// are. Memory: 12 bytes for each row.
+// RepairPlan is what a first pass over a damaged table finds: which records are to be saved, and
+// what the table's columns are. Memory: 12 bytes for each row.
 struct RepairPlan {
-    std::vector<SchemaRow> columns;    // in order; complete, each id once, each name once
+    std::vector<SchemaRow> columns;    // in order; complete, each id once
     std::vector<uint32_t> positions;   // of the records to save, ascending
     uint32_t lastUsedRowID = 0;
     uint32_t lastUsedColumnID = 0;

@@ -6,8 +6,9 @@
 
 namespace vela {
 
-// SavedTable is a new table that takes rows under the row ids that they had, with their values as they were stored: as it
-// has no columns of its own, nothing is coerced. It is one of the open tables of a database until that is closed.
+// SavedTable is a new table that takes rows under the row ids that they had, with their values as
+// they were stored: as it has no columns of its own, nothing is coerced. It is one of the open
+// tables of a database until that is closed.
 class SavedTable : public VelaTrans {
 public:
     SavedTable(VelaFileAccess* files, const string& name) : VelaTrans(files, name, Files::kNew) {}

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "engine/rescue/DatabaseFault.h"
@@ -12,8 +13,9 @@
 
 namespace vela {
 
-// TableCheck compares the files of one table with each other and with the schema, and tells every fault that it finds.
-// Memory: 12 bytes for each record, 8 for each pair of the map, a flag per row for an index, and one row at a time.
+// TableCheck compares the files of one table with each other and with the schema, and tells every
+// fault that it finds. Memory: 12 bytes for each record, 8 for each pair of the map, a flag per row
+// for an index, and one row at a time.
 class TableCheck {
 public:
     // Everything must outlive the object.
@@ -46,9 +48,10 @@ private:
     void CheckEntry(OpenIndex* open);
     void CheckEntryValues(OpenIndex* open, const std::vector<FieldPlace>& fields, size_t row);
     void CheckRowsHaveEntries(const OpenIndex& open);
-    [[nodiscard]] const SchemaRow* FindColumn(uint32_t columnID) const;
-    bool EntryFits(OpenIndex* open, const FieldPlace& entry, const SchemaRow& column, size_t row);
+    bool EntryFits(OpenIndex* open, const FieldPlace& entry, const SchemaRow& column,
+                   const FieldPlace* field);
 
+    [[nodiscard]] const SchemaRow* FindColumn(uint32_t columnID) const;
     void Report(FaultKind kind, const std::string& file, int64_t offset, const std::string& text);
     void ReportRow(FaultKind kind, const std::string& file, int64_t offset, uint32_t rowID,
                    const std::string& text);
@@ -59,6 +62,7 @@ private:
     const std::vector<SchemaRow>& mColumns;   // none when the schema doesn't name the table
     FaultReceiver* mReceiver;
     RescueWatch* mWatch;
+    std::unordered_map<uint32_t, const SchemaRow*> mColumnsByID;
     TableSummary mSummary;
     std::string mRecordFile;
     std::string mMapFile;

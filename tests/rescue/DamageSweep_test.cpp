@@ -1,8 +1,10 @@
-// A small database in which every byte is set to 0 and 255 and flipped, every file is cut at every place, and blocks are
-// zeroed and swapped. After each: it opens and is read, a check and a repair end, neither writes to it, every row whose
-// record was not touched is saved as it was, and what the repair made has no faults.
+// A small database in which every byte is set to 0 and 255 and flipped, every file is cut at every
+// place, and blocks are zeroed and swapped. After each: it opens and is read, a check and a repair
+// end, neither writes to it, every row whose record was not touched is saved as it was, and what
+// the repair made has no faults.
 //
-// Without VELA_DAMAGE_ALL in the environment one case in four is run, other ones for each VELA_DAMAGE_SEED.
+// Without VELA_DAMAGE_ALL in the environment one case in four is run, other ones for each
+// VELA_DAMAGE_SEED.
 
 #include <gmock/gmock.h>
 

@@ -19,9 +19,10 @@ using testing::Contains;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-// A table p with rows 1 "aaaa", 2 "bbbb", 3 "cccc" of the columns id 1 Integer, id 2 String, and an index k on the String.
-// Each record takes 12 + 1 + 4 + 4 + 16 = 37 bytes: row n lies at 256 + 37 (n - 1). Its string's header
-// is 21 bytes on. Each entry takes 12 + 1 + 2 + 16 = 31 bytes: that of row n lies at 256 + 31 (n - 1).
+// A table p with rows 1 "aaaa", 2 "bbbb", 3 "cccc" of the columns id 1 Integer, id 2 String, and an
+// index k on the String. Each record takes 12 + 1 + 4 + 4 + 16 = 37 bytes: row n lies at 256 + 37
+// (n - 1). Its string's header is 21 bytes on. Each entry takes 12 + 1 + 2 + 16 = 31 bytes: that of
+// row n lies at 256 + 31 (n - 1).
 DiskFiles PlainDatabase()
 {
     MemoryDisk disk;
@@ -293,7 +294,8 @@ TEST(DatabaseCheck, SchemaAndFilesAreCompared)
          "orphan-file p.k.idx.new"},
         {"another file", [](DiskFiles* f) { (*f)["notes"] = "x"; }, "orphan-file notes"},
         {"no map", [](DiskFiles* f) { f->erase("p.map"); }, "map-state p.map"},
-        // The first schema row is at 256: 12 + 15 bytes of header and list, TableName 12 + 7 bytes, ColumnID 4.
+        // The first schema row is at 256: 12 + 15 bytes of header and list, TableName 12 + 7 bytes,
+        // ColumnID 4.
         {"_schema doesn't describe itself",
          [](DiskFiles* f) { f->at("_schema.dat")[283 + 12] = 'x'; }, "schema-self _schema.dat"},
         {"a column described twice",

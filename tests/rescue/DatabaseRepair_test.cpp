@@ -1,4 +1,5 @@
-// What a repair saves, case by case. That nothing whole is lost under any damage: DamageSweep_test.cpp.
+// What a repair saves, case by case. That nothing whole is lost under any damage:
+// DamageSweep_test.cpp.
 
 #include "engine/rescue/DatabaseRepair.h"
 
@@ -18,7 +19,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Everything that statements can see of a database: tables, columns, rows in their order, indexes, the next ids.
+// Everything that statements can see of a database: tables, columns, rows in their order, indexes,
+// the next ids.
 std::vector<std::string> Contents(MemoryDisk* disk)
 {
     DatabaseOnDisk database(disk);

@@ -1,5 +1,5 @@
-// How many rows a repair saves, by how much of the record file is damaged. With VELA_RECOVERY_CURVE in the environment the
-// curve is measured on more rows and printed as the table of docs/repair.md.
+// How many rows a repair saves, by how much of the record file is damaged. With VELA_RECOVERY_CURVE
+// in the environment the curve is measured on more rows and printed as the table of docs/repair.md.
 
 #include <gmock/gmock.h>
 
@@ -25,8 +25,8 @@ DiskFiles ManyRows(int rows)
     return disk.Snapshot();
 }
 
-// Overwrites pieces of size bytes with random ones until that share of the file is hit. Returns how many rows have all of
-// their bytes still.
+// Overwrites pieces of size bytes with random ones until that share of the file is hit. Returns how
+// many rows have all of their bytes still.
 size_t Damage(std::string* bytes, double share, size_t size, TestRandom* random)
 {
     const std::vector<RecordExtent> records = LiveRecords(*bytes);

@@ -15,8 +15,9 @@ using DiskFiles = std::map<std::string, std::string>;
 // Runs statements on the database of a disk; a failure fails the test.
 void RunStatements(MemoryDisk* disk, const std::vector<std::string>& statements);
 
-// The files of a small database with something of everything: table t with values of all types that statements can make,
-// two indexes, deleted and moved rows, a dropped column; table u with a few rows.
+// The files of a small database with something of everything: table t with values of all types that
+// statements can make, two indexes, deleted and moved rows, a dropped column; table u with a few
+// rows.
 DiskFiles SmallDatabase();
 
 // Where the live records of a good record file lie.
@@ -27,7 +28,8 @@ struct RecordExtent {
 };
 std::vector<RecordExtent> LiveRecords(const std::string& bytes);
 
-// Collects what a check finds: "word file:offset row n", without offset and row where there is none.
+// Collects what a check finds: "word file:offset row n", without offset and row where there is
+// none.
 class CollectedFaults : public FaultReceiver {
 public:
     void AddFault(const DatabaseFault& fault) override;
