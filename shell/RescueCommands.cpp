@@ -200,6 +200,7 @@ int RunRepair(const RescueOptions& options)
         return kExitNoDatabase;
     if (!HoldsDatabase(*files))
         return NoDatabase(path);
+    RescueProgress progress("saving");   // from now on a signal leaves nothing half-made behind
     if (!MakeNewFolder(newPath, path))
         return kExitFailure;
     NewFolder folder(newPath);
@@ -208,7 +209,6 @@ int RunRepair(const RescueOptions& options)
                                                       VelaFolderFileAccess::Mode::kReadWrite);
     };
     RepairReport report;
-    RescueProgress progress("saving");
     const bool saved = RepairDatabase(files.get(), openNew, &report, &progress);
     progress.Clear();
     if (!saved && report.error.empty())
