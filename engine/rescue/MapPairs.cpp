@@ -25,7 +25,8 @@ MapPairs::MapPairs(VelaFileAccess* files, const std::string& name, RescueWatch* 
         return;
     mState = LoadBigEndian32(header);
     mCount = LoadBigEndian32(header + 4);
-    const int64_t room = (mLength - static_cast<int64_t>(kHeaderSize)) / kPairSize;
+    const int64_t room =
+        (mLength - static_cast<int64_t>(kHeaderSize)) / static_cast<int64_t>(kPairSize);
     const uint32_t pairs = static_cast<uint32_t>(std::min<int64_t>(room, mCount));
     watch->StartFile(name, mLength);
     for (uint32_t i = 0; i < pairs && !watch->Stopped(); i++) {

@@ -56,7 +56,7 @@ TEST(RecoveryCurve, EveryRowWithAllItsBytesIsSaved)
     const int rows = isLong ? 20000 : 500;
     const DiskFiles good = ManyRows(rows);
     TestRandom random(1);
-    for (const size_t size : {1, 512, 4096}) {
+    for (const size_t size : {size_t{1}, size_t{512}, size_t{4096}}) {
         for (const double share : {0.0001, 0.001, 0.01, 0.05, 0.1, 0.25, 0.5}) {
             if (share * static_cast<double>(good.at("p.dat").size()) < static_cast<double>(size))
                 continue;   // a single piece is more than that
