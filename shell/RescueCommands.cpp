@@ -117,10 +117,8 @@ int RunCheck(const RescueOptions& options)
     CheckDatabase(files.get(), &report, &progress);
     progress.Clear();
     report.Finish(!progress.Stopped());
-    const int status = progress.Stopped() ? Interrupted("interrupted; the check is not complete")
-                       : report.Faults() == 0 ? kExitSuccess
-                                              : kExitFaults;
-    return Finish(&output, status);
+    const int status = Finish(&output, report.Faults() == 0 ? kExitSuccess : kExitFaults);
+    return progress.Stopped() ? Interrupted("interrupted; the check is not complete") : status;
 }
 
 // ---- repair

@@ -285,7 +285,8 @@ void TableCheck::CheckMap()
     const MapPairs map(mFiles, mMapFile, mWatch);
     if (!map.IsThere()) {
         Report(FaultKind::kMapState, mMapFile, -1,
-               "the map is missing; it is made anew when needed");
+               mTableFiles.hasMap ? "the map can't be opened"
+                                  : "the map is missing; it is made anew when needed");
         return;
     }
     if (map.Length() == 0 && mSummary.rows == 0 && mSummary.brokenRecords == 0)

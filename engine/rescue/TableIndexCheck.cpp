@@ -57,6 +57,10 @@ void TableCheck::CheckIndex(const std::string& index)
                       {},
                       std::vector<bool>(mRecords.Sorted().size()),
                       0};
+    if (!open.search.File().IsOpen()) {
+        Report(FaultKind::kUnreadable, file, -1, "the index file can't be opened");
+        return;
+    }
     RecordSearch::Step step;
     while ((step = open.search.Next()) != RecordSearch::Step::kEnd) {
         if (step == RecordSearch::Step::kRecord)
