@@ -81,6 +81,7 @@ void TableCheck::CheckIndex(const std::string& index)
 bool TableCheck::TakeIndexColumns(const std::vector<FieldPlace>& fields, OpenIndex* open)
 {
     std::vector<uint32_t> columnIDs;
+    columnIDs.reserve(fields.size());
     for (const FieldPlace& field : fields)
         columnIDs.push_back(field.columnID);
     if (!open->columnIDs.empty())
