@@ -26,9 +26,10 @@ void ReportParseError(const VelaSQLParser& parser, VelaStatus* status)
     *status = VelaStatus(state, string(VelaSQLParser::ErrorMessage(error)));
 }
 
-// The tree of a statement without errors; null for any other, which status then tells.
-SQLSyntaxNodePtr Parse(const string& sql, const VelaDatabase& database, VelaStatus* status)
+// Begins a statement: its tree, when it has no errors; null for any other, which status then tells.
+SQLSyntaxNodePtr Start(const string& sql, VelaDatabase& database, VelaStatus* status)
 {
+    database.StartStatement();
     const string& escape = database.EscapeOption();
     VelaSQLParser parser(escape.empty() ? '\0' : escape.CString()[0]);
     SQLSyntaxNodePtr root = parser.Evaluate(sql);
@@ -80,7 +81,7 @@ void Dispatch(const SQLSyntaxNode& root, VelaDatabase& database, VelaStatus* sta
 
 void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* status)
 {
-    const SQLSyntaxNodePtr root = Parse(sql, database, status);
+    const SQLSyntaxNodePtr root = Start(sql, database, status);
     if (root)
         Dispatch(*root, database, status);
 }
@@ -88,7 +89,7 @@ void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* statu
 bool VelaSQLExplain(const string& sql, VelaDatabase& database, VelaStatus* status,
                     SimpleVector<string>* lines)
 {
-    const SQLSyntaxNodePtr root = Parse(sql, database, status);
+    const SQLSyntaxNodePtr root = Start(sql, database, status);
     if (!root)
         return false;
     if (!root->IsSelect())
@@ -101,7 +102,7 @@ std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& databas
                                         SimpleVector<string>* rangeNames,
                                         SimpleVector<long>* sourceColumns)
 {
-    const SQLSyntaxNodePtr root = Parse(sql, database, status);
+    const SQLSyntaxNodePtr root = Start(sql, database, status);
     if (!root || !root->IsSelect())
         return nullptr;
     return ExecuteSelect(As<SQLSelectNode>(*root), database, status, tableNames, rangeNames,

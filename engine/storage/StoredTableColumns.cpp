@@ -119,8 +119,22 @@ uint32_t RecordShape::NumberOf(uint32_t columnID) const
 
 StoredTableColumns::StoredTableColumns(VelaTrans* table) : mTable(table) {}
 
+StoredTableColumns::~StoredTableColumns()
+{
+    Drop();
+}
+
+void StoredTableColumns::SetMemory(ColumnMemory* memory)
+{
+    Drop();
+    mMemory = memory;
+}
+
 void StoredTableColumns::Drop()
 {
+    for (const Column& column : mColumns)
+        if (mMemory)
+            mMemory->Replace(column.memory, 0);
     mRowsKnown = false;
     mRowIDs.clear();
     mNumbersKnown = false;
@@ -134,6 +148,9 @@ void StoredTableColumns::Refresh()
     if (mColumns.empty())
         mColumns.resize(static_cast<size_t>(mTable->QtyColumns()));
     RemoveDeletedRows();
+    for (uint32_t number = 1; number < mColumns.size(); number++)
+        if (mColumns[number].memory != 0 || IsLoaded(number))
+            CountMemory(number);
 }
 
 void StoredTableColumns::ListRows()
@@ -211,7 +228,7 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
 }
 
 // One pass over the record file, then the inserted rows; lists the rows too when that has not been done.
-void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
+void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
 {
     mListing = !mRowsKnown;
     if (mListing) {
@@ -222,10 +239,19 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
     const size_t expected = mRowsKnown ? mRowIDs.size() : mTable->QtyRows();
     if (mListing)
         mRowIDs.reserve(expected);
-    for (uint32_t number : numbers) {
+    std::vector<uint32_t> numbers;
+    for (uint32_t number : wanted) {
         mColumns[number].data.Start(mTable->Column(static_cast<long>(number))->Type());
+        if (!HasRoomFor(number, expected)) {
+            Refuse(number);
+            continue;
+        }
         mColumns[number].data.Reserve(expected);
+        CountMemory(number);
+        numbers.push_back(number);
     }
+    if (numbers.empty() && mRowsKnown)
+        return;
     const size_t rows = AppendInsertedRows(AppendStoredRows(numbers), numbers);
     if (mListing) {
         mAscending = std::is_sorted(mRowIDs.begin(), mRowIDs.end());
@@ -233,8 +259,10 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& numbers)
     }
     for (uint32_t number : numbers)
         if (mColumns[number].refused || mColumns[number].data.Count() != mRowIDs.size() ||
-            rows != mRowIDs.size())
+            rows != mRowIDs.size() || !HasRoomFor(number, 0))
             Refuse(number);
+        else
+            CountMemory(number);
 }
 
 // The rows of the file with their pending updates; says how many.
@@ -339,6 +367,28 @@ void StoredTableColumns::Refuse(uint32_t number)
 {
     mColumns[number].data = ColumnData();
     mColumns[number].refused = true;
+    CountMemory(number);
+}
+
+void StoredTableColumns::CountMemory(uint32_t number)
+{
+    Column& column = mColumns[number];
+    const size_t memory = IsLoaded(number) ? column.data.MemoryUse() : 0;
+    if (mMemory)
+        mMemory->Replace(column.memory, memory);
+    column.memory = memory;
+}
+
+// Whether the column has room with what it holds and, while it holds nothing yet, with so many rows at their least size.
+bool StoredTableColumns::HasRoomFor(uint32_t number, size_t rows)
+{
+    if (!mMemory)
+        return true;
+    const Column& column = mColumns[number];
+    const bool isNarrow = column.data.form == ColumnData::Form::kIntegers;
+    const uint64_t least = uint64_t{rows} * (isNarrow ? sizeof(int32_t) : sizeof(double));
+    const uint64_t held = column.data.MemoryUse();
+    return mMemory->HasRoomFor(least + (held > column.memory ? held - column.memory : 0));
 }
 
 void StoredTableColumns::RowAdded(const VTChangedRow& change)

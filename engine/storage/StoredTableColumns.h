@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "engine/storage/ColumnMemory.h"
 #include "engine/storage/RecordFormat.h"
 #include "engine/storage/RowMap.h"
 #include "engine/storage/TableColumns.h"
@@ -18,6 +19,10 @@ class StoredTableColumns : public TableColumns {
 public:
     // Reads nothing yet. table owns this object.
     explicit StoredTableColumns(VelaTrans* table);
+    ~StoredTableColumns() override;
+
+    // Columns are kept as far as memory, which is borrowed, has room for them. Without it there is no limit.
+    void SetMemory(ColumnMemory* memory);
 
     [[nodiscard]] uint32_t RowCount() override
     {
@@ -37,7 +42,7 @@ public:
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
-    // Takes in what was deleted; called before the object is handed out.
+    // Takes in what was deleted, and counts the memory anew; called before the object is handed out.
     void Refresh();
     // What changed, after it did.
     void RowAdded(const VTChangedRow& change);
@@ -55,16 +60,19 @@ private:
         ColumnData data;
         uint32_t asked = 0;     // values asked for one by one
         bool refused = false;   // can't be had as ColumnData, as things are
+        size_t memory = 0;      // bytes, as counted last
     };
 
     void ListRows();
-    void LoadColumns(const std::vector<uint32_t>& numbers);
+    void LoadColumns(const std::vector<uint32_t>& wanted);
     size_t AppendStoredRows(const std::vector<uint32_t>& numbers);
     size_t AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers);
     bool AppendFromChange(const VTChangedRow& change, uint32_t number);
     void AppendMissing(uint32_t number);
     void AppendField(uint32_t number, const RecordField& field);
     void Refuse(uint32_t number);
+    void CountMemory(uint32_t number);
+    [[nodiscard]] bool HasRoomFor(uint32_t number, size_t rows);
     void ResetColumn(uint32_t number);
     void RemoveDeletedRows();
     [[nodiscard]] bool IsLoaded(size_t number) const
@@ -73,6 +81,7 @@ private:
     }
 
     VelaTrans* mTable;
+    ColumnMemory* mMemory = nullptr;
     bool mRowsKnown = false;
     bool mListing = false;   // the pass that is under way lists the rows
     std::vector<uint32_t> mRowIDs;

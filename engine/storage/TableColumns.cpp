@@ -67,6 +67,14 @@ size_t ColumnData::Count() const
     return 0;
 }
 
+size_t ColumnData::MemoryUse() const
+{
+    return integers.capacity() * sizeof(int32_t) + doubles.capacity() * sizeof(double) +
+           (textStarts.capacity() + textLengths.capacity()) * sizeof(uint32_t) + texts.capacity() +
+           encodingNumber.capacity() + nulls.capacity() / 8 +
+           values.capacity() * (sizeof(VelaValue) + sizeof(StringStorage)) + valueTextBytes;
+}
+
 bool ColumnData::Holds(const VelaValue& value) const
 {
     return value.GetType() == type;
@@ -98,6 +106,7 @@ bool ColumnData::Append(const VelaValue& value)
                 return false;
             break;
         default:
+            valueTextBytes += value.TextView().size();
             values.push_back(value);
             return true;
     }
@@ -180,6 +189,7 @@ bool ColumnData::Set(uint32_t row, const VelaValue& value)
             CloseLargeGaps();
             break;
         default:
+            valueTextBytes += value.TextView().size();
             values[row] = value;
             return true;
     }
@@ -192,9 +202,11 @@ void ColumnData::TurnIntoValues()
     std::vector<VelaValue> made(Count());
     for (uint32_t row = 0; row < made.size(); row++)
         GetValue(row, &made[row]);
+    const size_t textBytes = texts.size();
     *this = ColumnData();
     form = Form::kValues;
     values = std::move(made);
+    valueTextBytes = textBytes;
 }
 
 void ColumnData::RemoveRows(const std::vector<uint32_t>& rows)

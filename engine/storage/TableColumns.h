@@ -32,6 +32,7 @@ struct ColumnData {
     std::vector<TextEncoding> encodings;
     std::vector<bool> nulls;   // a flag for each row up to the last null one; not used by kValues
     std::vector<VelaValue> values;
+    size_t valueTextBytes = 0;   // kValues: of all texts that were put in
 
     // Empties the column and chooses the form for values of a type.
     void Start(VelaDataType columnType);
@@ -45,6 +46,8 @@ struct ColumnData {
     // Takes rows out; rows are ascending row numbers.
     void RemoveRows(const std::vector<uint32_t>& rows);
     [[nodiscard]] size_t Count() const;
+    // Bytes of memory, about.
+    [[nodiscard]] size_t MemoryUse() const;
 
     [[nodiscard]] bool IsNull(uint32_t row) const { return row < nulls.size() && nulls[row]; }
     [[nodiscard]] std::string_view Text(uint32_t row) const

@@ -65,7 +65,7 @@ void VelaDatabase::CloseTables()
 
 void VelaDatabase::OpenSchemaAndTables()
 {
-    mOpenTables.push_back(new VelaSchema(mFiles.get()));
+    mOpenTables.push_back(new VelaSchema(mFiles.get(), &mColumnMemory));
     Schema()->LoadAllTables(&mOpenTables);
 }
 
@@ -186,6 +186,21 @@ void VelaDatabase::ReloadTouchedTables()
         delete mOpenTables[i];
         mOpenTables[i] = Schema()->LoadTable(name).release();
     }
+}
+
+// ---- memory
+
+void VelaDatabase::SetColumnMemoryLimit(uint64_t bytes)
+{
+    mColumnMemory.SetLimit(bytes);
+    DropColumns();
+}
+
+void VelaDatabase::DropColumns()
+{
+    for (VelaTable* table : mOpenTables)
+        table->AsStoredTable()->DropColumns();
+    mColumnMemory.ForgetShortage();
 }
 
 // ---- the schema as a block of data

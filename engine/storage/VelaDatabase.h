@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "engine/core/VelaStatus.h"
+#include "engine/storage/ColumnMemory.h"
 #include "engine/storage/VelaFileAccess.h"
 #include "engine/storage/VelaSchema.h"
 #include "engine/storage/VelaTable.h"
@@ -44,6 +45,17 @@ public:
     // Replaces the schema by what GetSchemaData once gave. When a check fails, nothing is changed.
     void ReplaceSchemaData(const string& data, VelaStatus* status);
 
+    // How many bytes of columns may be kept in memory, for all tables together; ColumnMemory::DefaultLimit() at first. It
+    // counts what is kept between statements, not what a statement needs while it runs.
+    void SetColumnMemoryLimit(uint64_t bytes);
+    [[nodiscard]] const ColumnMemory& Columns() const { return mColumnMemory; }
+    // Before each statement. When the columns of earlier ones have left the last one too little room, they go.
+    void StartStatement()
+    {
+        if (mColumnMemory.WasShort())
+            DropColumns();
+    }
+
     // Takes the local time into the three clock texts: "2026-11-21", "09:05:00", and both with a blank between.
     void UpdateClock();
     [[nodiscard]] const string& CurrentDate() const { return mCurrentDate; }
@@ -71,11 +83,13 @@ public:
 
 private:
     void CloseTables();
+    void DropColumns();
     void OpenSchemaAndTables();
     void ReloadAllTables();
     void ReloadTouchedTables();
     bool CommitTables();
 
+    ColumnMemory mColumnMemory;
     SimpleVector<VelaTable*> mOpenTables;
     SimpleVector<VelaTable*> mDroppedTables;
     string mCurrentDate;

@@ -71,11 +71,13 @@ VelaColumnInfo ReadColumn(TableColumns* schema, uint32_t row)
 
 const char* const kSchemaTableName = "_schema";
 
-VelaSchema::VelaSchema(VelaFileAccess* files)
+VelaSchema::VelaSchema(VelaFileAccess* files, ColumnMemory* memory)
     : VelaTrans(files, kSchemaTableName,
                 files->ContainsFile("_schema.dat") || files->IsReadOnly() ? Files::kExisting
-                                                                          : Files::kNew)
+                                                                          : Files::kNew),
+      mMemory(memory)
 {
+    SetColumnMemory(memory);
     for (const FieldDefinition& field : kFields)
         mColumns.push_back({field.name, VelaValue::Null(field.type), field.field});
     mLastUsedColumnID = kDefaultValue;
@@ -129,6 +131,7 @@ SimpleVector<VelaSchema::Description> VelaSchema::ReadDescriptions(const string*
 std::unique_ptr<VelaTrans> VelaSchema::MakeTable(const Description& description, Files state)
 {
     auto table = std::make_unique<VelaTrans>(mFiles, description.tableName, state);
+    table->SetColumnMemory(mMemory);
     table->mColumns = description.columns;
     for (const VelaColumnInfo& column : description.columns)
         table->mLastUsedColumnID = std::max(table->mLastUsedColumnID, column.columnID);

@@ -24,8 +24,9 @@ public:
         kDefaultValue = 7
     };
 
-    // files must outlive the schema. A schema without stored rows gets the rows that describe _schema itself, pending.
-    explicit VelaSchema(VelaFileAccess* files);
+    // files must outlive the schema, and so must memory, which counts the columns of the schema and of all tables that it
+    // makes; null for no limit. A schema without stored rows gets the rows that describe _schema itself, pending.
+    explicit VelaSchema(VelaFileAccess* files, ColumnMemory* memory = nullptr);
 
     // Adds the seven rows that describe _schema itself, pending, when there is no row at all.
     void PopulateInitialSchema();
@@ -58,6 +59,8 @@ private:
     SimpleVector<Description> ReadDescriptions(const string* name);
     std::unique_ptr<VelaTrans> MakeTable(const Description& description, Files state);
     std::unique_ptr<VelaTrans> MakeTable(const string& name, Files state);
+
+    ColumnMemory* mMemory;
 };
 
 }   // namespace vela

@@ -53,6 +53,10 @@ public:
     bool FindRowsByIndex(long number, const VelaValue& key,
                          SimpleVector<uint32_t>* rowIDs) override;
     [[nodiscard]] TableColumns* Columns() override;
+    // What Columns() keeps in memory counts there, and is limited by it; borrowed.
+    void SetColumnMemory(ColumnMemory* memory) { mRows->SetMemory(memory); }
+    // Gives the memory of the columns back; they are read again when they are next needed.
+    void DropColumns() { mRows->Drop(); }
     [[nodiscard]] VelaTrans* AsStoredTable() override { return this; }
 
     // The index leaves the open ones; its file goes at Commit, Rollback brings it back. False when there is none.

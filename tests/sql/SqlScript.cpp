@@ -139,7 +139,7 @@ namespace {
 // A database in a folder of its own, and the last statement's outcome.
 class ScriptRunner {
 public:
-    ScriptRunner() { Open(); }
+    explicit ScriptRunner(uint64_t columnMemory) : mColumnMemory(columnMemory) { Open(); }
 
     void Run(const SqlScript::Step& step)
     {
@@ -172,6 +172,7 @@ private:
         mDatabase.reset();   // one object has a database open
         mDatabase = std::make_unique<VelaDatabase>(std::make_unique<VelaFolderFileAccess>(
             mFolder.Locator(), VelaFolderFileAccess::Mode::kReadWrite));
+        mDatabase->SetColumnMemoryLimit(mColumnMemory);
         EXPECT_TRUE(mDatabase->IsValid());
     }
 
@@ -242,14 +243,15 @@ private:
     }
 
     TemporaryFolder mFolder;
+    uint64_t mColumnMemory;
     std::unique_ptr<VelaDatabase> mDatabase;
 };
 
 }   // namespace
 
-void RunScript(const SqlScript& script, const std::string& name)
+void RunScript(const SqlScript& script, const std::string& name, uint64_t columnMemory)
 {
-    ScriptRunner runner;
+    ScriptRunner runner(columnMemory);
     for (const SqlScript::Step& step : script.Steps()) {
         SCOPED_TRACE(name + ":" + std::to_string(step.line) + ": " + step.sql);
         runner.Run(step);

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "engine/storage/ColumnMemory.h"
+
 namespace vela {
 
 // SqlScript is a script of SQL statements with what is expected of each beside it. It is plain SQL
@@ -61,7 +63,8 @@ private:
 };
 
 // Runs a script on a new database in a temporary folder. Every step that does something else than
-// expected is a failure of the test, with its place.
-void RunScript(const SqlScript& script, const std::string& name);
+// expected is a failure of the test, with its place. columnMemory: the database's limit.
+void RunScript(const SqlScript& script, const std::string& name,
+               uint64_t columnMemory = ColumnMemory::DefaultLimit());
 
 }   // namespace vela

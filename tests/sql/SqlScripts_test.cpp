@@ -49,6 +49,12 @@ TEST_P(SqlScripts, GivesWhatIsWrittenBesideIt)
     RunScript(script, path);
 }
 
+TEST_P(SqlScripts, GivesTheSameWithoutColumnsInMemory)
+{
+    const std::string path = "tests/sql/" + GetParam();
+    RunScript(SqlScript(Contents(std::filesystem::path(VELA_SOURCE_DIR) / path)), path, 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, SqlScripts, testing::ValuesIn(ScriptNames()), TestName);
 
 class SqlPages : public testing::TestWithParam<std::string> {};
