@@ -71,6 +71,10 @@ std::unique_ptr<VelaDatabase> OpenDatabase(const Options& options, std::string* 
         return nullptr;
     }
     auto database = std::make_unique<VelaDatabase>(std::move(files));
+    if (const string reason = database->OpenErrorText(); !reason.empty()) {
+        *problem = "can't open " + Quoted(options.database) + ": " + reason.CString();
+        return nullptr;
+    }
     if (!database->IsValid()) {
         *problem = Quoted(options.database) + " holds no readable schema; its files are damaged";
         return nullptr;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 #include <utility>
 #include <vector>
 
+#include "engine/storage/CommitFileAccess.h"
 #include "engine/storage/SchemaData.h"
 #include "runtime/LocalClock.h"
 
@@ -14,7 +16,6 @@ namespace {
 
 const char* const kSchemaRecordFile = "_schema.dat";
 const char* const kSchemaMapFile = "_schema.map";
-const char* const kNewSchemaFile = "_schema.dat.new";
 
 bool ReadWholeFile(RandomAccessMechanism* stream, string* bytes)
 {
@@ -26,23 +27,10 @@ bool ReadWholeFile(RandomAccessMechanism* stream, string* bytes)
            stream->ReadData(bytes->MutableBytes(), static_cast<int>(length), nullptr);
 }
 
-// A file of this name with these bytes, safely on the device.
-bool WriteWholeFile(VelaFileAccess* files, const string& name, std::string_view bytes)
-{
-    if (!files->CreateFile(name))
-        return false;
-    auto stream = files->OpenFile(name, false);
-    if (stream && stream->WriteData(bytes.data(), static_cast<int>(bytes.size())) &&
-        stream->FlushToDisk())
-        return true;
-    stream.reset();
-    files->DeleteFile(name);
-    return false;
-}
-
 }   // namespace
 
-VelaDatabase::VelaDatabase(std::unique_ptr<VelaFileAccess> files) : mFiles(std::move(files))
+VelaDatabase::VelaDatabase(std::unique_ptr<VelaFileAccess> files)
+    : mFiles(std::make_unique<CommitFileAccess>(std::move(files)))
 {
     OpenSchemaAndTables();
     UpdateClock();
@@ -69,10 +57,15 @@ void VelaDatabase::OpenSchemaAndTables()
     Schema()->LoadAllTables(&mOpenTables);
 }
 
+string VelaDatabase::OpenErrorText() const
+{
+    return mFiles->IsOpen() ? string() : mFiles->ErrorText();
+}
+
 bool VelaDatabase::IsValid()
 {
-    return !mOpenTables.empty() && mOpenTables[0] != nullptr && mOpenTables[0]->QtyColumns() > 0 &&
-           mOpenTables[0]->QtyRows() > 0;
+    return mFiles->IsOpen() && !mOpenTables.empty() && mOpenTables[0] != nullptr &&
+           mOpenTables[0]->QtyColumns() > 0 && mOpenTables[0]->QtyRows() > 0;
 }
 
 VelaSchema* VelaDatabase::Schema()
@@ -121,27 +114,62 @@ bool VelaDatabase::TransactionInProgress()
 void VelaDatabase::Commit()
 {
     mCommitError = string();
-    if (!CommitTables() && mCommitError.empty())
+    bool committed = false;
+    try {
+        committed = CommitTables();
+    } catch (const std::bad_alloc&) {
+        mCommitError = "There is not enough memory.";
+    }
+    if (!committed && mFiles->IsCommitting())
+        mFiles->CancelCommit();
+    if (!committed && mCommitError.empty())
         mCommitError = "unknown error";
-}
-
-// The schema goes last: until then a table that is new in it is not there, and what is dropped still is.
-bool VelaDatabase::CommitTables()
-{
-    for (size_t i = mOpenTables.size(); i > 0; i--)
-        if (!mOpenTables[i - 1]->AsStoredTable()->Commit(&mCommitError))
-            return false;
-    while (!mDroppedTables.empty()) {
-        VelaTrans* dropped = mDroppedTables.back()->AsStoredTable();
-        // A table that was made again under the name has replaced the files already.
-        if (FindOpenTable(dropped->TableName()) < 0 && !dropped->DeleteStorage()) {
-            mCommitError = "The files of the dropped table " + dropped->TableName() +
-                           " could not be deleted: " + mFiles->ErrorText();
-            return false;
-        }
-        delete dropped;
+    for (VelaTable* table : mOpenTables)
+        committed ? table->AsStoredTable()->FinishCommit() : table->AsStoredTable()->CancelCommit();
+    while (committed && !mDroppedTables.empty()) {
+        delete mDroppedTables.back();
         mDroppedTables.pop_back();
     }
+}
+
+// True: the commit is on the device.
+bool VelaDatabase::CommitTables()
+{
+    const auto isTouched = [](VelaTable* table) { return table->AsStoredTable()->IsTouched(); };
+    if (mFiles->IsReadOnly() &&
+        (!mDroppedTables.empty() || std::any_of(mOpenTables.begin(), mOpenTables.end(), isTouched)))
+        mCommitError = "The database is open for reading only";
+    else if (!BeginCommit())
+        mCommitError = mFiles->ErrorText();
+    else if (WriteTables()) {
+        if (mFiles->EndCommit())
+            return true;
+        mCommitError = mFiles->ErrorText();
+    }
+    return false;
+}
+
+bool VelaDatabase::BeginCommit()
+{
+    for (VelaTable* table : mOpenTables)
+        table->AsStoredTable()->PrepareCommit();
+    return mFiles->BeginCommit();
+}
+
+bool VelaDatabase::WriteTables()
+{
+    for (VelaTable* dropped : mDroppedTables) {
+        VelaTrans* table = dropped->AsStoredTable();
+        // A table that was made again under the name replaces the files.
+        if (FindOpenTable(table->TableName()) >= 0 || table->DeleteStorage())
+            continue;
+        mCommitError = "The files of the dropped table " + table->TableName() +
+                       " could not be deleted: " + mFiles->ErrorText();
+        return false;
+    }
+    for (VelaTable* table : mOpenTables)
+        if (!table->AsStoredTable()->WriteCommit(&mCommitError))
+            return false;
     return true;
 }
 
@@ -162,17 +190,9 @@ void VelaDatabase::ReloadAllTables()
 {
     VelaTable* schema = mOpenTables[0];
     mOpenTables.erase(0);
-    SimpleVector<string> haveFiles;
-    for (VelaTable* table : mOpenTables)
-        if (!table->AsStoredTable()->HasNewFiles())
-            haveFiles.push_back(table->TableName());
     CloseTables();
     mOpenTables.push_back(schema);
     Schema()->LoadAllTables(&mOpenTables);
-    // What a commit made that then failed goes again.
-    for (const string& name : haveFiles)
-        if (FindOpenTable(name) < 0)
-            VelaTrans(mFiles.get(), name, VelaTrans::Files::kNew).DeleteStorage();
 }
 
 void VelaDatabase::ReloadTouchedTables()
@@ -220,7 +240,10 @@ string VelaDatabase::GetSchemaData(VelaStatus* status)
         Fail(status, kVETableNotFound, "Data files not available.");
         return {};
     }
-    const auto stream = mFiles->OpenFile(kSchemaRecordFile, false);
+    // The open schema would go on reading a file that somebody has deleted.
+    std::unique_ptr<RandomAccessMechanism> stream;
+    if (mFiles->ContainsFile(kSchemaRecordFile))
+        stream = mFiles->OpenFile(kSchemaRecordFile, false);
     string bytes;
     if (!stream || !ReadWholeFile(stream.get(), &bytes)) {
         Fail(status, kVETableNotFound, "Schema file not found.");
@@ -245,23 +268,30 @@ void VelaDatabase::ReplaceSchemaData(const string& data, VelaStatus* status)
         Fail(status, kVEInvalidParameter, "Invalid schema data.");
         return;
     }
-    // The new file is complete before the old one and what depends on it are touched.
-    if (!WriteWholeFile(mFiles.get(), kNewSchemaFile, bytes.substr(kSchemaDataMark.size()))) {
+    if (!ReplaceSchemaFile(bytes.substr(kSchemaDataMark.size()))) {
         Fail(status, kVETableNotFound, "Unable to write schema file.");
         return;
     }
     CloseTables();
-    const bool replaced = mFiles->RenameFile(kNewSchemaFile, kSchemaRecordFile);
-    const char* leftOver = replaced ? kSchemaMapFile : kNewSchemaFile;
-    if (mFiles->ContainsFile(leftOver))
-        mFiles->DeleteFile(leftOver);
     OpenSchemaAndTables();
-    if (replaced) {
-        if (status != nullptr)
-            *status = VelaStatus();
-    } else {
-        Fail(status, kVETableNotFound, "Unable to write schema file.");
+    if (status != nullptr)
+        *status = VelaStatus();
+}
+
+// The old file stays what the open tables read until they are closed.
+bool VelaDatabase::ReplaceSchemaFile(std::string_view bytes)
+{
+    if (mFiles->IsReadOnly() || !mFiles->BeginCommit())
+        return false;
+    bool written = mFiles->CreateFile(kSchemaRecordFile) && mFiles->DeleteFile(kSchemaMapFile);
+    if (written) {
+        const auto stream = mFiles->OpenFile(kSchemaRecordFile, false);
+        written = stream && stream->WriteData(bytes.data(), static_cast<int>(bytes.size()));
     }
+    if (written && mFiles->EndCommit())
+        return true;
+    mFiles->CancelCommit();
+    return false;
 }
 
 // ---- the clock

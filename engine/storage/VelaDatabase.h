@@ -10,6 +10,8 @@
 
 namespace vela {
 
+class CommitFileAccess;
+
 // VelaDatabase is one open database: its schema, its open tables, the tables dropped in the open transaction, the clock
 // texts and the file access, all of which it owns.
 //
@@ -24,11 +26,14 @@ public:
     VelaDatabase(const VelaDatabase&) = delete;
     VelaDatabase& operator=(const VelaDatabase&) = delete;
 
+    // Why the files can't be used at all, for people; empty when they can.
+    [[nodiscard]] string OpenErrorText() const;
     // True when the schema could be opened and has at least one column and one row.
     [[nodiscard]] bool IsValid();
 
-    // Writes every pending change of every table. Returns nothing; when it failed (disk full, I/O error),
-    // LastCommitFailed() says so, the changes stay pending, and Commit can be called again or Rollback.
+    // Writes every pending change of every table, all or nothing (docs/durability.md). Returns nothing; when it failed
+    // (disk full, I/O error), LastCommitFailed() says so, nothing is written, the changes stay pending, and Commit can be
+    // called again or Rollback.
     void Commit();
     // Drops every pending change: rows, schema, indexes and dropped tables are as after the last commit. Table objects may be
     // replaced: pointers into OpenTables() are void afterwards.
@@ -36,7 +41,7 @@ public:
     // Whether a table was dropped or has pending rows. Created and dropped indexes alone don't count.
     [[nodiscard]] bool TransactionInProgress();
 
-    // Whether the last Commit could not write everything, and why, for people. False before the first Commit.
+    // Whether the last Commit has failed, and why, for people. False before the first Commit.
     [[nodiscard]] bool LastCommitFailed() const { return !mCommitError.empty(); }
     [[nodiscard]] const string& CommitErrorText() const { return mCommitError; }
 
@@ -79,7 +84,7 @@ public:
     [[nodiscard]] const string& EscapeOption() const { return mEscapeOption; }
     void SetEscapeOption(const string& value) { mEscapeOption = value; }
 
-    [[nodiscard]] VelaFileAccess* Files() { return mFiles.get(); }
+    [[nodiscard]] CommitFileAccess* Files() { return mFiles.get(); }
 
 private:
     void CloseTables();
@@ -88,6 +93,9 @@ private:
     void ReloadAllTables();
     void ReloadTouchedTables();
     bool CommitTables();
+    bool BeginCommit();
+    bool WriteTables();
+    bool ReplaceSchemaFile(std::string_view bytes);
 
     ColumnMemory mColumnMemory;
     SimpleVector<VelaTable*> mOpenTables;
@@ -97,7 +105,7 @@ private:
     string mCurrentTimestamp;
     string mEscapeOption;
     string mCommitError;
-    std::unique_ptr<VelaFileAccess> mFiles;
+    std::unique_ptr<CommitFileAccess> mFiles;
 };
 
 }   // namespace vela

@@ -259,6 +259,7 @@ bool VelaIndex::ReadEntry(std::string_view body, uint32_t slot, bool* exact)
 
 bool VelaIndex::SaveToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults)
 {
+    mEntriesBefore = mEntriesInFile;
     if (!stream->SetLength(kMetadataSize) || !stream->SeekFromStart(kMetadataSize))
         return false;
     const bool written =
@@ -274,6 +275,7 @@ bool VelaIndex::AppendToFile(RandomAccessMechanism* stream, const SimpleVector<V
 {
     const int64_t length = stream->GetLength();
     const size_t first = mEntriesInFile;
+    mEntriesBefore = first;
     mEntriesInFile = 0;
     if (!stream->SeekFromStart(length) || !WriteEntries(stream, first, defaults) ||
         !stream->FlushToDisk()) {
@@ -285,9 +287,9 @@ bool VelaIndex::AppendToFile(RandomAccessMechanism* stream, const SimpleVector<V
     return true;
 }
 
-void VelaIndex::MarkChanged()
+void VelaIndex::MarkUnsaved()
 {
-    mEntriesInFile = 0;
+    mEntriesInFile = mEntriesBefore;
     mChanged = true;
 }
 

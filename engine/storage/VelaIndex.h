@@ -72,8 +72,8 @@ public:
     [[nodiscard]] bool CanAppendToFile() const { return mEntriesInFile > 0; }
     // False when writing failed: the file is as it was, if it could be cut again, and must be saved whole next time.
     bool AppendToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults = {});
-    // What was saved last has not come to stay.
-    void MarkChanged();
+    // What was saved or appended last has not come to stay: the file is again as it was before.
+    void MarkUnsaved();
 
 private:
     void AddEntry(uint32_t rowID, uint32_t slot);
@@ -108,6 +108,7 @@ private:
     bool mChanged = false;
     bool mHasNulls = false;
     size_t mEntriesInFile = 0;   // the file holds exactly the first that many entries; 0: not known
+    size_t mEntriesBefore = 0;   // the same before it was last saved or appended to
 
     bool mHashed = false;
     bool mMixedTypes = false;            // first key values have several types

@@ -18,7 +18,8 @@ constexpr size_t kMapPairSize = 8;
 constexpr uint32_t kMaxFileLookups = 32;
 constexpr uint32_t kRowsPerLookup = 128;
 constexpr size_t kPairsPerBlock = 8192;
-constexpr size_t kTailSize = size_t{1} << 20;
+// Rows that have moved, as a part of all, up to which their pairs are written one by one.
+constexpr size_t kFewMoved = 64;
 
 std::vector<char> EncodedRow(const VelaRow& values)
 {
@@ -88,12 +89,6 @@ VelaStorage::VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechan
         mFile->SetLength(kMetadataSize);
 }
 
-VelaStorage::~VelaStorage()
-{
-    if (mUndoFailed)
-        UndoChanges();
-}
-
 bool VelaStorage::GoToFirstRecord()
 {
     return GoToPosition(kMetadataSize, true);
@@ -152,7 +147,6 @@ bool VelaStorage::MapAgreesWithFile()
 {
     if (mMapIsComplete)
         return true;
-    WriteTail();   // when that fails, so does the commit that is under way
     RecordScanner scanner(mFile);
     while (scanner.Next()) {
         if (!scanner.Header().live)
@@ -174,8 +168,6 @@ bool VelaStorage::StandNowhere()
 bool VelaStorage::GoToPosition(int64_t position, bool skipDeleted)
 {
     mCurrent = false;
-    if (position >= mFile->GetLength() && !WriteTail())
-        return false;
     if (!mFile->SeekFromStart(position) || mFile->IsEOF())
         return false;
     return ReadRecHeader(skipDeleted);
@@ -219,8 +211,6 @@ bool VelaStorage::ReadBody(std::string_view* body)
         return false;
     const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
     const size_t size = static_cast<size_t>(mNextPosition - bodyPosition);
-    if (mNextPosition > mFile->GetLength() && !WriteTail())
-        return false;
     if (mBody.size() < size)
         mBody.resize(size);
     if (mFile->GetPosition() != bodyPosition && !mFile->SeekFromStart(bodyPosition))
@@ -248,9 +238,10 @@ bool VelaStorage::AddNewRecord(uint32_t rowID, const VelaRow& values)
 bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
 {
     // It is shorter when it could not be lengthened on opening.
-    if (Length() < static_cast<int64_t>(kMetadataSize) && !mFile->SetLength(kMetadataSize))
+    if (mFile->GetLength() < static_cast<int64_t>(kMetadataSize) &&
+        !mFile->SetLength(kMetadataSize))
         return false;
-    const int64_t position = Length();
+    const int64_t position = mFile->GetLength();
     const int64_t endPosition = position + static_cast<int64_t>(kRecordHeaderSize + body.size());
     NeedMap();
     mFull = endPosition > kMaxRecordFileSize;
@@ -259,7 +250,7 @@ bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
     if (!WriteBodyAt(position, rowID, body, endPosition))
         return false;
     if (mRowPositions.Contains(rowID))
-        mPairsInFile = 0;   // its earlier pair changes too
+        mMovedRows.push_back(rowID);   // its earlier pair changes too
     mRowPositions.Append(rowID, static_cast<uint32_t>(position));
     return true;
 }
@@ -350,87 +341,21 @@ bool VelaStorage::DeleteRecord()
     return true;
 }
 
-// Writes into the record file; what lay there before the changes began is remembered first. During changes appended
-// records collect, so that moving records from all over the file to its end goes in large pieces.
 bool VelaStorage::Overwrite(int64_t position, const char* bytes, size_t count)
 {
-    if (mRemember && position == Length()) {
-        mTail.insert(mTail.end(), bytes, bytes + count);
-        return mTail.size() < kTailSize || WriteTail();
-    }
-    if (position + static_cast<int64_t>(count) > mFile->GetLength() && !WriteTail())
-        return false;
-    if (mRemember && position < mOldLength) {
-        const size_t offset = mOldBytes.size();
-        mOldBytes.resize(offset + count);
-        if (!ReadBytesAt(mFile, position, mOldBytes.data() + offset, count))
-            return false;
-        mOverwritten.push_back({position, offset, count});
-    }
     return mFile->SeekFromStart(position) && mFile->WriteData(bytes, static_cast<int>(count));
 }
 
-bool VelaStorage::WriteTail()
+void VelaStorage::StreamsWentBack()
 {
-    if (mTail.empty())
-        return true;
-    const int64_t end = mFile->GetLength();
-    const bool written =
-        mFile->SeekFromStart(end) && mFile->WriteData(mTail.data(), static_cast<int>(mTail.size()));
-    if (written)
-        mTail.clear();
-    return written;
-}
-
-bool VelaStorage::BeginChanges()
-{
-    if (mUndoFailed && !UndoChanges())
-        return false;
-    mRemember = true;
-    mOldLength = mFile->GetLength();
-    mFull = false;
-    mMapSaved = false;
-    return true;
-}
-
-void VelaStorage::EndChanges()
-{
-    mRemember = false;
-    mTail = {};
-    mOverwritten = {};
-    mOldBytes = {};
-}
-
-bool VelaStorage::UndoChanges()
-{
-    bool undone = mFile->SetLength(mOldLength);
-    for (size_t i = mOverwritten.size(); i > 0; i--) {
-        const OldBytes& old = mOverwritten[i - 1];
-        undone = mFile->SeekFromStart(old.position) &&
-                 mFile->WriteData(mOldBytes.data() + old.offset, static_cast<int>(old.count)) &&
-                 undone;
-    }
-    mRemember = false;
-    mTail = {};
     mCurrent = false;
-    undone = ForgetMap() && undone;
-    mUndoFailed = !undone;
-    if (undone)
-        EndChanges();
-    return undone;
-}
-
-// The map has positions that are gone, in memory and perhaps in its file: it is built anew when it is next needed.
-bool VelaStorage::ForgetMap()
-{
-    if (!mMapDirty && !mMapSaved)
-        return true;   // nothing was appended
+    mFull = false;
     mMapState = MapState::kUnloaded;
-    mMapIsComplete = false;
     mMapDirty = false;
-    const bool marked = MarkRowPosMapDirty();
-    mMapDirty = true;
-    return marked;
+    mMapIsComplete = false;
+    mFileLookups = 0;
+    mPairsInFile = 0;
+    mMovedRows.clear();
 }
 
 bool VelaStorage::ReadMetadata(string* text)
@@ -464,7 +389,7 @@ string VelaStorage::ErrorText() const
 
 bool VelaStorage::FlushToDisk()
 {
-    if (!WriteTail() || !mFile->FlushToDisk())
+    if (!mFile->FlushToDisk())
         return false;
     if (mMapFile == nullptr)
         return true;
@@ -531,12 +456,13 @@ bool VelaStorage::LoadRowPosMap()
     }
     mMapDirty = false;
     mPairsInFile = count;
+    mMovedRows.clear();
     return true;
 }
 
 void VelaStorage::BuildRowPosMap()
 {
-    WriteTail();   // when that fails, so does the commit that is under way
+    mMovedRows.clear();
     mRowPositions.Presize(1000);
     mPairsInFile = 0;
     RecordScanner scanner(mFile);
@@ -590,39 +516,59 @@ bool VelaStorage::MarkRowPosMapDirty()
     return true;
 }
 
-// Only the pairs that the file doesn't have yet are written; the file is then as if it had been written whole.
+// Only the pairs that the file doesn't have yet, or not as they are now, are written; the file is then as if it had been
+// written whole.
 bool VelaStorage::SaveRowPosMap()
 {
     const size_t count = mRowPositions.Count();
-    mMapSaved = true;
-    if (mPairsInFile > count)
+    if (mPairsInFile > count || mMovedRows.size() > count / kFewMoved)
         mPairsInFile = 0;
+    char end[4];
+    StoreBigEndian32(end, kMapEnd);
     if (!WriteNumberAt(mMapFile, 0, kMapStale) ||
-        !WriteNumberAt(mMapFile, 4, static_cast<uint32_t>(count)))
+        !WriteNumberAt(mMapFile, 4, static_cast<uint32_t>(count)) || !SaveMovedPairs() ||
+        !SavePairs(mPairsInFile, count) || !mMapFile->WriteData(end, sizeof end) ||
+        !WriteNumberAt(mMapFile, 0, kMapValid))
         return false;
-    if (!mMapFile->SeekFromStart(
-            static_cast<int64_t>(kMapHeaderSize + kMapPairSize * mPairsInFile)))
+    mMapDirty = false;
+    mPairsInFile = count;
+    mMovedRows.clear();
+    return true;
+}
+
+// A row that has moved more than once is listed as often.
+bool VelaStorage::SaveMovedPairs()
+{
+    if (mMovedRows.empty())
+        return true;
+    std::sort(mMovedRows.begin(), mMovedRows.end());
+    for (size_t i = 0; i < mPairsInFile; i++)
+        if (std::binary_search(mMovedRows.begin(), mMovedRows.end(),
+                               mRowPositions.GetRowIDByIndex(i)) &&
+            !SavePairs(i, i + 1))
+            return false;
+    return true;
+}
+
+// Leaves the stream behind them.
+bool VelaStorage::SavePairs(size_t first, size_t end)
+{
+    if (!mMapFile->SeekFromStart(static_cast<int64_t>(kMapHeaderSize + kMapPairSize * first)))
         return false;
     std::vector<char> block;
-    block.reserve(kPairsPerBlock * kMapPairSize);
-    for (size_t i = mPairsInFile; i < count; i++) {
+    block.reserve(std::min(end - first, kPairsPerBlock) * kMapPairSize);
+    for (size_t i = first; i < end; i++) {
         char pair[kMapPairSize];
         const uint32_t rowID = mRowPositions.GetRowIDByIndex(i);
         StoreBigEndian32(pair, rowID);
         StoreBigEndian32(pair + 4, mRowPositions.GetItem(rowID));
         block.insert(block.end(), pair, pair + kMapPairSize);
-        if (block.size() < kPairsPerBlock * kMapPairSize && i + 1 < count)
+        if (block.size() < kPairsPerBlock * kMapPairSize && i + 1 < end)
             continue;
         if (!mMapFile->WriteData(block.data(), static_cast<int>(block.size())))
             return false;
         block.clear();
     }
-    char end[4];
-    StoreBigEndian32(end, kMapEnd);
-    if (!mMapFile->WriteData(end, sizeof end) || !WriteNumberAt(mMapFile, 0, kMapValid))
-        return false;
-    mMapDirty = false;
-    mPairsInFile = count;
     return true;
 }
 

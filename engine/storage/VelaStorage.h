@@ -20,7 +20,6 @@ public:
     // Lengthens a record file of less than 256 bytes to that. The row-position map is loaded, or built by a scan when the
     // map stream has no valid one, as soon as it is needed.
     VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechanism* mapStream);
-    ~VelaStorage();
     VelaStorage(const VelaStorage&) = delete;
     VelaStorage& operator=(const VelaStorage&) = delete;
 
@@ -70,13 +69,8 @@ public:
     bool ReadMetadata(string* text);
     bool WriteMetadata(const string& text);
 
-    // From BeginChanges on, what writing destroys is remembered, until EndChanges; UndoChanges puts
-    // it back and the record file to its old length. False: that failed, and the file is a mixture
-    // until the next BeginChanges or the end of this object, which try again. BeginChanges is false
-    // when they fail too; nothing may be written then.
-    [[nodiscard]] bool BeginChanges();
-    void EndChanges();
-    bool UndoChanges();
+    // The streams have gone back to an earlier state, that of the last commit: forgets what was learnt of them since.
+    void StreamsWentBack();
 
     // Whether a write was refused because the file would have passed 4 GiB.
     [[nodiscard]] bool IsFull() const { return mFull; }
@@ -104,19 +98,13 @@ private:
     bool WriteDifference(std::string_view old, std::string_view body);
     bool HandleError(RecordError error);
     bool Overwrite(int64_t position, const char* bytes, size_t count);
-    // The record file's length with what waits in mTail.
-    [[nodiscard]] int64_t Length() const
-    {
-        return mFile->GetLength() + static_cast<int64_t>(mTail.size());
-    }
-    bool WriteTail();
-
     void NeedMap();
     bool LoadRowPosMap();
     void BuildRowPosMap();
     bool SaveRowPosMap();
+    bool SaveMovedPairs();
+    bool SavePairs(size_t first, size_t end);
     bool MarkRowPosMapDirty();
-    bool ForgetMap();
     bool ReadMapHeader(uint32_t* count);
     bool FindInMapFile(uint32_t rowID, int64_t* position);
 
@@ -127,30 +115,19 @@ private:
     RandomAccessMechanism* mMapFile;
     RowMap<uint32_t> mRowPositions;
     bool mMapDirty = false;
-    bool mMapSaved = false;   // since BeginChanges
 
     bool mCurrent = false;
     bool mLive = false;
     MapState mMapState = MapState::kUnloaded;
     uint32_t mFileLookups = 0;   // rows found in the map file without loading it
     size_t mPairsInFile = 0;   // how many pairs at the start of the map file are as they should be
+    std::vector<uint32_t> mMovedRows;   // rows whose pairs among these have changed since
     bool mMapIsComplete =
         false;   // every live record is in the map: a row that it doesn't know is not there
     std::vector<char> mBody;
     std::vector<char> mRecord;
 
-    struct OldBytes {
-        int64_t position;
-        size_t offset;   // in mOldBytes
-        size_t count;
-    };
     bool mFull = false;
-    std::vector<char> mTail;   // appended between BeginChanges and EndChanges, not yet in the file
-    bool mRemember = false;
-    bool mUndoFailed = false;
-    int64_t mOldLength = 0;
-    std::vector<OldBytes> mOverwritten;
-    std::vector<char> mOldBytes;
 };
 
 }   // namespace vela

@@ -400,53 +400,59 @@ bool VelaTrans::IsTouched() const
            });
 }
 
-bool VelaTrans::Commit(string* error)
+void VelaTrans::PrepareCommit()
+{
+    if (IsTouched())
+        NeedFiles();
+}
+
+bool VelaTrans::WriteCommit(string* error)
 {
     if (!IsTouched()) {
         if (mStorage && !mFiles->IsReadOnly())
             mStorage->RenewMap();
         return true;
     }
-    const bool isNew = mNewFiles;
-    if (isNew && !MakeNewFiles(error))
+    mWritten = true;
+    mMoved = false;
+    if (mNewFiles && !MakeNewFiles(error))
         return false;
     if (!Storage()) {
         *error = "The record file " + mName + ".dat is missing or can't be opened.";
         return false;
     }
-    bool moved = false;
-    if (!mStorage->BeginChanges())
+    if (!WriteRecords())
         return FailCommit(error);
-    if (!WriteRecords(&moved, error) || !WriteIndexFiles(error) || !PutIndexFilesInPlace(error)) {
-        UndoCommit(isNew, error);
-        return false;
-    }
-    mStorage->EndChanges();
+    return WriteIndexFiles(error) && DeleteDroppedIndexFiles(error);
+}
+
+bool VelaTrans::WriteRecords()
+{
+    return ReserveRoom() && WriteChanges() && SaveMetadata() && mStorage->FlushToDisk();
+}
+
+void VelaTrans::FinishCommit()
+{
+    if (!mWritten)
+        return;
+    mWritten = false;
+    mNewFiles = false;
     ForgetChanges();
-    if (moved)
+    if (mMoved)
         mRows->Drop();
     else
         mRows->ChangesCommitted();
-    IndexFilesCommitted();
-    return true;
+    FinishIndexes();
 }
 
-bool VelaTrans::WriteRecords(bool* moved, string* error)
+void VelaTrans::CancelCommit()
 {
-    return (ReserveRoom() && WriteChanges(moved) && SaveMetadata() && mStorage->FlushToDisk()) ||
-           FailCommit(error);
-}
-
-// Puts the files back as they were; all changes are pending still.
-void VelaTrans::UndoCommit(bool isNew, string* error)
-{
-    UndoIndexFiles();
-    if (!mStorage->UndoChanges())
-        *error = *error + " The record file could not be put back as it was.";
-    if (!isNew)
-        return;
-    DeleteStorage();
-    mNewFiles = true;
+    mWritten = false;
+    if (mNewFiles)
+        CloseFiles();
+    if (mStorage)
+        mStorage->StreamsWentBack();
+    CancelIndexes();
 }
 
 bool VelaTrans::FailCommit(string* error)
@@ -462,13 +468,9 @@ bool VelaTrans::FailCommit(string* error)
 // Files of an earlier table of this name, or left behind by something else, have no part in this one.
 bool VelaTrans::MakeNewFiles(string* error)
 {
-    mNewFiles = !DeleteStorage() || !mFiles->CreateFile(mName + ".dat") ||
-                !mFiles->CreateFile(mName + ".map") || !OpenFiles();
-    if (!mNewFiles)
-        return true;
-    FailCommit(error);
-    DeleteStorage();
-    return false;
+    return (DeleteStorage() && mFiles->CreateFile(mName + ".dat") &&
+            mFiles->CreateFile(mName + ".map") && OpenFiles()) ||
+           FailCommit(error);
 }
 
 // Asks for the room that the inserted rows take before anything is changed: the usual way for a disk to be full.
@@ -490,10 +492,10 @@ bool VelaTrans::ReserveRoom()
     return !mMapStream || mMapStream->Reserve(mStorage->MapFileSize(rows));
 }
 
-bool VelaTrans::WriteChanges(bool* moved)
+bool VelaTrans::WriteChanges()
 {
     for (size_t i = 0; i < mChangedRows.Count(); i++)
-        if (!WriteChange(*mChangedRows.GetItemByIndex(i), moved))
+        if (!WriteChange(*mChangedRows.GetItemByIndex(i)))
             return false;
     for (size_t i = 0; i < mDeletedRows.Count(); i++) {
         if (!mStorage->GoToRowID(mDeletedRows.GetRowIDByIndex(i), false))
@@ -504,21 +506,21 @@ bool VelaTrans::WriteChanges(bool* moved)
     return true;
 }
 
-bool VelaTrans::WriteChange(const VTChangedRow& change, bool* moved)
+bool VelaTrans::WriteChange(const VTChangedRow& change)
 {
     if (change.HasNulls())
-        *moved = true;   // what read as null reads as the default from now on
+        mMoved = true;   // what read as null reads as the default from now on
     if (change.IsInsert())
         return WriteInsert(change);
     if (!mStorage->GoToRowID(change.RowID(), false))
         return true;
     if (!mStorage->IsLive())
-        *moved = true;   // an update brings the row back
+        mMoved = true;   // an update brings the row back
     const uint32_t position = mStorage->Position();
     if (!mStorage->UpdateBody(change.Body()))
         return false;
     if (mStorage->Position() != position)
-        *moved = true;
+        mMoved = true;
     return true;
 }
 
@@ -563,11 +565,16 @@ void VelaTrans::Rollback()
     LoadMetadata();
 }
 
-bool VelaTrans::DeleteStorage()
+void VelaTrans::CloseFiles()
 {
     mStorage.reset();
     mRecordStream.reset();
     mMapStream.reset();
+}
+
+bool VelaTrans::DeleteStorage()
+{
+    CloseFiles();
     SimpleVector<string> names;
     names.push_back(mName + ".dat");
     names.push_back(mName + ".map");

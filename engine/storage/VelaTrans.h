@@ -14,7 +14,7 @@
 namespace vela {
 
 // VelaTrans is an open stored table with its open transaction: inserts, updates and deletes stay in memory, visible to
-// readers of this object, until Commit writes them to the record file or Rollback drops them.
+// readers of this object, until a commit writes them to the record file or Rollback drops them.
 //
 // Files of a table T: T.dat (records), T.map (row positions), T.<index>.idx for each index. The first 8 bytes of the record
 // file's metadata are the last used row id and the last used column id, two unsigned 32-bit numbers in the machine's own byte
@@ -66,8 +66,15 @@ public:
     // Drops every index that has this column.
     void DropIndexesOf(uint32_t columnID);
 
-    // Writes all pending changes. False: something could not be written, *error says what, and the changes stay pending.
-    bool Commit(string* error);
+    // Opens what a commit of the pending changes will need; before the files' commit begins.
+    void PrepareCommit();
+    // A commit has two phases, over all tables of a database, inside a commit of the files. First each table writes its
+    // pending changes, which stay pending. False: something could not be written; *error says what.
+    [[nodiscard]] bool WriteCommit(string* error);
+    // Then, when the files' commit has succeeded: they are pending no more.
+    void FinishCommit();
+    // Or when it has failed, here or elsewhere, and the files have gone back.
+    void CancelCommit();
     // Drops all pending changes.
     void Rollback();
     [[nodiscard]] bool HasChangesToCommit() const;
@@ -96,10 +103,7 @@ protected:
         std::unique_ptr<VelaIndex> index;
         bool created = false;   // in this transaction: it has no file
         bool loaded = true;     // else its entries are still in its file, unread
-        // By the commit that is under way.
-        enum class Written { kNot, kAppended, kBeside, kInPlace };
-        Written written = Written::kNot;
-        int64_t oldLength = 0;   // kAppended: of the file before
+        bool written = false;   // by the commit that is under way
     };
 
     void LoadMetadata();
@@ -125,6 +129,7 @@ protected:
     }
     void OpenTable();
     bool OpenFiles();
+    void CloseFiles();
     bool MakeNewFiles(string* error);
     [[nodiscard]] SimpleVector<string> FindIndexFiles() const;
     void OpenIndexes();
@@ -144,22 +149,18 @@ protected:
     void FillIndex(OpenIndex& open);
     [[nodiscard]] VelaDataType NullTypeOf(long number) const;
     [[nodiscard]] SimpleVector<VelaValue> DefaultsOf(const VelaIndex& index) const;
-    [[nodiscard]] string NewIndexFileName(const string& indexName) const;
     bool WriteIndexFiles(string* error);
-    bool AppendIndexFile(OpenIndex& open);
-    bool WriteNewIndexFile(OpenIndex& open, string* reason);
-    bool PutIndexFilesInPlace(string* error);
-    void UndoIndexFiles();
-    void IndexFilesCommitted();
-
-    bool WriteRecords(bool* moved, string* error);
-    void UndoCommit(bool isNew, string* error);
+    bool WriteIndexFile(OpenIndex& open, string* reason);
+    bool DeleteDroppedIndexFiles(string* error);
+    void FinishIndexes();
+    void CancelIndexes();
 
     [[nodiscard]] uint32_t FreeRowID();
     bool ReadStoredRow(uint32_t rowID);
     bool GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value);
-    bool WriteChanges(bool* moved);
-    bool WriteChange(const VTChangedRow& change, bool* moved);
+    bool WriteRecords();
+    bool WriteChanges();
+    bool WriteChange(const VTChangedRow& change);
     bool WriteInsert(const VTChangedRow& change);
     bool ReserveRoom();
     bool FailCommit(string* error);
@@ -179,6 +180,9 @@ protected:
     bool mNewFiles;
     bool mFilesOpened;     // or there are none
     bool mIndexesOpened;   // their heads
+    // Of the commit that is under way: something was written; records have moved, or read otherwise than before.
+    bool mWritten = false;
+    bool mMoved = false;
 
     RowMap<VTChangedRow*>
         mChangedRows;   // owned; the list keeps the order in which rows were first changed

@@ -19,11 +19,6 @@ string VelaTrans::IndexFileName(const string& indexName) const
     return mName + "." + indexName + kIndexSuffix;
 }
 
-string VelaTrans::NewIndexFileName(const string& indexName) const
-{
-    return IndexFileName(indexName) + ".new";
-}
-
 // The indexes that have files. Other tables' files may match the pattern too: of tables whose names have a "." in them, or
 // when this one's has a "*".
 SimpleVector<string> VelaTrans::FindIndexFiles() const
@@ -179,15 +174,15 @@ void VelaTrans::RemoveRowFromIndex(uint32_t rowID, size_t indexNumber)
 
 // ---- files
 
-// Writes the files of the changed indexes. New contents lie beside the old file, which they replace when everything else has
-// been written; where only entries were added, they are appended.
+// Where only entries were added, they are appended; else the whole file is written anew.
 bool VelaTrans::WriteIndexFiles(string* error)
 {
     for (OpenIndex& open : mIndexes) {
         if (!open.created && !open.index->IsChanged())
             continue;
         string reason;
-        if (AppendIndexFile(open) || WriteNewIndexFile(open, &reason))
+        open.written = true;
+        if (WriteIndexFile(open, &reason))
             continue;
         *error = "Index " + open.index->Name() + " of table " + mName +
                  " could not be written: " + reason;
@@ -196,28 +191,17 @@ bool VelaTrans::WriteIndexFiles(string* error)
     return true;
 }
 
-bool VelaTrans::AppendIndexFile(OpenIndex& open)
+bool VelaTrans::WriteIndexFile(OpenIndex& open, string* reason)
 {
-    if (open.created || !open.index->CanAppendToFile())
-        return false;
-    const auto stream = mFiles->OpenFile(IndexFileName(open.index->Name()), false);
-    const int64_t length = stream ? stream->GetLength() : 0;
-    if (!stream || !open.index->AppendToFile(stream.get(), DefaultsOf(*open.index)))
-        return false;
-    open.written = OpenIndex::Written::kAppended;
-    open.oldLength = length;
-    return true;
-}
-
-bool VelaTrans::WriteNewIndexFile(OpenIndex& open, string* reason)
-{
-    const string newName = NewIndexFileName(open.index->Name());
-    open.written = OpenIndex::Written::kBeside;
+    const string fileName = IndexFileName(open.index->Name());
+    const bool append =
+        !open.created && open.index->CanAppendToFile() && mFiles->ContainsFile(fileName);
     std::unique_ptr<RandomAccessMechanism> stream;
-    if (mFiles->CreateFile(newName))
-        stream = mFiles->OpenFile(newName, false);
-    if (stream && open.index->SaveToFile(stream.get(), DefaultsOf(*open.index)) &&
-        stream->FlushToDisk())
+    if (append || mFiles->CreateFile(fileName))
+        stream = mFiles->OpenFile(fileName, false);
+    const SimpleVector<VelaValue> defaults = DefaultsOf(*open.index);
+    if (stream && (append ? open.index->AppendToFile(stream.get(), defaults)
+                          : open.index->SaveToFile(stream.get(), defaults)))
         return true;
     *reason = stream && stream->ErrorNumber() != 0 ? string(std::strerror(stream->ErrorNumber()))
                                                    : mFiles->ErrorText();
@@ -235,55 +219,38 @@ SimpleVector<VelaValue> VelaTrans::DefaultsOf(const VelaIndex& index) const
     return defaults;
 }
 
-// Files of dropped indexes go first: an index that is lost is made again, one that doesn't fit its rows would mislead.
-bool VelaTrans::PutIndexFilesInPlace(string* error)
+bool VelaTrans::DeleteDroppedIndexFiles(string* error)
 {
     for (const OpenIndex& dropped : mDroppedIndexes) {
+        // An index that was made again under the name has replaced the file already.
+        const OpenIndex* again = FindIndex(dropped.index->Name());
         const string fileName = IndexFileName(dropped.index->Name());
-        if (!mFiles->ContainsFile(fileName) || mFiles->DeleteFile(fileName))
+        if (again != nullptr || mFiles->DeleteFile(fileName))
             continue;
         *error = "Index file " + fileName + " could not be deleted: " + mFiles->ErrorText();
         return false;
     }
-    for (OpenIndex& open : mIndexes) {
-        const string& name = open.index->Name();
-        if (open.written != OpenIndex::Written::kBeside)
-            continue;
-        if (!mFiles->RenameFile(NewIndexFileName(name), IndexFileName(name))) {
-            *error = "Index " + name + " of table " + mName +
-                     " could not be written: " + mFiles->ErrorText();
-            return false;
-        }
-        open.written = OpenIndex::Written::kInPlace;
-    }
     return true;
 }
 
-void VelaTrans::UndoIndexFiles()
-{
-    for (OpenIndex& open : mIndexes) {
-        const string newName = NewIndexFileName(open.index->Name());
-        if (open.written == OpenIndex::Written::kNot)
-            continue;
-        if (open.written == OpenIndex::Written::kBeside && mFiles->ContainsFile(newName))
-            mFiles->DeleteFile(newName);
-        if (open.written == OpenIndex::Written::kAppended)
-            if (const auto stream = mFiles->OpenFile(IndexFileName(open.index->Name()), false))
-                stream->SetLength(open.oldLength);
-        open.index->MarkChanged();
-        open.written = OpenIndex::Written::kNot;
-    }
-}
-
-void VelaTrans::IndexFilesCommitted()
+void VelaTrans::FinishIndexes()
 {
     mDroppedIndexes.clear();
     for (OpenIndex& open : mIndexes) {
-        if (open.written == OpenIndex::Written::kNot)
+        if (!open.written)
             continue;
         open.index->ReplaceNulls(DefaultsOf(*open.index));
         open.created = false;
-        open.written = OpenIndex::Written::kNot;
+        open.written = false;
+    }
+}
+
+void VelaTrans::CancelIndexes()
+{
+    for (OpenIndex& open : mIndexes) {
+        if (open.written)
+            open.index->MarkUnsaved();
+        open.written = false;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "engine/storage/CommitLogFormat.h"
 #include "engine/storage/NamePattern.h"
 
 namespace vela {
@@ -58,11 +59,21 @@ std::vector<std::string> MemoryDisk::Names() const
 {
     std::vector<std::string> names;
     for (const auto& [name, file] : mFiles)
-        names.push_back(name);
+        if (name != kCommitLogName)
+            names.push_back(name);
     return names;
 }
 
 std::map<std::string, std::string> MemoryDisk::Snapshot() const
+{
+    std::map<std::string, std::string> files;
+    for (const auto& [name, file] : mFiles)
+        if (name != kCommitLogName)
+            files[name] = *file;
+    return files;
+}
+
+std::map<std::string, std::string> MemoryDisk::AllFiles() const
 {
     std::map<std::string, std::string> files;
     for (const auto& [name, file] : mFiles)

@@ -36,10 +36,15 @@ public:
     // The bytes of a file; empty when there is none.
     [[nodiscard]] std::string Bytes(const std::string& name) const;
     void Put(const std::string& name, const std::string& bytes);
+    // The same, seen by streams that are open on it.
+    void Replace(const std::string& name, const std::string& bytes) { *mFiles.at(name) = bytes; }
     void Remove(const std::string& name) { mFiles.erase(name); }
+    // The names of all files but the commit log, which is there while a database is open.
     [[nodiscard]] std::vector<std::string> Names() const;
-    // All files and their bytes, to compare or to go back to.
+    // The same files and their bytes, to compare or to go back to.
     [[nodiscard]] std::map<std::string, std::string> Snapshot() const;
+    // All files, the commit log among them: what a process that dies now leaves behind.
+    [[nodiscard]] std::map<std::string, std::string> AllFiles() const;
     void Restore(const std::map<std::string, std::string>& files);
 
 private:

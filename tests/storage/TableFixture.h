@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -14,13 +15,25 @@ namespace vela {
 // A database on a disk in memory, which a test changes through its tables and opens again.
 class DatabaseOnDisk {
 public:
-    explicit DatabaseOnDisk(MemoryDisk* disk) : mDisk(disk) { Open(); }
+    explicit DatabaseOnDisk(MemoryDisk* disk, bool readOnly = false)
+        : DatabaseOnDisk(
+              [disk](bool forReading) {
+                  return std::make_unique<MemoryFileAccess>(disk, forReading);
+              },
+              readOnly)
+    {}
+    // The same on files of another kind, which makeFiles opens.
+    using MakeFiles = std::function<std::unique_ptr<VelaFileAccess>(bool readOnly)>;
+    explicit DatabaseOnDisk(MakeFiles makeFiles, bool readOnly = false)
+        : mMakeFiles(std::move(makeFiles))
+    {
+        Open(readOnly);
+    }
 
     void Open(bool readOnly = false)
     {
         database.reset();   // its files are free before they are opened again
-        database =
-            std::make_unique<VelaDatabase>(std::make_unique<MemoryFileAccess>(mDisk, readOnly));
+        database = std::make_unique<VelaDatabase>(mMakeFiles(readOnly));
     }
     // Null when there is none.
     VelaTrans* Table(const std::string& name)
@@ -84,7 +97,7 @@ private:
                                          type, 0, true, string(defaultValue, kEncodingASCII));
     }
 
-    MemoryDisk* mDisk;
+    MakeFiles mMakeFiles;
 };
 
 }   // namespace vela

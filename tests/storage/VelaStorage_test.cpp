@@ -481,46 +481,41 @@ TEST(VelaStorage, RecordFileEndsBelowFourGiB)
     }
 }
 
-// ---- changes that are undone
+// ---- streams that go back
 
-TEST_F(StorageTest, UndoChanges_RestoresTheBytesAtEveryFailingCall)
+TEST_F(StorageTest, StreamsWentBack_ForgetsWhatWasWrittenSince)
 {
     Open();
     for (uint32_t rowID = 1; rowID <= 5; rowID++)
         Add(rowID, Str("row number " + std::to_string(rowID)));
     ASSERT_TRUE(storage->FlushToDisk());
-    const auto before = disk.Snapshot();
-    bool through = false;
-    for (int64_t failing = 1; !through; failing++) {
-        ASSERT_LT(failing, 100);
-        disk.Restore(before);
-        Open();
-        disk.FailAt(failing, MemoryDisk::Fault::kOnce);
-        ASSERT_TRUE(storage->BeginChanges());
-        TestRow shorter{{1, Str("less")}};
+    const std::string records = disk.Bytes("t.dat");
+    const std::string map = disk.Bytes("t.map");
+    for (bool saved : {false, true}) {
         TestRow longer{{1, Str("a row that has to move to the end")}};
-        through = storage->GoToRowID(1, false) && storage->UpdateBody(FromHex("01 01 0C 01")) &&
-                  storage->GoToRowID(2, false) &&
-                  storage->UpdateBody(FromHex("01 02 05 00 00 00 01 00 00 00 01 00 00 06 00 61")) &&
-                  Add(6, Int(6)) && storage->GoToRowID(3, false) && storage->DeleteRecord() &&
-                  storage->WriteMetadata("new") && storage->FlushToDisk();
-        EXPECT_EQ(!through, disk.HasFailed());
-        if (through)
-            break;
-        EXPECT_TRUE(storage->UndoChanges()) << failing;
-        EXPECT_EQ(before.at("t.dat"), disk.Bytes("t.dat")) << failing;
-        for (int reopened = 0; reopened < 2; reopened++) {
-            EXPECT_EQ("1 2 3 4 5", LiveRows()) << failing;
-            for (uint32_t rowID = 1; rowID <= 5; rowID++)
-                EXPECT_EQ("1=String[600] row number " + std::to_string(rowID), Row(rowID))
-                    << failing << ", reopened: " << reopened;
-            EXPECT_EQ("none", Row(6)) << failing;
-            EXPECT_EQ(5u, storage->QtyRows()) << failing;
-            Open();
+        ASSERT_TRUE(storage->GoToRowID(2, false));
+        ASSERT_TRUE(storage->UpdateRecord(longer));
+        ASSERT_TRUE(Add(6, Int(6)));
+        ASSERT_TRUE(storage->GoToRowID(3, false));
+        ASSERT_TRUE(storage->DeleteRecord());
+        if (saved) {
+            ASSERT_TRUE(storage->FlushToDisk());
         }
+        disk.Replace("t.dat", records);
+        disk.Replace("t.map", map);
+        storage->StreamsWentBack();
+        EXPECT_EQ("1 2 3 4 5", LiveRows());
+        for (uint32_t rowID = 1; rowID <= 5; rowID++)
+            EXPECT_EQ("1=String[600] row number " + std::to_string(rowID), Row(rowID));
+        EXPECT_EQ("none", Row(6));
+        EXPECT_EQ(5u, storage->QtyRows());
+        ASSERT_TRUE(Add(6, Int(7)));
+        ASSERT_TRUE(storage->FlushToDisk());
+        EXPECT_EQ(12u + 8 * 6, disk.Bytes("t.map").size()) << "the map is complete";
+        disk.Replace("t.dat", records);
+        disk.Replace("t.map", map);
+        storage->StreamsWentBack();
     }
-    storage->EndChanges();
-    EXPECT_EQ("1 4 5 2 6", LiveRows());
 }
 
 }   // namespace vela

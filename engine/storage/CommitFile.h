@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "engine/storage/CommitLogFormat.h"
+#include "engine/storage/CommitPages.h"
+#include "engine/storage/RandomAccessMechanism.h"
+
+namespace vela {
+
+class CommitFileAccess;
+
+// CommitFile is one file of a database as its users see it, whichever part of it lies in the container and which in memory.
+//
+// Outside a commit it is the container's file, and reads and writes pass through. During a commit the container's bytes up
+// to the committed length stay untouched: what overwrites them is kept in pages, what is appended in a tail. A tail that
+// grows large goes to the container, behind the committed length; a new file whose tail does so goes there under its
+// name with ".new" behind it. The commit ends with Apply or Cancel.
+//
+// The file is, in this order: the first Kept() bytes of the container's file, overlaid with the pages; the tail.
+class CommitFile {
+public:
+    // A file of the container, or with null a new, empty one. owner outlives it.
+    CommitFile(CommitFileAccess* owner, const std::string& name,
+               std::unique_ptr<RandomAccessMechanism> stream);
+
+    [[nodiscard]] const std::string& Name() const { return mName; }
+    [[nodiscard]] int64_t Length() const { return mKept + static_cast<int64_t>(mTail.size()); }
+    [[nodiscard]] int ErrorNumber() const { return mErrorNumber; }
+
+    // Reads up to count bytes; says how many came.
+    [[nodiscard]] size_t Read(int64_t position, char* to, size_t count)
+    {
+        return mChanged ? ReadChanged(position, to, count) : ReadStream(position, to, count);
+    }
+    [[nodiscard]] bool Write(int64_t position, const char* from, size_t count);
+    [[nodiscard]] bool SetLength(int64_t length);
+    // During a commit nothing: the end of the commit flushes.
+    [[nodiscard]] bool Flush();
+    [[nodiscard]] bool Reserve(int64_t length);
+
+    // ---- for the owner
+
+    [[nodiscard]] bool HasChanges() const { return mChanged; }
+    [[nodiscard]] bool LiesBeside() const { return mBeside; }
+    [[nodiscard]] int64_t CommittedLength() const { return mCommitted; }
+    [[nodiscard]] bool HasStream() const { return mStream != nullptr; }
+    // The container's file of a new one: under its own name, or beside it. Of one beside, the first committed bytes are to
+    // stay untouched.
+    void SetStream(std::unique_ptr<RandomAccessMechanism> stream);
+    void SetStreamBeside(std::unique_ptr<RandomAccessMechanism> stream, int64_t committed);
+    // The file beside has been given the name.
+    void TakeOwnName();
+    void CloseStream() { mStream.reset(); }
+    // Forgets what the flush of the old stream has failed with.
+    [[nodiscard]] bool Reopen();
+
+    // Before the log is written: what has begun to go to the container goes there whole and reaches the device, as does
+    // what was written outside a commit.
+    [[nodiscard]] bool FlushLargeParts();
+    // Room for the bytes that Apply will append.
+    [[nodiscard]] bool ReserveTail();
+    // Appends the changes as an entry of the log.
+    void AppendToLog(std::string* payload) const;
+    // Takes an entry of the log, of kind kFile, for changes of a commit. False: it asks for bytes that aren't there.
+    [[nodiscard]] bool TakeFromLog(const LogEntry& entry);
+    // Writes the bytes of an entry to the container once more.
+    [[nodiscard]] bool WriteAgain(const LogEntry& entry);
+    // Brings the changes to the container. False: they stay as they were, to be applied again.
+    [[nodiscard]] bool Apply();
+    // The device has everything that was written. False: it may have lost what was written since the last time.
+    [[nodiscard]] bool FlushStream();
+    // Drops the changes. Bytes that went to the container behind the committed length lie there until CutBack.
+    void Cancel();
+    [[nodiscard]] bool CutBack();
+
+private:
+    size_t ReadStream(int64_t position, char* to, size_t count);
+    size_t ReadChanged(int64_t position, char* to, size_t count);
+    bool WriteStream(int64_t position, const char* from, size_t count);
+    bool WriteThrough(int64_t position, const char* from, size_t count);
+    bool Overwrite(int64_t position, const char* from, size_t count);
+    bool NoteChange();
+    bool Spill();
+    void Settle();
+    bool FailWith(int errorNumber);
+    bool FailWithStream();
+
+    CommitFileAccess* mOwner;
+    std::string mName;
+    std::unique_ptr<RandomAccessMechanism> mStream;
+    bool mBeside = false;
+    int64_t mCommitted = 0;   // bytes of mStream that the commit under way must not touch
+    int64_t mKept = 0;
+    CommitPages mPages;
+    std::string mTail;
+    bool mChanged = false;
+    bool mGrowing = false;          // mStream has, or had, bytes behind mCommitted
+    bool mWrittenThrough = false;   // outside a commit, and not flushed since
+    bool mFlushFailed = false;
+    int64_t mReserved = 0;
+    int mErrorNumber = 0;
+};
+
+}   // namespace vela

@@ -1,0 +1,512 @@
+#include "engine/storage/CommitFileAccess.h"
+
+#include <cerrno>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "engine/storage/CommitStream.h"
+#include "engine/storage/NamePattern.h"
+
+namespace vela {
+
+namespace {
+
+string NameOf(const std::string& name)
+{
+    return string(name, kEncodingUTF8);
+}
+
+bool SortsBefore(const string& a, const string& b)
+{
+    return a.Compare(b) < 0;
+}
+
+}   // namespace
+
+CommitFileAccess::CommitFileAccess(std::unique_ptr<VelaFileAccess> files)
+    : mFiles(std::move(files)), mLog(mFiles.get())
+{
+    if (mFiles->IsOpen())
+        mRecovered = Recover();
+    else
+        FailWithContainer();
+}
+
+CommitFileAccess::~CommitFileAccess()
+{
+    if (IsOpen() && !IsReadOnly())
+        Close();
+}
+
+// What fails here leaves the log, which the next opening goes by.
+void CommitFileAccess::Close()
+{
+    if (mCommitting)
+        CancelCommit();
+    if ((mLog.IsOpen() || mLog.IsDoubtful()) && MendFailures() && Checkpoint())
+        (void)mLog.Remove();
+}
+
+// ---- files and names
+
+std::unique_ptr<RandomAccessMechanism> CommitFileAccess::OpenFile(const string& name, bool create)
+{
+    if (!IsUsable())
+        return nullptr;
+    const std::string key(name.View());
+    std::shared_ptr<CommitFile> file = FindFile(key);
+    if (!file && create && !ContainsFile(name)) {
+        if (!CreateFile(name))
+            return nullptr;
+        file = FindFile(key);
+    }
+    if (!file)
+        return nullptr;
+    auto stream = std::make_unique<CommitStream>(this, std::move(file));
+    stream->SetBigEndian();
+    return stream;
+}
+
+std::unique_ptr<RandomAccessMechanism> CommitFileAccess::OpenInContainer(const std::string& name)
+{
+    auto stream = mFiles->OpenFile(NameOf(name), false);
+    if (!stream)
+        FailWithContainer();
+    return stream;
+}
+
+// The file of that name as its users see it; null when there is none, or it can't be opened.
+std::shared_ptr<CommitFile> CommitFileAccess::FindFile(const std::string& name)
+{
+    const auto open = mOpenFiles.find(name);
+    if (open != mOpenFiles.end())
+        return open->second;
+    const auto change = mChanges.find(name);
+    if (change != mChanges.end() && change->second.deleted) {
+        Fail(NameOf(name) + ": " + string(std::strerror(ENOENT)));
+        return nullptr;
+    }
+    auto stream = OpenInContainer(name);
+    if (!stream)
+        return nullptr;
+    return mOpenFiles[name] = std::make_shared<CommitFile>(this, name, std::move(stream));
+}
+
+void CommitFileAccess::StreamCloses(std::shared_ptr<CommitFile> file)
+{
+    const std::string name = file->Name();
+    file.reset();
+    Prune(name);
+}
+
+// Gives a file of the container up that nobody uses and that has nothing to be flushed.
+void CommitFileAccess::Prune(const std::string& name)
+{
+    const auto open = mOpenFiles.find(name);
+    if (open != mOpenFiles.end() && open->second.use_count() == 1 && !open->second->HasChanges() &&
+        mChanges.count(name) == 0)
+        mOpenFiles.erase(open);
+}
+
+bool CommitFileAccess::CreateFile(const string& name)
+{
+    if (!IsUsable())
+        return false;
+    const std::string key(name.View());
+    if (WritesPassThrough()) {
+        if (mChanges.count(key) != 0 || mOpenFiles.count(key) != 0)
+            return Fail(name + ": " + string(std::strerror(EBUSY)));
+        return mFiles->CreateFile(name) || FailWithContainer();
+    }
+    if (!CheckChange(key))
+        return false;
+    NewFile(key);
+    return true;
+}
+
+// A new, empty file in the commit.
+std::shared_ptr<CommitFile> CommitFileAccess::NewFile(const std::string& name)
+{
+    NameChange& change = ChangeOf(name);
+    change.created = true;
+    change.deleted = false;
+    return mOpenFiles[name] = std::make_shared<CommitFile>(this, name, nullptr);
+}
+
+// The first change of a name in a commit remembers the file that had it.
+CommitFileAccess::NameChange& CommitFileAccess::ChangeOf(const std::string& name)
+{
+    const auto [place, isNew] = mChanges.try_emplace(name);
+    const auto open = mOpenFiles.find(name);
+    if (isNew && open != mOpenFiles.end())
+        place->second.before = open->second;
+    return place->second;
+}
+
+bool CommitFileAccess::DeleteFile(const string& name)
+{
+    if (!IsUsable())
+        return false;
+    const std::string key(name.View());
+    if (WritesPassThrough()) {
+        if (mChanges.count(key) != 0)
+            return Fail(name + ": " + string(std::strerror(EBUSY)));
+        mOpenFiles.erase(key);
+        mUnflushed.erase(key);
+        return mFiles->DeleteFile(name) || FailWithContainer();
+    }
+    if (!ContainsFile(name))
+        return true;
+    if (!CheckChange(key))
+        return false;
+    MarkDeleted(key);
+    return true;
+}
+
+// Whether a name can be changed in a commit. A file that has begun to grow in the container must come to its end there.
+bool CommitFileAccess::CheckChange(const std::string& name)
+{
+    if (IsReadOnly())
+        return Fail("The database is open for reading only");
+    if (!IsLogFileName(name))
+        return Fail(NameOf(name) + ": Not the name of a table's file");
+    const auto grows = [&name](const auto& file) { return file->Name() == name; };
+    if (std::any_of(mGrowing.begin(), mGrowing.end(), grows))
+        return Fail(NameOf(name) + ": " + string(std::strerror(EBUSY)));
+    return true;
+}
+
+void CommitFileAccess::MarkDeleted(const std::string& name)
+{
+    NameChange& change = ChangeOf(name);
+    change.created = false;
+    change.deleted = true;
+    mOpenFiles.erase(name);
+}
+
+bool CommitFileAccess::RenameFile(const string& from, const string& to)
+{
+    const std::string fromKey(from.View());
+    const std::string toKey(to.View());
+    if (!IsUsable())
+        return false;
+    if (!WritesPassThrough() || mOpenFiles.count(fromKey) != 0 || mOpenFiles.count(toKey) != 0 ||
+        mChanges.count(fromKey) != 0 || mChanges.count(toKey) != 0)
+        return Fail(from + ": " + string(std::strerror(EBUSY)));
+    return mFiles->RenameFile(from, to) || FailWithContainer();
+}
+
+bool CommitFileAccess::ContainsFile(const string& name) const
+{
+    if (!IsUsable())
+        return false;
+    const auto change = mChanges.find(std::string(name.View()));
+    if (change != mChanges.end() && (change->second.created || change->second.deleted))
+        return change->second.created;
+    return mFiles->ContainsFile(name);
+}
+
+bool CommitFileAccess::FlushNames()
+{
+    return !WritesPassThrough() || mFiles->FlushNames() || FailWithContainer();
+}
+
+void CommitFileAccess::FindFiles(const string& pattern, SimpleVector<string>* names) const
+{
+    if (!IsUsable())
+        return;
+    SimpleVector<string> found;
+    mFiles->FindFiles(pattern, &found);
+    const size_t firstNew = names->size();
+    for (const string& name : found)
+        if (name.View() != kCommitLogName && mChanges.count(std::string(name.View())) == 0)
+            names->push_back(name);
+    for (const auto& [name, change] : mChanges)
+        if (!change.deleted && MatchesNamePattern(name, pattern.View()))
+            names->push_back(NameOf(name));
+    std::sort(names->begin() + static_cast<std::ptrdiff_t>(firstNew), names->end(), SortsBefore);
+}
+
+// ---- a commit
+
+bool CommitFileAccess::BeginCommit()
+{
+    if (!IsOpen())
+        return false;
+    if (!IsReadOnly() && !MendFailures())
+        return false;
+    mCommitting = true;
+    return true;
+}
+
+bool CommitFileAccess::NoteChange(const CommitFile* file)
+{
+    if (!mRecovering && IsReadOnly())
+        return Fail("The database is open for reading only");
+    if (!IsLogFileName(file->Name()))
+        return Fail(NameOf(file->Name()) + ": Not the name of a table's file");
+    const auto open = mOpenFiles.find(file->Name());
+    if (open == mOpenFiles.end() || open->second.get() != file)
+        return Fail(NameOf(file->Name()) + ": The file has been deleted");
+    ChangeOf(file->Name());
+    return true;
+}
+
+// The first note of a commit begins a generation of the log: a record that adds to what lies in a file already must not
+// follow one that would be written to that file once more.
+bool CommitFileAccess::BeginGrowing(CommitFile* file)
+{
+    if (mGrowing.empty() && !Checkpoint())
+        return false;
+    const bool isNew = !file->HasStream();
+    std::string note;
+    AppendLogEntry(&note, isNew ? LogEntryKind::kBeside : LogEntryKind::kGrowing, file->Name());
+    if (!isNew)
+        AppendLogNumber(&note, file->CommittedLength());
+    if (!mLog.Append(LogRecordKind::kNote, note))
+        return Fail(mLog.ErrorText());
+    mGrowing.push_back(mOpenFiles[file->Name()]);
+    if (!isNew)
+        return true;
+    file->SetStreamBeside(nullptr, 0);   // from now on there may be such a file
+    const std::string beside = BesideName(file->Name());
+    if (!mFiles->CreateFile(NameOf(beside)))
+        return FailWithContainer();
+    file->SetStreamBeside(OpenInContainer(beside), 0);
+    return file->HasStream();
+}
+
+bool CommitFileAccess::EndCommit()
+{
+    if (!mChanges.empty() && !IsReadOnly()) {
+        if (!FlushLargeParts() || !WriteCommitRecord())
+            return false;
+        // From here on the commit has happened, whatever fails: it is in the log.
+        mCheckpointDue = mCheckpointDue || !mGrowing.empty() || mLog.Size() >= mLimits.largestLog;
+        mGrowing.clear();
+    }
+    mCommitting = false;
+    if (!IsReadOnly())
+        FollowCommit();
+    return true;
+}
+
+// What fails here is tried again later; the log has it all.
+void CommitFileAccess::FollowCommit()
+{
+    try {
+        if (ApplyChanges() && mCheckpointDue)
+            (void)Checkpoint();
+    } catch (const std::bad_alloc&) {
+        mCheckpointDue = true;
+    }
+}
+
+// Everything that the log will not repeat reaches the device before the log says that it counts.
+bool CommitFileAccess::FlushLargeParts()
+{
+    for (const auto& [name, change] : mChanges) {
+        if (change.deleted)
+            continue;
+        CommitFile& file = *mOpenFiles[name];
+        if (!file.FlushLargeParts()) {
+            mFlushFailed = true;
+            return FailWithFile(file);
+        }
+        if (!file.ReserveTail())
+            return FailWithFile(file);
+    }
+    const bool newNames =
+        std::any_of(mGrowing.begin(), mGrowing.end(),
+                    [](const std::shared_ptr<CommitFile>& file) { return file->LiesBeside(); });
+    return !newNames || mFiles->FlushNames() || FailWithContainer();
+}
+
+bool CommitFileAccess::WriteCommitRecord()
+{
+    std::string payload;
+    for (const auto& [name, change] : mChanges) {
+        if (!change.deleted)
+            mOpenFiles[name]->AppendToLog(&payload);
+        else if (mFiles->ContainsFile(NameOf(name)))
+            AppendLogEntry(&payload, LogEntryKind::kDeletion, name);
+    }
+    return mLog.Append(LogRecordKind::kCommit, payload) || Fail(mLog.ErrorText());
+}
+
+void CommitFileAccess::CancelCommit()
+{
+    mCommitting = false;
+    if (IsReadOnly())
+        return;
+    for (auto& [name, change] : mChanges) {
+        const auto open = mOpenFiles.find(name);
+        if (change.before)
+            mOpenFiles[name] = change.before;
+        else if (open != mOpenFiles.end() && change.created)
+            mOpenFiles.erase(open);
+        if (change.before)
+            change.before->Cancel();
+        else if (mOpenFiles.count(name) != 0)
+            mOpenFiles[name]->Cancel();
+    }
+    const auto changes = std::move(mChanges);
+    mChanges.clear();
+    for (const auto& [name, change] : changes)
+        Prune(name);
+    // What fails now is tried again before the next commit. The reason of the failure that led here is kept.
+    const string reason = mErrorText;
+    (void)MendFailures();
+    mErrorText = reason;
+}
+
+// ---- what follows a commit
+
+// Brings what the log has to the files, without a flush.
+bool CommitFileAccess::ApplyChanges()
+{
+    bool applied = true;
+    for (auto change = mChanges.begin(); change != mChanges.end();) {
+        if (!ApplyChange(change->first, change->second)) {
+            applied = false;
+            ++change;
+            continue;
+        }
+        const std::string name = change->first;
+        change = mChanges.erase(change);
+        Prune(name);
+    }
+    return applied;
+}
+
+bool CommitFileAccess::ApplyChange(const std::string& name, NameChange& change)
+{
+    if (change.deleted) {
+        mUnflushed.erase(name);
+        mNamesUnflushed = true;
+        return mFiles->DeleteFile(NameOf(name)) || FailWithContainer();
+    }
+    CommitFile& file = *mOpenFiles[name];
+    if (file.LiesBeside()) {
+        mNamesUnflushed = true;
+        if (!mFiles->RenameFile(NameOf(BesideName(name)), NameOf(name)))
+            return FailWithContainer();
+        file.TakeOwnName();
+        change.created = false;
+    } else if (change.created) {
+        mNamesUnflushed = true;
+        if (!mFiles->CreateFile(NameOf(name)))
+            return FailWithContainer();
+        file.SetStream(OpenInContainer(name));
+        if (!file.HasStream())
+            return false;
+        change.created = false;
+    }
+    change.before.reset();
+    mUnflushed[name] = mOpenFiles[name];
+    return file.Apply() || FailWithFile(file);
+}
+
+// After this nothing of the log is needed any more. Called between commits, and by a commit of which nothing has gone to
+// the container yet.
+bool CommitFileAccess::Checkpoint()
+{
+    mCheckpointDue = true;
+    if ((!mCommitting && !ApplyChanges()) || (mFlushFailed && !WriteLogAgain()))
+        return false;
+    while (!mUnflushed.empty()) {
+        const std::string name = mUnflushed.begin()->first;
+        CommitFile& file = *mUnflushed.begin()->second;
+        if (!file.FlushStream()) {
+            mFlushFailed = true;
+            return FailWithFile(file);
+        }
+        mUnflushed.erase(name);
+        Prune(name);
+    }
+    if (mNamesUnflushed && !mFiles->FlushNames())
+        return FailWithContainer();
+    mNamesUnflushed = false;
+    // A log that is in doubt is removed instead.
+    if (!mLog.IsDoubtful() && !mLog.Restart())
+        return Fail(mLog.ErrorText());
+    mCheckpointDue = false;
+    return true;
+}
+
+// A flush that has failed may have lost what was to be flushed, without the system saying so a second time.
+bool CommitFileAccess::WriteLogAgain()
+{
+    for (const auto& [name, file] : mUnflushed)
+        if (!file->Reopen())
+            return false;
+    const auto writeAgain = [this](LogRecordKind, std::string_view payload) {
+        std::vector<LogEntry> entries;
+        if (!DecodeLogPayload(payload, &entries))
+            return Fail("The log can't be read");
+        for (const LogEntry& entry : entries) {
+            const auto file = mUnflushed.find(std::string(entry.name));
+            if (entry.kind == LogEntryKind::kFile && file != mUnflushed.end() &&
+                !file->second->WriteAgain(entry))
+                return FailWithFile(*file->second);
+        }
+        return true;
+    };
+    if (!mLog.Read(mLog.Size(), writeAgain))
+        return false;
+    mFlushFailed = false;
+    return true;
+}
+
+// Before anything is committed: a record of which nobody knows whether the device has it must be void, and what a failed
+// commit has begun must be gone. In this order: as long as the record may count, so may what it speaks of.
+bool CommitFileAccess::MendFailures()
+{
+    if (mLog.IsDoubtful() && !mLog.Mend()) {
+        Fail(mLog.ErrorText());
+        if (!mGrowing.empty() || !Checkpoint())
+            return false;
+        if (!mLog.Remove())
+            return Fail(mLog.ErrorText());
+    }
+    return RemoveUnfinished() && ApplyChanges();
+}
+
+bool CommitFileAccess::RemoveUnfinished()
+{
+    if (mGrowing.empty())
+        return true;
+    for (const auto& file : mGrowing) {
+        if (file->LiesBeside()) {
+            file->CloseStream();
+            if (!mFiles->DeleteFile(NameOf(BesideName(file->Name()))))
+                return FailWithContainer();
+        } else if (!file->CutBack()) {
+            return FailWithFile(*file);
+        }
+    }
+    if (!mFiles->FlushNames())
+        return FailWithContainer();
+    mGrowing.clear();
+    return mLog.Restart() || Fail(mLog.ErrorText());
+}
+
+// ---- failures
+
+bool CommitFileAccess::Fail(const string& text)
+{
+    mErrorText = text;
+    return false;
+}
+
+bool CommitFileAccess::FailWithFile(const CommitFile& file)
+{
+    const int number = file.ErrorNumber();
+    return Fail(NameOf(file.Name()) + ": " +
+                string(number == 0 ? "unknown error" : std::strerror(number)));
+}
+
+}   // namespace vela

@@ -1,0 +1,265 @@
+#include "engine/storage/CommitFileAccess.h"
+
+#include <gtest/gtest.h>
+
+#include "engine/storage/CommitLogFormat.h"
+#include "tests/storage/DatabaseContents.h"
+#include "tests/storage/TableFixture.h"
+
+namespace vela {
+
+namespace {
+
+class CommitFileAccessTest : public testing::Test {
+protected:
+    CommitFileAccessTest() { Open(); }
+    void Open(bool readOnly = false)
+    {
+        files.reset();
+        files =
+            std::make_unique<CommitFileAccess>(std::make_unique<MemoryFileAccess>(&disk, readOnly));
+    }
+    bool Write(const char* name, int64_t position, std::string_view bytes)
+    {
+        const auto stream = files->OpenFile(name, false);
+        return stream && stream->SeekFromStart(position) &&
+               stream->WriteData(bytes.data(), static_cast<int>(bytes.size()));
+    }
+    std::string Read(const char* name)
+    {
+        const auto stream = files->OpenFile(name, false);
+        if (!stream)
+            return "none";
+        std::string bytes(static_cast<size_t>(stream->GetLength()), '\0');
+        if (!bytes.empty()) {
+            EXPECT_TRUE(stream->ReadData(bytes.data(), static_cast<int>(bytes.size()), nullptr));
+        }
+        EXPECT_TRUE(stream->IsEOF());
+        return bytes;
+    }
+    std::string Found(const char* pattern)
+    {
+        SimpleVector<string> names;
+        files->FindFiles(pattern, &names);
+        std::string text;
+        for (const string& name : names)
+            text += std::string(name.View()) + " ";
+        return text;
+    }
+
+    MemoryDisk disk;
+    std::unique_ptr<CommitFileAccess> files;
+};
+
+}   // namespace
+
+TEST_F(CommitFileAccessTest, ChangesAreSeenHereAndNowhereElseUntilTheCommitEnds)
+{
+    disk.Put("a.dat", std::string(5000, 'a'));
+    disk.Put("b.dat", "gone soon");
+    const auto before = disk.Snapshot();
+    for (bool commits : {false, true}) {
+        ASSERT_TRUE(files->BeginCommit());
+        EXPECT_TRUE(Write("a.dat", 4090, "across a page"));
+        EXPECT_TRUE(Write("a.dat", 4998, "the end"));
+        EXPECT_TRUE(Write("a.dat", 5010, "after a gap"));
+        EXPECT_TRUE(files->DeleteFile("b.dat"));
+        EXPECT_TRUE(files->CreateFile("c.dat"));
+        EXPECT_TRUE(Write("c.dat", 0, "new"));
+        std::string a(5000, 'a');
+        a.replace(4090, 13, "across a page");
+        a.replace(4998, 2, "the end");
+        a += std::string(5, '\0') + "after a gap";
+        EXPECT_EQ(a, Read("a.dat"));
+        EXPECT_EQ("none", Read("b.dat"));
+        EXPECT_FALSE(files->ContainsFile("b.dat"));
+        EXPECT_EQ("new", Read("c.dat"));
+        EXPECT_EQ("a.dat c.dat ", Found("*.dat"));
+        EXPECT_EQ(before, disk.Snapshot());
+        if (!commits) {
+            files->CancelCommit();
+            EXPECT_EQ(std::string(5000, 'a'), Read("a.dat"));
+            EXPECT_EQ("gone soon", Read("b.dat"));
+            EXPECT_EQ("a.dat b.dat ", Found("*"));
+            EXPECT_EQ(before, disk.Snapshot());
+            continue;
+        }
+        ASSERT_TRUE(files->EndCommit());
+        EXPECT_EQ("a.dat c.dat ", Found("*")) << "the log isn't shown";
+        EXPECT_TRUE(disk.Contains(kCommitLogName));
+        EXPECT_EQ(a, disk.Bytes("a.dat"));
+        EXPECT_EQ("new", disk.Bytes("c.dat"));
+        EXPECT_FALSE(disk.Contains("b.dat"));
+    }
+    files.reset();
+    EXPECT_EQ((std::vector<std::string>{"a.dat", "c.dat"}), disk.Names());
+    EXPECT_FALSE(disk.Contains(kCommitLogName));
+}
+
+TEST_F(CommitFileAccessTest, StreamsOfOneFileSeeEachOther)
+{
+    disk.Put("a.dat", "0123456789");
+    const auto one = files->OpenFile("a.dat", false);
+    ASSERT_TRUE(files->BeginCommit());
+    const auto other = files->OpenFile("a.dat", false);
+    ASSERT_TRUE(one->SeekFromStart(2) && one->WriteData("xy", 2));
+    char bytes[4];
+    ASSERT_TRUE(other->SeekFromStart(1) && other->ReadData(bytes, 4, nullptr));
+    EXPECT_EQ("1xy4", std::string(bytes, 4));
+    EXPECT_EQ(4, one->GetPosition());
+    ASSERT_TRUE(other->SetLength(3));
+    EXPECT_EQ(3, one->GetLength());
+    EXPECT_TRUE(one->IsEOF());
+    ASSERT_TRUE(other->SetLength(6));
+    ASSERT_TRUE(files->EndCommit());
+    EXPECT_EQ(std::string("01x\0\0\0", 6), disk.Bytes("a.dat")) << "what was cut off is zeros";
+}
+
+// Small limits make appended bytes go to the file before the commit ends.
+TEST_F(CommitFileAccessTest, LargePartsGoToTheContainerAndComeBack)
+{
+    files->SetLimits({10, 1 << 20});
+    disk.Put("a.dat", "0123456789");
+    for (bool commits : {false, true}) {
+        ASSERT_TRUE(files->BeginCommit());
+        EXPECT_TRUE(Write("a.dat", 10, "appended, and more than ten bytes"));
+        EXPECT_EQ(43u, disk.Bytes("a.dat").size());
+        EXPECT_TRUE(Write("a.dat", 8, "<over the old end>"));
+        EXPECT_TRUE(Write("a.dat", 43, "end"));
+        EXPECT_TRUE(files->CreateFile("b.dat"));
+        EXPECT_TRUE(Write("b.dat", 0, "a new file of some size"));
+        EXPECT_TRUE(disk.Contains("b.dat.new"));
+        EXPECT_FALSE(disk.Contains("b.dat"));
+        EXPECT_FALSE(files->DeleteFile("b.dat")) << "its file beside would stay";
+        const std::string a = "01234567<over the old end>re than ten bytesend";
+        EXPECT_EQ(a, Read("a.dat"));
+        EXPECT_EQ("a new file of some size", Read("b.dat"));
+        EXPECT_EQ("01234567", disk.Bytes("a.dat").substr(0, 8));
+        if (commits) {
+            ASSERT_TRUE(files->EndCommit());
+            EXPECT_EQ(a, disk.Bytes("a.dat"));
+            EXPECT_EQ("a new file of some size", disk.Bytes("b.dat"));
+        } else {
+            files->CancelCommit();
+            EXPECT_EQ("0123456789", disk.Bytes("a.dat"));
+            EXPECT_FALSE(disk.Contains("b.dat"));
+            EXPECT_EQ("0123456789", Read("a.dat"));
+        }
+        EXPECT_FALSE(disk.Contains("b.dat.new"));
+    }
+}
+
+TEST_F(CommitFileAccessTest, ReaderOfADeadWritersFilesSeesTheCommitsAndWritesNothing)
+{
+    disk.Put("a.dat", "0123456789");
+    disk.Put("b.dat", "b");
+    ASSERT_TRUE(files->BeginCommit());
+    EXPECT_TRUE(Write("a.dat", 8, "abcd") && files->DeleteFile("b.dat") &&
+                files->CreateFile("c.dat"));
+    EXPECT_TRUE(Write("c.dat", 0, "c"));
+    ASSERT_TRUE(files->EndCommit());
+    // The log has reached the disk, and nothing else has.
+    const std::string log = disk.AllFiles().at(kCommitLogName);
+    files.reset();
+    disk.Restore({{"a.dat", "0123456789"}, {"b.dat", "b"}, {kCommitLogName, log}});
+    const auto dead = disk.AllFiles();
+    Open(true);
+    ASSERT_TRUE(files->IsOpen());
+    EXPECT_EQ("01234567abcd", Read("a.dat"));
+    EXPECT_EQ("c", Read("c.dat"));
+    EXPECT_EQ("a.dat c.dat ", Found("*"));
+    ASSERT_TRUE(files->BeginCommit());
+    EXPECT_FALSE(Write("a.dat", 0, "x"));
+    EXPECT_FALSE(files->CreateFile("d.dat"));
+    EXPECT_FALSE(files->DeleteFile("a.dat"));
+    EXPECT_TRUE(files->EndCommit()) << "of nothing";
+    EXPECT_EQ("01234567abcd", Read("a.dat"));
+    files.reset();
+    EXPECT_EQ(dead, disk.AllFiles());
+    Open();
+    EXPECT_EQ("01234567abcd", disk.Bytes("a.dat"));
+    EXPECT_EQ("c", disk.Bytes("c.dat"));
+    EXPECT_EQ((std::map<std::string, std::string>{{"a.dat", "01234567abcd"}, {"c.dat", "c"}}),
+              disk.AllFiles());
+}
+
+// Each cut and each changed byte of a log with two commits: the files end in one of three states, or the opening is refused.
+TEST_F(CommitFileAccessTest, DamagedLogsGiveAStateThatWas)
+{
+    disk.Put("a.dat", "0123456789");
+    for (const char* text : {"first", "second"}) {
+        ASSERT_TRUE(files->BeginCommit());
+        ASSERT_TRUE(Write("a.dat", 8, text));
+        ASSERT_TRUE(files->EndCommit());
+    }
+    const std::string log = disk.AllFiles().at(kCommitLogName).substr(0, 3 * kLogAlignment);
+    files.reset();
+    const std::vector<std::string> states{"0123456789", "01234567first", "01234567second"};
+    std::vector<int> seen(3);
+    const auto check = [&](const std::string& damaged, size_t place) {
+        disk.Restore({{"a.dat", "0123456789"}, {kCommitLogName, damaged}});
+        Open();
+        ASSERT_TRUE(files->IsOpen()) << place;
+        const auto state = std::find(states.begin(), states.end(), disk.Bytes("a.dat"));
+        ASSERT_NE(states.end(), state) << place;
+        seen[static_cast<size_t>(state - states.begin())]++;
+        EXPECT_FALSE(disk.Contains(kCommitLogName)) << place;
+        files.reset();
+    };
+    for (size_t place = 0; place < log.size(); place++) {
+        check(log.substr(0, place), place);
+        for (const char byte : {'\x00', '\xFF', static_cast<char>(log[place] ^ 1)}) {
+            std::string damaged = log;
+            damaged[place] = byte;
+            check(damaged, place);
+        }
+    }
+    for (const int count : seen)
+        EXPECT_LT(10, count);
+}
+
+// A log with good checksums that says what can't be.
+TEST_F(CommitFileAccessTest, LogThatMisleadsHarmsNoOtherFile)
+{
+    const auto logOf = [](const std::string& payload) {
+        return EncodeLogHead(1) + EncodeLogRecord({LogRecordKind::kCommit, 1, 0, 0, 0}, payload);
+    };
+    std::string missing;
+    AppendLogEntry(&missing, LogEntryKind::kFile, "missing.dat");
+    AppendLogNumber(&missing, 10);
+    AppendLogNumber(&missing, 10);
+    AppendLogCount(&missing, 0);
+    std::string tooLong;
+    AppendLogEntry(&tooLong, LogEntryKind::kFile, "a.dat");
+    AppendLogNumber(&tooLong, int64_t{1} << 60);
+    AppendLogNumber(&tooLong, int64_t{1} << 60);
+    AppendLogCount(&tooLong, 0);
+    std::string noBeside;
+    AppendLogEntry(&noBeside, LogEntryKind::kReplacement, "a.dat");
+    AppendLogNumber(&noBeside, 5);
+    const struct {
+        std::string payload;
+        bool opens;
+        bool tells;
+        const char* why;
+    } cases[] = {
+        {"", true, false, "a commit of nothing"},
+        {missing, true, true, "a file that is missing"},
+        {tooLong, true, true, "a file that is longer than it is"},
+        {noBeside, true, false, "it has its name already"},
+        {"rubbish", false, false, "no entry"},
+    };
+    for (const auto& c : cases) {
+        disk.Restore({{"a.dat", "0123456789"}, {kCommitLogName, logOf(c.payload)}});
+        CapturedErrors errors;
+        Open();
+        EXPECT_EQ(c.opens, files->IsOpen()) << c.why;
+        EXPECT_EQ(c.opens, files->ErrorText().empty()) << c.why;
+        EXPECT_EQ(c.tells, !errors.Text().empty()) << c.why;
+        EXPECT_EQ("0123456789", disk.Bytes("a.dat")) << c.why;
+        EXPECT_EQ(!c.opens, disk.Contains(kCommitLogName)) << c.why;
+        EXPECT_EQ(c.opens, files->ContainsFile("a.dat")) << "a refused one refuses everything";
+    }
+}
+
+}   // namespace vela
