@@ -46,6 +46,8 @@ public:
     [[nodiscard]] bool HasChanges() const { return mChanged; }
     [[nodiscard]] bool LiesBeside() const { return mBeside; }
     [[nodiscard]] int64_t CommittedLength() const { return mCommitted; }
+    // Whether the commit under way takes bytes away that were committed.
+    [[nodiscard]] bool IsCut() const { return mKept < mCommitted; }
     [[nodiscard]] bool HasStream() const { return mStream != nullptr; }
     // The container's file of a new one: under its own name, or beside it. Of one beside, the first committed bytes are to
     // stay untouched.

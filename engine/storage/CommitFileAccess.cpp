@@ -236,6 +236,9 @@ bool CommitFileAccess::BeginCommit()
 {
     if (!IsOpen())
         return false;
+    // What is written to a log that has been taken away is written nowhere.
+    if (mLog.IsOpen() && !mLog.Exists())
+        return Fail(string(kCommitLogName) + ": " + string(std::strerror(ENOENT)));
     if (!IsReadOnly() && !MendFailures())
         return false;
     mCommitting = true;
@@ -282,7 +285,7 @@ bool CommitFileAccess::BeginGrowing(CommitFile* file)
 bool CommitFileAccess::EndCommit()
 {
     if (!mChanges.empty() && !IsReadOnly()) {
-        if (!FlushLargeParts() || !WriteCommitRecord())
+        if (!MakeCutsSafe() || !FlushLargeParts() || !WriteCommitRecord())
             return false;
         // From here on the commit has happened, whatever fails: it is in the log.
         mCheckpointDue = mCheckpointDue || !mGrowing.empty() || mLog.Size() >= mLimits.largestLog;
@@ -303,6 +306,16 @@ void CommitFileAccess::FollowCommit()
     } catch (const std::bad_alloc&) {
         mCheckpointDue = true;
     }
+}
+
+// A record that cuts a file must not follow one that changes what is cut off: after a crash the file may have been cut
+// already, and that record would speak of bytes that aren't there. A commit that has begun to grow has an empty log.
+bool CommitFileAccess::MakeCutsSafe()
+{
+    const bool cuts = std::any_of(mChanges.begin(), mChanges.end(), [this](const auto& change) {
+        return !change.second.deleted && mOpenFiles[change.first]->IsCut();
+    });
+    return !cuts || !mGrowing.empty() || Checkpoint();
 }
 
 // Everything that the log will not repeat reaches the device before the log says that it counts.
@@ -398,7 +411,8 @@ bool CommitFileAccess::ApplyChange(const std::string& name, NameChange& change)
         change.created = false;
     } else if (change.created) {
         mNamesUnflushed = true;
-        if (!mFiles->CreateFile(NameOf(name)))
+        // A file of its own, not the old one emptied: whoever has that open may still have bytes to write to it.
+        if (!mFiles->DeleteFile(NameOf(name)) || !mFiles->CreateFile(NameOf(name)))
             return FailWithContainer();
         file.SetStream(OpenInContainer(name));
         if (!file.HasStream())
@@ -462,7 +476,8 @@ bool CommitFileAccess::WriteLogAgain()
 }
 
 // Before anything is committed: a record of which nobody knows whether the device has it must be void, and what a failed
-// commit has begun must be gone. In this order: as long as the record may count, so may what it speaks of.
+// commit has begun must be gone. In this order: as long as the record may count, so may what it speaks of. At the end the
+// files, as they are read, have everything that was committed.
 bool CommitFileAccess::MendFailures()
 {
     if (mLog.IsDoubtful() && !mLog.Mend()) {
@@ -472,7 +487,7 @@ bool CommitFileAccess::MendFailures()
         if (!mLog.Remove())
             return Fail(mLog.ErrorText());
     }
-    return RemoveUnfinished() && ApplyChanges();
+    return RemoveUnfinished() && ApplyChanges() && (!mFlushFailed || WriteLogAgain());
 }
 
 bool CommitFileAccess::RemoveUnfinished()

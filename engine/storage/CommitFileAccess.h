@@ -91,6 +91,7 @@ private:
     void Prune(const std::string& name);
 
     bool CheckChange(const std::string& name);
+    bool MakeCutsSafe();
     bool FlushLargeParts();
     bool WriteCommitRecord();
     void FollowCommit();

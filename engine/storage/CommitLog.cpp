@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 
 #include "engine/storage/Checksum.h"
@@ -21,6 +22,15 @@ constexpr size_t kWriteBlock = 16 * 1024 * 1024;
 int64_t RoundedUp(int64_t size, int64_t unit)
 {
     return (size + unit - 1) / unit * unit;
+}
+
+// No log of the same folder has had it, nor the next ones: what lies behind the last record, be it the rest of an older log or
+// a text that somebody has stored, can't be taken for a record.
+uint64_t NewGeneration()
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const auto count = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+    return static_cast<uint64_t>(std::max<int64_t>(count, 1));
 }
 
 bool WriteAt(RandomAccessMechanism* stream, int64_t position, std::string_view bytes)
@@ -73,7 +83,7 @@ bool ReadRecord(RandomAccessMechanism* stream, int64_t position, LogHeader* head
 
 }   // namespace
 
-CommitLog::CommitLog(VelaFileAccess* files) : mFiles(files) {}
+CommitLog::CommitLog(VelaFileAccess* files) : mFiles(files), mGeneration(NewGeneration()) {}
 
 bool CommitLog::Exists() const
 {
@@ -123,10 +133,10 @@ bool CommitLog::Append(LogRecordKind kind, std::string_view payload)
                                               static_cast<int64_t>(kLogAlignment));
     if ((!mStream && !Create()) || !MakeRoom(end))
         return false;
-    if (!WriteRecord(record)) {
-        mDoubt = Doubt::kRecord;
+    mDoubt = Doubt::kRecord;   // beforehand: memory may run out on the way
+    if (!WriteRecord(record))
         return false;
-    }
+    mDoubt = Doubt::kNone;
     mPosition = end;
     mNumber++;
     return true;
@@ -176,10 +186,10 @@ bool CommitLog::Restart()
     if (!mStream || mPosition == kStart)
         return true;
     StartAgain();
-    if (!WriteHead()) {
-        mDoubt = Doubt::kHead;
+    mDoubt = Doubt::kHead;
+    if (!WriteHead())
         return false;
-    }
+    mDoubt = Doubt::kNone;
     // It is no more than room on the device: nothing is lost when this fails.
     if (mStream->GetLength() > kLargestEmptyLog)
         (void)mStream->SetLength(kPiece);

@@ -62,7 +62,7 @@ private:
     VelaFileAccess* mFiles;
     std::unique_ptr<RandomAccessMechanism> mStream;
     int64_t mPosition = kLogAlignment;   // where the next record goes
-    uint64_t mGeneration = 1;
+    uint64_t mGeneration;
     uint32_t mNumber = 0;
     bool mNamed = false;   // the file's name has reached the device
     Doubt mDoubt = Doubt::kNone;

@@ -2,9 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <random>
+
 #include "engine/storage/CommitLogFormat.h"
+#include "engine/storage/VelaFolderFileAccess.h"
 #include "tests/storage/DatabaseContents.h"
 #include "tests/storage/TableFixture.h"
+#include "tests/storage/TemporaryFolder.h"
 
 namespace vela {
 
@@ -50,6 +56,20 @@ protected:
     MemoryDisk disk;
     std::unique_ptr<CommitFileAccess> files;
 };
+
+std::unique_ptr<CommitFileAccess> OpenFolder(const TemporaryFolder& folder)
+{
+    return std::make_unique<CommitFileAccess>(std::make_unique<VelaFolderFileAccess>(
+        folder.Locator(), VelaFolderFileAccess::Mode::kReadWrite));
+}
+
+std::map<std::string, std::string> AllFilesOf(const TemporaryFolder& folder)
+{
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+        files[entry.path().filename()] = folder.Read(entry.path().filename());
+    return files;
+}
 
 }   // namespace
 
@@ -216,6 +236,141 @@ TEST_F(CommitFileAccessTest, DamagedLogsGiveAStateThatWas)
     }
     for (const int count : seen)
         EXPECT_LT(10, count);
+}
+
+// What an earlier commit has written to a file may wait in its stream still, when the next one puts a new file in its place.
+TEST(CommitFileAccess, NewFileInPlaceOfAnOldOneTakesNothingFromIt)
+{
+    for (const char* size : {"small", "large"}) {
+        TemporaryFolder folder;
+        folder.Write("a.dat", std::string(100, 'a'));
+        auto files = OpenFolder(folder);
+        files->SetLimits({size[0] == 'l' ? size_t{3} : size_t{1000}, 1 << 20});
+        const auto old = files->OpenFile("a.dat", false);
+        ASSERT_TRUE(files->BeginCommit());
+        ASSERT_TRUE(old->SeekFromStart(100) && old->WriteData("b", 1));
+        ASSERT_TRUE(files->EndCommit());
+        ASSERT_TRUE(files->BeginCommit());
+        ASSERT_TRUE(files->CreateFile("a.dat"));
+        ASSERT_TRUE(files->OpenFile("a.dat", false)->WriteData("short", 5));
+        ASSERT_TRUE(files->EndCommit());
+        old->Close();
+        files.reset();
+        EXPECT_EQ("short", folder.Read("a.dat")) << size;
+    }
+}
+
+// Random commits on a folder, with small limits and with large ones, against files that are just strings.
+TEST(CommitFileAccess, FolderHoldsWhatAModelSays)
+{
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto upTo = [&random](size_t n) { return random() % (n + 1); };
+    TemporaryFolder folder;
+    auto files = OpenFolder(folder);
+    std::map<std::string, std::string> committed;
+    for (int commit = 0; commit < 400; commit++) {
+        if (upTo(9) == 0) {
+            files.reset();
+            ASSERT_EQ(committed, AllFilesOf(folder)) << commit;
+            files = OpenFolder(folder);
+        }
+        files->SetLimits(
+            {upTo(1) == 0 ? size_t{50} : size_t{1} << 20, upTo(1) == 0 ? 2000 : 1 << 20});
+        ASSERT_TRUE(files->BeginCommit());
+        auto model = committed;
+        for (size_t step = upTo(8); step > 0; step--) {
+            const std::string name = std::string(1, static_cast<char>('a' + upTo(2))) + ".dat";
+            std::string& bytes = model[name];
+            const size_t what = upTo(9);
+            const auto stream = files->OpenFile(name.c_str(), true);
+            ASSERT_TRUE(stream);
+            if (what == 0 && files->CreateFile(name.c_str())) {
+                bytes.clear();
+            } else if (what == 1 && files->DeleteFile(name.c_str())) {
+                model.erase(name);
+            } else if (what == 2) {
+                bytes.resize(upTo(bytes.size()));
+                ASSERT_TRUE(stream->SetLength(static_cast<int64_t>(bytes.size())));
+            } else {
+                const size_t position = what < 6 ? bytes.size() : upTo(bytes.size());
+                const std::string text(upTo(120), static_cast<char>('A' + upTo(25)));
+                bytes.resize(std::max(bytes.size(), position + text.size()));
+                bytes.replace(position, text.size(), text);
+                ASSERT_TRUE(stream->SeekFromStart(static_cast<int64_t>(position)));
+                ASSERT_TRUE(stream->WriteData(text.data(), static_cast<int>(text.size())));
+            }
+        }
+        if (upTo(3) == 0) {
+            files->CancelCommit();
+            continue;
+        }
+        ASSERT_TRUE(files->EndCommit()) << files->ErrorText().CString();
+        committed = model;
+    }
+    files.reset();
+    EXPECT_EQ(committed, AllFilesOf(folder));
+}
+
+// A crash after the second of two commits: the file has been cut by it, the bytes of the first have not arrived.
+TEST_F(CommitFileAccessTest, CutFileDoesNotLoseWhatWasWrittenBefore)
+{
+    disk.Put("a.dat", "0123456789");
+    ASSERT_TRUE(files->BeginCommit());
+    EXPECT_TRUE(Write("a.dat", 2, "xy") && Write("a.dat", 10, "0123456789"));
+    ASSERT_TRUE(files->EndCommit());
+    const int64_t before = disk.Operations();
+    ASSERT_TRUE(files->BeginCommit());
+    EXPECT_TRUE(files->OpenFile("a.dat", false)->SetLength(5));
+    ASSERT_TRUE(files->EndCommit());
+    // Flushed before, the first needs no record any more.
+    EXPECT_LE(before + 4, disk.Operations());
+    const std::string log = disk.AllFiles().at(kCommitLogName);
+    files.reset();
+    disk.Restore({{"a.dat", "01xy4"}, {kCommitLogName, log}});
+    CapturedErrors errors;
+    Open();
+    EXPECT_EQ("01xy4", disk.Bytes("a.dat"));
+    EXPECT_EQ("", errors.Text());
+}
+
+TEST_F(CommitFileAccessTest, LogTakenAwayMakesCommitsFail)
+{
+    disk.Put("a.dat", "0123456789");
+    ASSERT_TRUE(files->BeginCommit() && Write("a.dat", 2, "x") && files->EndCommit());
+    disk.Remove(kCommitLogName);
+    EXPECT_FALSE(files->BeginCommit());
+    EXPECT_EQ("_commit.log: No such file or directory", std::string(files->ErrorText().View()));
+}
+
+// What was on its way to a file may be gone when its flush has failed: no commit builds on the file before it was written again.
+TEST_F(CommitFileAccessTest, WhatAFailedFlushHasLostIsThereForTheNextCommit)
+{
+    int lost = 0;
+    for (int64_t call = 1; call < 10; call++) {
+        disk.Restore({{"a.dat", "0123456789"}});
+        Open();
+        files->SetLimits({1 << 20, 0});   // each commit is followed by a flush of its files
+        ASSERT_TRUE(files->BeginCommit() && Write("a.dat", 10, "first") && files->EndCommit());
+        ASSERT_TRUE(files->BeginCommit() && Write("a.dat", 15, "second"));
+        disk.FailAt(call, MemoryDisk::Fault::kOnce);
+        const bool committed = files->EndCommit();
+        disk.ClearFault();
+        if (!committed)
+            files->CancelCommit();
+        if (committed && disk.HasFailed() && files->ErrorText().View().starts_with("a.dat")) {
+            disk.Replace("a.dat", "0123456789first");
+            lost++;
+        }
+        ASSERT_TRUE(files->BeginCommit()) << call;
+        EXPECT_EQ(committed ? "0123456789firstsecond" : "0123456789first", Read("a.dat")) << call;
+        files->CancelCommit();
+        files.reset();
+        EXPECT_EQ(committed ? "0123456789firstsecond" : "0123456789first", disk.Bytes("a.dat"))
+            << call;
+    }
+    EXPECT_EQ(2, lost) << "writing it and flushing it";
 }
 
 // A log with good checksums that says what can't be.
