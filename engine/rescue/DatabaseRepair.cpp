@@ -7,6 +7,7 @@
 #include "engine/rescue/BodyReader.h"
 #include "engine/rescue/RepairPlan.h"
 #include "engine/rescue/SavedTable.h"
+#include "engine/storage/CommitFileAccess.h"
 #include "engine/storage/RecordFormat.h"
 #include "engine/storage/VelaDatabase.h"
 #include "runtime/ByteOrder.h"

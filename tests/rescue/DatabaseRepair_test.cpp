@@ -195,7 +195,13 @@ TEST(DatabaseRepair, TellsWhenTheNewDatabaseCantBeWritten)
         EXPECT_EQ(saved, report.error.empty()) << number;
         if (!full.HasFailed())
             break;
-        EXPECT_FALSE(saved) << number;
+        if (!saved)
+            continue;
+        // It failed behind the last commit, which only has to be brought to the files.
+        full.ClearFault();
+        EXPECT_EQ(RowsOf(&disk, "t"), RowsOf(&full, "t")) << number;
+        EXPECT_EQ(RowsOf(&disk, "u"), RowsOf(&full, "u")) << number;
+        EXPECT_THAT(Check(&full).texts, testing::IsEmpty()) << number;
     }
 }
 
