@@ -70,14 +70,18 @@ void LevelLoop::CollectRest(RecSetList* list)
 {
     if (!mLevel->joinTerms.empty())
         return;
-    const uint32_t last = mRows.Count();
-    list->Reserve(last - mPosition);
-    uint32_t& bound = mState->rows[mLevel->table];
-    mState->considered += last - mPosition;
-    for (; mPosition < last; mPosition++) {
-        bound = mRows.At(mLevel->reversed ? last - 1 - mPosition : mPosition);
-        list->Add(mState->rows.data());
-    }
+    const uint32_t all = mRows.Count();
+    const uint32_t position = mPosition;
+    const uint32_t rest = all - position;
+    const uint32_t* rows = mState->rows.data();
+    if (mLevel->reversed)
+        list->AddRange(rows, mLevel->table, rest,
+                       [&](uint32_t i) { return mRows.At(all - 1 - position - i); });
+    else
+        list->AddRange(rows, mLevel->table, rest,
+                       [&](uint32_t i) { return mRows.At(position + i); });
+    mState->considered += rest;
+    mPosition = all;
 }
 
 bool LevelLoop::NextCandidate(uint32_t* row)

@@ -37,12 +37,6 @@ public:
     [[nodiscard]] const VelaEvalContext& Context() const { return mState.context; }
     // The rows of the current record set, one per table; where they lie doesn't change.
     [[nodiscard]] const std::vector<uint32_t>& Rows() const { return mState.rows; }
-    // The row id that a row of a table has.
-    [[nodiscard]] uint32_t RowIDOf(size_t table, uint32_t row) const
-    {
-        TableColumns* columns = mState.columns[table];
-        return columns ? columns->RowIDs()[row] : row;
-    }
     // How many combinations, complete or not, were looked at so far; where a table is filtered by
     // itself, each of its rows counts once.
     [[nodiscard]] uint64_t Considered() const { return mState.considered; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "engine/query/VelaRecSet.h"
@@ -11,18 +12,25 @@ class RecSetList {
 public:
     explicit RecSetList(size_t tableCount) : mTableCount(tableCount) {}
 
-    // Makes room for count more; worth asking for many.
-    void Reserve(size_t count)
-    {
-        const size_t wanted = mRows.size() + count * mTableCount;
-        if (wanted > 2 * mRows.capacity())
-            mRows.reserve(wanted);
-    }
     // rows: one per table.
     void Add(const uint32_t* rows)
     {
         mRows.insert(mRows.end(), rows, rows + mTableCount);
         mCount++;
+    }
+    // Adds the same rows count times, but for those of one table: there, the i-th one has rowOf(i).
+    template <class RowOf>
+    void AddRange(const uint32_t* rows, size_t table, uint32_t count, const RowOf& rowOf)
+    {
+        const size_t start = mRows.size();
+        mRows.resize(start + size_t{count} * mTableCount);
+        uint32_t* place = mRows.data() + start;
+        for (uint32_t i = 0; i < count; i++, place += mTableCount) {
+            if (mTableCount > 1)
+                std::copy(rows, rows + mTableCount, place);
+            place[table] = rowOf(i);
+        }
+        mCount += count;
     }
     [[nodiscard]] size_t Count() const { return mCount; }
     [[nodiscard]] size_t TableCount() const { return mTableCount; }

@@ -29,13 +29,15 @@ bool IsCountOfAll(const VelaExpr& expr)
     return aggregate.Func() == kFuncCount && aggregate.Operand() == nullptr;
 }
 
-// Whether the field is an Integer that has come before, told without making its row.
-bool HasCome(const VExprField& field, const VelaEvalContext& context, DistinctRows* distinctRows)
+// The numbers of an output that is the only one of a DISTINCT query and a column of Integers in memory; else null.
+const ColumnData* OnlyIntegers(const std::vector<VelaExprPtr>& outputs,
+                               const VelaEvalContext& context)
 {
-    uint32_t row = 0;
-    const ColumnData* data = field.ColumnInPlace(context, &row);
-    return data && data->form == ColumnData::Form::kIntegers && data->type == kTypeInteger &&
-           !data->IsNull(row) && distinctRows->HasCome(data->integers[row]);
+    const VExprField* field = outputs.size() == 1 ? AsField(outputs[0].get()) : nullptr;
+    const ColumnData* data = field ? field->LoadedColumn(context) : nullptr;
+    const bool isIt =
+        data && data->form == ColumnData::Form::kIntegers && data->type == kTypeInteger;
+    return isIt ? data : nullptr;
 }
 
 void DropUnlessNew(DistinctRows* distinctRows, VelaTempTable* result)
@@ -99,26 +101,55 @@ bool VelaQuery::IsAggregateQuery() const
 
 void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const
 {
-    if (!mDistinct && FieldRows::Serves(mOutputs)) {
+    if (FieldRows::Serves(mOutputs)) {
         RecSetList list(mTables.size());
         recSets->CollectRest(&list);
-        FieldRows(mOutputs, recSets->Context()).Append(list, result);
+        if (mDistinct)
+            AddDistinctRows(recSets->Context(), list, result);
+        else
+            FieldRows(mOutputs, recSets->Context()).Append(list, result);
         return;
     }
     DistinctRows distinctRows(*result);
     std::vector<uint32_t> rowIDs(mTables.size());
-    const VelaRecSet source(rowIDs.data());
-    const VExprField* only =
-        mDistinct && mOutputs.size() == 1 ? AsField(mOutputs[0].get()) : nullptr;
     while (recSets->Next()) {
-        if (only && HasCome(*only, recSets->Context(), &distinctRows))
-            continue;
-        for (size_t table = 0; table < rowIDs.size(); table++)
-            rowIDs[table] = recSets->RowIDOf(table, recSets->Rows()[table]);
-        EvaluateOutputs(recSets->Context(), result->AppendRow(&source));
+        AddRow(recSets->Context(), &rowIDs, result);
         if (mDistinct)
             DropUnlessNew(&distinctRows, result);
     }
+}
+
+// Of outputs that are columns.
+void VelaQuery::AddDistinctRows(const VelaEvalContext& recSets, const RecSetList& list,
+                                VelaTempTable* result) const
+{
+    DistinctRows distinctRows(*result);
+    const ColumnData* integers = OnlyIntegers(mOutputs, recSets);
+    const size_t table = integers ? AsField(mOutputs[0].get())->Table() : 0;
+    std::vector<uint32_t> rowIDs(mTables.size());
+    VelaEvalContext context = recSets;
+    for (size_t i = 0; i < list.Count(); i++) {
+        const VelaRecSet recSet = list.At(i);
+        const uint32_t row = integers ? recSet.RowID(table) : 0;
+        if (integers && !integers->IsNull(row) && distinctRows.HasCome(integers->integers[row]))
+            continue;
+        context.recSet = &recSet;
+        AddRow(context, &rowIDs, result);
+        DropUnlessNew(&distinctRows, result);
+    }
+}
+
+// The row of the context's record set. rowIDs, which has an element for each table, is for its source.
+void VelaQuery::AddRow(const VelaEvalContext& context, std::vector<uint32_t>* rowIDs,
+                       VelaTempTable* result) const
+{
+    for (size_t table = 0; table < rowIDs->size(); table++) {
+        TableColumns* columns = (*context.columns)[table];
+        const uint32_t row = context.recSet->RowID(table);
+        (*rowIDs)[table] = columns ? columns->RowIDs()[row] : row;
+    }
+    const VelaRecSet source(rowIDs->data());
+    EvaluateOutputs(context, result->AppendRow(&source));
 }
 
 void VelaQuery::AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* result) const

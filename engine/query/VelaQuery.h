@@ -57,6 +57,10 @@ private:
     [[nodiscard]] std::vector<const VelaExpr*> OutputExprs() const;
     [[nodiscard]] bool IsAggregateQuery() const;
     void AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    void AddDistinctRows(const VelaEvalContext& recSets, const RecSetList& list,
+                         VelaTempTable* result) const;
+    void AddRow(const VelaEvalContext& context, std::vector<uint32_t>* rowIDs,
+                VelaTempTable* result) const;
     void AddAggregateRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
     [[nodiscard]] bool CountsOnly() const;
     void AddCountRow(RecSetEnumerator* recSets, VelaTempTable* result) const;
