@@ -108,8 +108,11 @@ ScriptRunner::Progress ScriptRunner::RunComplete(StatementSplitter* splitter,
 
 bool ScriptRunner::RunOne(const SourceStatement& statement, const std::string& name)
 {
-    if (statement.kind == SourceStatement::Kind::kCommand)
-        return RunCommand(*this, statement, name);
+    if (statement.kind == SourceStatement::Kind::kCommand) {
+        const bool succeeded = RunCommand(*this, statement, name);
+        mSession.TellDamage();
+        return succeeded;
+    }
     return mSession.RunStatement(statement, name);
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "engine/sql/VelaSQL.h"
+#include "shell/DisplayText.h"
 #include "shell/OpenDatabase.h"
 #include "shell/StatementParser.h"
 
@@ -82,6 +83,7 @@ bool Session::RunStatement(const SourceStatement& statement, const std::string& 
     const bool written = FlushOutput();
 
     Report(statement, file, text, outcome);
+    TellDamage();
     if (mOptions.timer)
         PrintRunTime(start);
     return written && !outcome.IsFailure();
@@ -131,6 +133,21 @@ void Session::Report(const SourceStatement& statement, const std::string& file, 
         PrintCaret(statement, offset);
 }
 
+void Session::TellDamage()
+{
+    const std::vector<DamagedPlace>& places = mDatabase.Files()->Damage().Places();
+    const bool isFirst = mDamageTold == 0 && !places.empty();
+    for (; mDamageTold < places.size(); mDamageTold++) {
+        const DamagedPlace& place = places[mDamageTold];
+        PrintNote(ShownText(place.file) + ":" + std::to_string(place.offset) + ": " +
+                  DamageText(place.kind));
+    }
+    if (isFirst)
+        PrintNote(
+            "the database is damaged; \"veladb check\" tells all that is wrong, and \"veladb "
+            "repair\" saves what can be read");
+}
+
 bool Session::Fail(const SourcePlace& where, std::string_view sqlState,
                    std::string_view description)
 {
@@ -153,6 +170,7 @@ int Session::Finish(bool completed)
         return 1;
     }
     const int status = CommitOpenChanges();
+    TellDamage();
     return HasFailures() ? 1 : status;
 }
 

@@ -39,6 +39,10 @@ public:
     bool Fail(const SourcePlace& where, std::string_view sqlState, std::string_view description);
     [[nodiscard]] bool HasFailures() const { return mFailures > 0; }
 
+    // Says what could not be read of the database's files, each place once: file, offset, and what
+    // that means. Called after everything that reads them.
+    void TellDamage();
+
     // Passes the data written so far on. False: it can't be written, now or earlier.
     [[nodiscard]] bool FlushOutput() { return mOutput.Flush(); }
     [[nodiscard]] bool OutputFailed() const { return mOutput.Error() != 0; }
@@ -68,6 +72,7 @@ private:
     std::unique_ptr<ResultFormat> mFormat;
     uint64_t mStatements = 0;
     uint64_t mFailures = 0;
+    size_t mDamageTold = 0;   // places of the database's log
     bool mQuitRequested = false;
 };
 

@@ -2,6 +2,8 @@
 
 #include <bit>
 
+#include "engine/storage/DamageLog.h"
+
 namespace vela {
 
 namespace {
@@ -204,6 +206,18 @@ void RandomAccessMechanism::ApplyDecryption(void* buffer, int count)
         bytes[i] = static_cast<unsigned char>(bytes[i] ^ mKey);
         mKey ^= bytes[i];
     }
+}
+
+void RandomAccessMechanism::SetDamageLog(DamageLog* log, const string& fileName)
+{
+    mDamageLog = log;
+    mFileName = fileName;
+}
+
+void RandomAccessMechanism::NoteDamage(int64_t offset, DamageKind kind) const
+{
+    if (mDamageLog != nullptr)
+        mDamageLog->Note(std::string(mFileName.View()), offset, kind);
 }
 
 }   // namespace vela

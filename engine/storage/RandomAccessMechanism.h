@@ -6,6 +6,9 @@
 
 namespace vela {
 
+class DamageLog;
+enum class DamageKind;
+
 // RandomAccessMechanism is the byte stream through which the engine reaches every file: a position,
 // a length, raw reads and writes, and on top of them typed ones in a selectable byte order.
 // Concrete streams supply the raw operations.
@@ -81,7 +84,14 @@ public:
     void ApplyEncryption(void* buffer, int count);
     void ApplyDecryption(void* buffer, int count);
 
+    // Where readers tell of damage that they meet, and under which file name. The log is borrowed;
+    // null, as at first: nowhere.
+    void SetDamageLog(DamageLog* log, const string& fileName);
+    void NoteDamage(int64_t offset, DamageKind kind) const;
+
 private:
+    DamageLog* mDamageLog = nullptr;
+    string mFileName;   // for the log
     bool mEncryption = false;
     uint32_t mKey = 0;
     bool mBigEndian = false;

@@ -220,6 +220,15 @@ bool RecordReader::Next(RecordField* field)
     return false;
 }
 
+bool IsWholeBody(std::string_view body)
+{
+    RecordReader reader(body);
+    RecordField field;
+    while (reader.Next(&field)) {
+    }
+    return !reader.IsDamaged();
+}
+
 int32_t FieldInteger(const RecordField& field)
 {
     if (field.type == kTypeBoolean && field.payload.size() == 1)

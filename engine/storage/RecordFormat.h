@@ -99,6 +99,8 @@ public:
     [[nodiscard]] uint32_t Count() const { return mCount; }
     // The next value; false at the end, or where the body is damaged.
     bool Next(RecordField* field);
+    // Whether Next has ended at damage, before the last value.
+    [[nodiscard]] bool IsDamaged() const { return mDamaged; }
     // After the last value: whether the payloads end exactly where the body does.
     [[nodiscard]] bool EndsExactly() const { return !mDamaged && mPayload == mEnd; }
 
@@ -110,6 +112,9 @@ private:
     uint32_t mLeft = 0;
     bool mDamaged = false;
 };
+
+// Whether every value of a body can be read.
+[[nodiscard]] bool IsWholeBody(std::string_view body);
 
 // Makes the value that a field holds: non-null, but for type None.
 void DecodeField(const RecordField& field, VelaValue* value);

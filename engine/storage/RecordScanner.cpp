@@ -37,6 +37,11 @@ void ReportRecordError(RecordError error)
     std::fprintf(stderr, "VelaStorage error%d\n", static_cast<int>(error));
 }
 
+DamageKind DamageOf(RecordError error)
+{
+    return error == RecordError::kReadFailed ? DamageKind::kUnreadable : DamageKind::kHeader;
+}
+
 RecordScanner::RecordScanner(RandomAccessMechanism* file)
     : mFile(file),
       mLength(std::min(file->GetLength(), kMaxRecordFileSize)),
@@ -60,6 +65,7 @@ bool RecordScanner::Next()
         error = RecordError::kReadFailed;
     if (error != RecordError::kNone) {
         ReportRecordError(error);
+        mFile->NoteDamage(mPosition, DamageOf(error));
         mFailed = true;
         mNext = mLength;
         return false;

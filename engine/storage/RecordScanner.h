@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/storage/DamageLog.h"
 #include "engine/storage/RandomAccessMechanism.h"
 
 namespace vela {
@@ -23,6 +24,9 @@ RecordError ParseRecordHeader(const char* bytes, int64_t bytesAfter, RecordHeade
 
 // Writes the line "VelaStorage error" + the number to the standard error stream.
 void ReportRecordError(RecordError error);
+
+// What the damage is that a header with this error is.
+[[nodiscard]] DamageKind DamageOf(RecordError error);
 
 // RecordScanner walks all records of a record file in file order, live and deleted ones, reading large blocks. It moves the
 // stream's position. Memory: one block, or the largest record if that is larger.

@@ -23,16 +23,6 @@ uint32_t DescribedSchemaColumn(std::string_view body)
     return number >= VelaSchema::kTableName && number <= VelaSchema::kDefaultValue ? number : 0;
 }
 
-bool IsWholeBody(std::string_view body)
-{
-    RecordReader reader(body);
-    RecordField field;
-    uint32_t count = 0;
-    while (reader.Next(&field))
-        count++;
-    return count == reader.Count();
-}
-
 }   // namespace
 
 bool IsSchemaRecordFile(std::string_view bytes)

@@ -46,6 +46,7 @@ public:
     {
         if (mList.empty() || body.substr(0, mList.size()) != mList)
             Learn(body);
+        mDamaged = mList.empty();
         const char* payload = body.data() + mList.size();
         const char* end = body.data() + body.size();
         size_t taken = 0;
@@ -56,6 +57,7 @@ public:
                 field.payload = {payload, entry.size};
                 payload += entry.size;
             } else if (entry.size != kOwnSize || !ReadPayload(&payload, end, &field)) {
+                mDamaged = true;
                 break;
             }
             if (entry.number == 0)
@@ -65,6 +67,9 @@ public:
         }
         return taken;
     }
+
+    // Whether a wanted value of the last body may have been lost to damage.
+    [[nodiscard]] bool IsDamaged() const { return mDamaged; }
 
 private:
     struct Entry {
@@ -79,6 +84,7 @@ private:
     const std::vector<std::pair<uint32_t, uint32_t>>& mWanted;
     std::string mList;
     std::vector<Entry> mEntries;
+    bool mDamaged = false;
 };
 
 void RecordShape::Learn(std::string_view body)
@@ -298,6 +304,8 @@ size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers
                 if (change == nullptr || mColumns[number].data.Count() < rows)
                     AppendField(number, field);
             });
+        if (shape.IsDamaged())
+            storage->RecordStream()->NoteDamage(scanner.Position(), DamageKind::kBody);
         if (taken < numbers.size() || change != nullptr)
             for (uint32_t number : numbers)
                 if (mColumns[number].data.Count() < rows)

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "engine/storage/DamageLog.h"
 #include "engine/storage/RandomAccessMechanism.h"
 #include "runtime/SimpleVector.h"
 
@@ -43,6 +44,12 @@ public:
     // Appends the names of the files that match, sorted by bytes. In pattern "*" stands for any run
     // of characters, every other character for itself.
     virtual void FindFiles(const string& pattern, SimpleVector<string>* names) const = 0;
+
+    // What the tables that are opened on the files could not read.
+    [[nodiscard]] DamageLog& Damage() { return mDamage; }
+
+private:
+    DamageLog mDamage;
 };
 
 }   // namespace vela

@@ -205,8 +205,10 @@ void VelaIndex::LoadColumns(RandomAccessMechanism* stream)
         RecordField field;
         while (reader.Next(&field))
             mColumnIDs.push_back(field.columnID);
-        if (mColumnIDs.size() != reader.Count())
-            mColumnIDs.clear();   // some of them can't be read
+        if (reader.IsDamaged()) {   // some of them can't be read
+            mColumnIDs.clear();
+            stream->NoteDamage(scanner.Position(), DamageKind::kBody);
+        }
         return;
     }
 }
@@ -233,6 +235,7 @@ bool VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
         } else {
             mFreeSlots.push_back(slot);
             whole = false;
+            stream->NoteDamage(scanner.Position(), DamageKind::kIndexEntry);
         }
     }
     whole = whole && !scanner.Failed();

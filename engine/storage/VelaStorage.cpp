@@ -202,6 +202,7 @@ bool VelaStorage::ReadRecHeader(bool skipDeleted)
 bool VelaStorage::HandleError(RecordError error)
 {
     ReportRecordError(error);
+    mFile->NoteDamage(mPosition, DamageOf(error));
     return StandNowhere();
 }
 

@@ -52,8 +52,11 @@ void VelaTrans::OpenTable()
 bool VelaTrans::OpenFiles()
 {
     mRecordStream = mFiles->OpenFile(mName + ".dat", false);
-    if (!mRecordStream)
+    if (!mRecordStream) {
+        mFiles->Damage().Note(std::string((mName + ".dat").View()), 0, DamageKind::kMissing);
         return false;
+    }
+    mRecordStream->SetDamageLog(&mFiles->Damage(), mName + ".dat");
     if (!mFiles->IsReadOnly())
         mMapStream = mFiles->OpenFile(mName + ".map", true);
     else
@@ -143,6 +146,7 @@ bool VelaTrans::GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, Ve
     return false;
 }
 
+// Values that can't be read are taken for missing ones, and their place is noted.
 bool VelaTrans::ReadStoredRow(uint32_t rowID)
 {
     if (mCachedRowID == rowID && rowID != kInvalidRowID)
@@ -151,8 +155,12 @@ bool VelaTrans::ReadStoredRow(uint32_t rowID)
     VelaStorage* storage = Storage();
     if (!storage || !storage->GoToRowID(rowID, false))
         return false;
-    if (!storage->ReadBody(&body))
+    if (!storage->ReadBody(&body)) {
         body = {};
+        mRecordStream->NoteDamage(storage->Position(), DamageKind::kUnreadable);
+    } else if (!IsWholeBody(body)) {
+        mRecordStream->NoteDamage(storage->Position(), DamageKind::kBody);
+    }
     mCachedBody.assign(body.begin(), body.end());
     mCachedRowID = rowID;
     return true;

@@ -44,8 +44,10 @@ void VelaTrans::OpenIndexes()
         open.index = std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>());
         open.loaded = false;
         const auto stream = mFiles->OpenFile(IndexFileName(name), false);
-        if (stream)
+        if (stream) {
+            stream->SetDamageLog(&mFiles->Damage(), IndexFileName(name));
             open.index->LoadColumns(stream.get());
+        }
         if (!open.index->ColumnIDs().empty())
             mIndexes.push_back(std::move(open));
     }
@@ -59,6 +61,8 @@ VelaIndex* VelaTrans::NeedIndex(OpenIndex& open)
     const string name = open.index->Name();
     const SimpleVector<uint32_t> columnIDs = open.index->ColumnIDs();
     const auto stream = mFiles->OpenFile(IndexFileName(name), false);
+    if (stream)
+        stream->SetDamageLog(&mFiles->Damage(), IndexFileName(name));
     if (!stream || !open.index->LoadFromFile(stream.get())) {
         // Its file has gone or is damaged; the rows still have the values.
         open.index = std::make_unique<VelaIndex>(name, columnIDs);

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 #include "tests/rescue/RescueTesting.h"
@@ -52,6 +53,13 @@ protected:
         mRandom = TestRandom(mSeed);
     }
 
+    void TearDown() override
+    {
+        if (mRunAll)
+            std::printf("%d cases, in which %lld rows were whole and %lld of them saved\n", mTried,
+                        mWhole, mSaved);
+    }
+
     void Try(const Damage& damage)
     {
         if (damage.bytes == mFiles[damage.file] || (!mRunAll && !mRandom.OneIn(kOneIn)))
@@ -87,8 +95,10 @@ protected:
                                    record.begin < damage.end;
             if (isTouched)
                 continue;
+            mWhole++;
             const auto found = saved.find(record.rowID);
             ASSERT_NE(saved.end(), found) << table << " row " << record.rowID;
+            mSaved++;
             if (damage.file != "_schema.dat") {
                 EXPECT_EQ(rows.at(record.rowID), found->second) << table;
             }
@@ -102,6 +112,8 @@ protected:
     TestRandom mRandom{1};
     bool mRunAll;
     int mTried = 0;
+    long long mWhole = 0;
+    long long mSaved = 0;
 };
 
 TEST_F(DamageSweep, EveryByte)
