@@ -135,7 +135,7 @@ void Session::Report(const SourceStatement& statement, const std::string& file, 
 
 void Session::TellDamage()
 {
-    const std::vector<DamagedPlace>& places = mDatabase.Files()->Damage().Places();
+    const std::vector<DamagedPlace>& places = mDatabase.Damage().Places();
     const bool isFirst = mDamageTold == 0 && !places.empty();
     for (; mDamageTold < places.size(); mDamageTold++) {
         const DamagedPlace& place = places[mDamageTold];

@@ -296,6 +296,11 @@ bool VelaDatabase::ReplaceSchemaFile(std::string_view bytes)
 
 // ---- the clock
 
+const DamageLog& VelaDatabase::Damage() const
+{
+    return mFiles->Damage();
+}
+
 void VelaDatabase::UpdateClock()
 {
     const LocalTime now = CurrentLocalTime();

@@ -61,6 +61,9 @@ public:
             DropColumns();
     }
 
+    // What could not be read of the files so far; it grows while statements read.
+    [[nodiscard]] const DamageLog& Damage() const;
+
     // Takes the local time into the three clock texts: "2026-11-21", "09:05:00", and both with a blank between.
     void UpdateClock();
     [[nodiscard]] const string& CurrentDate() const { return mCurrentDate; }

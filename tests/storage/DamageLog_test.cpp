@@ -45,7 +45,7 @@ std::vector<std::string> PlacesMet(MemoryDisk* disk)
         database.Rollback();
     }
     std::vector<std::string> places;
-    for (const DamagedPlace& place : database.database->Files()->Damage().Places())
+    for (const DamagedPlace& place : database.database->Damage().Places())
         places.push_back(place.file + ":" + std::to_string(place.offset) + " " +
                          std::to_string(static_cast<int>(place.kind)));
     return places;
