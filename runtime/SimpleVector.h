@@ -19,6 +19,13 @@ class SimpleVector {
 public:
     SimpleVector() = default;
     SimpleVector(std::initializer_list<T> items) : mItems(items) {}
+    // Of that many value-initialised elements.
+    [[nodiscard]] static SimpleVector OfSize(size_t count)
+    {
+        SimpleVector made;
+        made.mItems.resize(count);
+        return made;
+    }
 
     // item may be an element of this list.
     void push_back(const T& item)
@@ -42,6 +49,12 @@ public:
     // New elements are value-initialised: numbers 0, pointers null.
     void resize(size_t count) { mItems.resize(count); }
     void reserve(size_t count) { mItems.reserve(count); }
+    // The next push_back takes no memory.
+    void MakeRoomForOne()
+    {
+        if (mItems.size() == mItems.capacity())
+            GrowForOneMore();
+    }
     void clear() { mItems.clear(); }
     void pop_back() { mItems.pop_back(); }
     // Closes the gap: later elements move down one place.

@@ -4,6 +4,7 @@
 #include <iconv.h>
 
 #include <bit>
+#include <new>
 #include <string>
 
 #include "runtime/String.h"
@@ -61,7 +62,12 @@ static_assert(sizeof(wchar_t) == 4, "a wchar_t holds any code point");
 // One direction of the C library's conversion.
 class Converter {
 public:
-    Converter(const char* target, const char* source) : mConversion(iconv_open(target, source)) {}
+    Converter(const char* target, const char* source) : mConversion(iconv_open(target, source))
+    {
+        // A text must not stay unconverted for want of memory.
+        if (!IsValid() && errno == ENOMEM)
+            throw std::bad_alloc();
+    }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
     ~Converter()

@@ -24,6 +24,8 @@ constexpr char kInvalidTransactionState[] = "25000";
 constexpr char kTransactionInProgress[] = "25S02";
 constexpr char kFeatureNotSupported[] = "0A000";
 constexpr char kInternalSQLError[] = "72000";
+constexpr char kOutOfMemory[] = "53200";
+constexpr char kTransactionLost[] = "40000";
 
 }   // namespace
 
@@ -46,6 +48,8 @@ const VelaState kVEInvalidTransactionState = kInvalidTransactionState;
 const VelaState kVETransactionInProgress = kTransactionInProgress;
 const VelaState kVEFeatureNotSupported = kFeatureNotSupported;
 const VelaState kVEInternalSQLError = kInternalSQLError;
+const VelaState kVEOutOfMemory = kOutOfMemory;
+const VelaState kVETransactionLost = kTransactionLost;
 
 namespace {
 
@@ -74,6 +78,8 @@ constexpr DefaultMessage kDefaultMessages[] = {
     {kTransactionInProgress, "Error: Transaction in progress."},
     {kFeatureNotSupported, "Error: Unsupported SQL feature."},
     {kInternalSQLError, "Error: Internal SQL processor error."},
+    {kOutOfMemory, "Error: Out of memory."},
+    {kTransactionLost, "Error: Out of memory. The changes since the last COMMIT are lost."},
 };
 
 }   // namespace

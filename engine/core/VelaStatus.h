@@ -27,12 +27,17 @@ extern const VelaState kVEInvalidTransactionState;        // 25000
 extern const VelaState kVETransactionInProgress;          // 25S02
 extern const VelaState kVEFeatureNotSupported;            // 0A000
 extern const VelaState kVEInternalSQLError;               // 72000
+// Memory ran out. The first: what was pending before is pending still. The second: all changes since
+// the last commit are lost.
+extern const VelaState kVEOutOfMemory;       // 53200
+extern const VelaState kVETransactionLost;   // 40000
 
 // VelaStatus is the outcome of an operation: a state and, where there is more to say, a message
 // that takes the place of the state's own. Set it by assigning a whole new one; never the message
 // alone.
 class VelaStatus {
 public:
+    // A status without a message takes no memory.
     VelaStatus() : mState(kVEStateSuccess) {}
     VelaStatus(VelaState state, string message)
         : mState(state), mMessage(static_cast<string&&>(message))

@@ -183,7 +183,7 @@ VelaValue Trim(const VelaValue& value, const VelaValue* trimmedValue, const Vela
 
 // ---- the database
 
-VelaValue LastRowID(const VelaDatabase& database, const VelaValue& tableName)
+VelaValue LastRowID(VelaDatabase& database, const VelaValue& tableName)
 {
     uint32_t rowID = 0;
     if (!database.LastRowID(tableName.GetString(), &rowID))
@@ -191,7 +191,7 @@ VelaValue LastRowID(const VelaDatabase& database, const VelaValue& tableName)
     return VelaValue::Integer(static_cast<int32_t>(rowID));
 }
 
-bool EvalWithDatabase(VelaFuncCode code, const VelaDatabase& database, const VelaValue* arg1,
+bool EvalWithDatabase(VelaFuncCode code, VelaDatabase& database, const VelaValue* arg1,
                       VelaValue* result)
 {
     switch (code) {

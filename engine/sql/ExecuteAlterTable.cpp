@@ -160,6 +160,7 @@ void Reload(VelaDatabase& database, size_t position)
 {
     SimpleVector<VelaTable*>& tables = database.OpenTables();
     VelaTrans* table = tables[position]->AsStoredTable();
+    tables[position] = nullptr;   // it is going
     database.Schema()->ReloadTable(&table);
     if (table)
         tables[position] = table;
@@ -184,8 +185,10 @@ void ExecuteAlterTable(const SQLAlterTableNode& node, VelaDatabase& database, Ve
     if (node.mColumn)
         alteration.row = FindSchemaRow(alteration.schema, alteration.columns, node.mTableName,
                                        node.mColumn->mName);
+    database.BeginSchemaChange();
     if (Alter(alteration, status))
         Reload(database, position);
+    database.EndSchemaChange();
 }
 
 }   // namespace vela

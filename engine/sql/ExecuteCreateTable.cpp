@@ -42,6 +42,7 @@ void ExecuteCreateTable(const SQLCreateTableNode& node, VelaDatabase& database, 
         return;
 
     VelaSchema* schema = database.Schema();
+    database.BeginSchemaChange();
     for (size_t i = 0; i < node.mColumns.size(); i++) {
         const uint32_t columnID = static_cast<uint32_t>(i) + 1;
         schema->AddSchemaRow(node.mTableName, columnID, node.mColumns[i]->mName, types[i], 0, true,
@@ -52,6 +53,7 @@ void ExecuteCreateTable(const SQLCreateTableNode& node, VelaDatabase& database, 
         database.AddOpenTable(std::move(table));
     else
         Fail(status, kVEInternalSQLError, "");
+    database.EndSchemaChange();
 }
 
 }   // namespace vela

@@ -1,7 +1,6 @@
 #include "engine/sql/SQLDropTableNode.h"
 #include "engine/sql/StatementChecks.h"
 #include "engine/sql/StatementExecutors.h"
-#include "engine/sql/VelaSQL.h"
 
 namespace vela {
 
@@ -21,10 +20,14 @@ void ExecuteDropTable(const SQLDropTableNode& node, VelaDatabase& database, Vela
         return;
     }
     VelaStatus deleteStatus;
-    VelaSQLExecute("DELETE FROM _schema WHERE TableName='" + name + "'", database, &deleteStatus);
+    database.BeginSchemaChange();
+    RunStatement("DELETE FROM _schema WHERE TableName='" + name + "'", database, &deleteStatus);
     if (deleteStatus.State() == kVEStateSuccess)
         database.MoveToDropped(position);
-    else if (status)
+    database.EndSchemaChange();
+    if (deleteStatus.State() == kVEStateSuccess)
+        return;
+    if (status)
         *status = deleteStatus;
 }
 

@@ -2,8 +2,7 @@
 
 namespace vela {
 
-bool FindOpenTable(const VelaDatabase& database, const string& name, size_t* position,
-                   VelaStatus* status)
+bool FindOpenTable(VelaDatabase& database, const string& name, size_t* position, VelaStatus* status)
 {
     const long found = database.FindOpenTable(name);
     if (found < 0)

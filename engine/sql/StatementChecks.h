@@ -9,7 +9,7 @@ namespace vela {
 // whether the check passed; when it didn't, status, unless null, says why.
 
 // Sets position to that of the open table of exactly that name.
-bool FindOpenTable(const VelaDatabase& database, const string& name, size_t* position,
+bool FindOpenTable(VelaDatabase& database, const string& name, size_t* position,
                    VelaStatus* status);
 // The same for the table itself.
 bool FindOpenTable(VelaDatabase& database, const string& name, VelaTable** table,

@@ -35,6 +35,9 @@ void ExecuteCreateIndex(const SQLCreateIndexNode& node, VelaDatabase& database, 
 void ExecuteDropIndex(const SQLDropIndexNode& node, VelaDatabase& database, VelaStatus* status);
 void ExecuteSetOption(const SQLSetOptionNode& node, VelaDatabase& database, VelaStatus* status);
 
+// VelaSQLExecute without its door: for a statement that is part of another.
+void RunStatement(const string& sql, VelaDatabase& database, VelaStatus* status);
+
 // The rows; null when it failed. The lists are those of VelaSQLQuery; each may be null.
 std::unique_ptr<VelaTempTable> ExecuteSelect(const SQLSelectNode& node, VelaDatabase& database,
                                              VelaStatus* status, SimpleVector<string>* tableNames,

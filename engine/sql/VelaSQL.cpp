@@ -79,22 +79,30 @@ void Dispatch(const SQLSyntaxNode& root, VelaDatabase& database, VelaStatus* sta
 
 }   // namespace
 
-void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* status)
+void RunStatement(const string& sql, VelaDatabase& database, VelaStatus* status)
 {
     const SQLSyntaxNodePtr root = Start(sql, database, status);
     if (root)
         Dispatch(*root, database, status);
 }
 
+void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* status)
+{
+    database.Enter(status, [&] { RunStatement(sql, database, status); });
+}
+
 bool VelaSQLExplain(const string& sql, VelaDatabase& database, VelaStatus* status,
                     SimpleVector<string>* lines)
 {
-    const SQLSyntaxNodePtr root = Start(sql, database, status);
-    if (!root)
-        return false;
-    if (!root->IsSelect())
-        return Fail(status, kVEInvalidParameter, "Error: Only a SELECT can be explained.");
-    return ExplainSelect(As<SQLSelectNode>(*root), database, status, lines) != nullptr;
+    bool explained = false;
+    const bool done = database.Enter(status, [&] {
+        const SQLSyntaxNodePtr root = Start(sql, database, status);
+        if (root && !root->IsSelect())
+            Fail(status, kVEInvalidParameter, "Error: Only a SELECT can be explained.");
+        else if (root)
+            explained = ExplainSelect(As<SQLSelectNode>(*root), database, status, lines) != nullptr;
+    });
+    return done && explained;
 }
 
 std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& database,
@@ -102,11 +110,14 @@ std::unique_ptr<VelaTable> VelaSQLQuery(const string& sql, VelaDatabase& databas
                                         SimpleVector<string>* rangeNames,
                                         SimpleVector<long>* sourceColumns)
 {
-    const SQLSyntaxNodePtr root = Start(sql, database, status);
-    if (!root || !root->IsSelect())
-        return nullptr;
-    return ExecuteSelect(As<SQLSelectNode>(*root), database, status, tableNames, rangeNames,
-                         sourceColumns);
+    std::unique_ptr<VelaTable> rows;
+    database.Enter(status, [&] {
+        const SQLSyntaxNodePtr root = Start(sql, database, status);
+        if (root && root->IsSelect())
+            rows = ExecuteSelect(As<SQLSelectNode>(*root), database, status, tableNames, rangeNames,
+                                 sourceColumns);
+    });
+    return rows;
 }
 
 }   // namespace vela

@@ -9,6 +9,9 @@ namespace vela {
 
 class VelaDatabase;
 
+// In all of these, memory that runs out ends the statement, with the state kVEOutOfMemory or kVETransactionLost
+// (VelaDatabase::Enter).
+
 // Runs one statement that returns no rows. A SELECT is parsed and does nothing. status may be null. The statement's
 // changes stay in the open transaction; after a failure those of its earlier steps do too.
 void VelaSQLExecute(const string& sql, VelaDatabase& database, VelaStatus* status);

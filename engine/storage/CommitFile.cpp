@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "engine/core/OutOfMemory.h"
 #include "engine/storage/CommitFileAccess.h"
 
 namespace vela {
@@ -330,7 +331,7 @@ void CommitFile::Cancel()
     mChanged = false;
     // A stream whose flush has failed may not try again; a new one may. When it can't be had, reading fails until it can.
     if (mFlushFailed && !mGrowing)
-        (void)Reopen();
+        (void)CatchOutOfMemory([this] { (void)Reopen(); });
 }
 
 bool CommitFile::CutBack()

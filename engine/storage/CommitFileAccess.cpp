@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <utility>
 
+#include "engine/core/OutOfMemory.h"
 #include "engine/storage/CommitStream.h"
 #include "engine/storage/NamePattern.h"
 
@@ -38,7 +38,7 @@ CommitFileAccess::CommitFileAccess(std::unique_ptr<VelaFileAccess> files)
 CommitFileAccess::~CommitFileAccess()
 {
     if (IsOpen() && !IsReadOnly())
-        Close();
+        (void)CatchOutOfMemory([this] { Close(); });
 }
 
 // What fails here leaves the log, which the next opening goes by.
@@ -97,17 +97,21 @@ std::shared_ptr<CommitFile> CommitFileAccess::FindFile(const std::string& name)
 
 void CommitFileAccess::StreamCloses(std::shared_ptr<CommitFile> file)
 {
-    const std::string name = file->Name();
+    const auto open = mOpenFiles.find(file->Name());
     file.reset();
-    Prune(name);
+    Prune(open);
+}
+
+void CommitFileAccess::Prune(const std::string& name)
+{
+    Prune(mOpenFiles.find(name));
 }
 
 // Gives a file of the container up that nobody uses and that has nothing to be flushed.
-void CommitFileAccess::Prune(const std::string& name)
+void CommitFileAccess::Prune(OpenFiles::iterator open)
 {
-    const auto open = mOpenFiles.find(name);
     if (open != mOpenFiles.end() && open->second.use_count() == 1 && !open->second->HasChanges() &&
-        mChanges.count(name) == 0)
+        mChanges.count(open->first) == 0)
         mOpenFiles.erase(open);
 }
 
@@ -184,7 +188,8 @@ void CommitFileAccess::MarkDeleted(const std::string& name)
     NameChange& change = ChangeOf(name);
     change.created = false;
     change.deleted = true;
-    mOpenFiles.erase(name);
+    if (auto place = mOpenFiles.extract(name))
+        change.place = std::move(place);
 }
 
 bool CommitFileAccess::RenameFile(const string& from, const string& to)
@@ -300,12 +305,11 @@ bool CommitFileAccess::EndCommit()
 // What fails here is tried again later; the log has it all.
 void CommitFileAccess::FollowCommit()
 {
-    try {
+    const bool hadMemory = CatchOutOfMemory([this] {
         if (ApplyChanges() && mCheckpointDue)
             (void)Checkpoint();
-    } catch (const std::bad_alloc&) {
-        mCheckpointDue = true;
-    }
+    });
+    mCheckpointDue = mCheckpointDue || !hadMemory;
 }
 
 // A record that cuts a file must not follow one that changes what is cut off: after a crash the file may have been cut
@@ -355,25 +359,32 @@ void CommitFileAccess::CancelCommit()
     mCommitting = false;
     if (IsReadOnly())
         return;
-    for (auto& [name, change] : mChanges) {
-        const auto open = mOpenFiles.find(name);
-        if (change.before)
-            mOpenFiles[name] = change.before;
-        else if (open != mOpenFiles.end() && change.created)
-            mOpenFiles.erase(open);
-        if (change.before)
-            change.before->Cancel();
-        else if (mOpenFiles.count(name) != 0)
-            mOpenFiles[name]->Cancel();
-    }
+    for (auto& [name, change] : mChanges)
+        GoBack(name, &change);
     const auto changes = std::move(mChanges);
     mChanges.clear();
     for (const auto& [name, change] : changes)
         Prune(name);
     // What fails now is tried again before the next commit. The reason of the failure that led here is kept.
     const string reason = mErrorText;
-    (void)MendFailures();
+    (void)CatchOutOfMemory([this] { (void)MendFailures(); });
     mErrorText = reason;
+}
+
+void CommitFileAccess::GoBack(const std::string& name, NameChange* change)
+{
+    auto open = mOpenFiles.find(name);
+    if (change->before && open != mOpenFiles.end()) {
+        open->second = change->before;
+    } else if (change->before) {
+        change->place.mapped() = change->before;
+        open = mOpenFiles.insert(std::move(change->place)).position;
+    } else if (open != mOpenFiles.end() && change->created) {
+        mOpenFiles.erase(open);
+        return;
+    }
+    if (open != mOpenFiles.end())
+        open->second->Cancel();
 }
 
 // ---- what follows a commit

@@ -33,7 +33,8 @@ public:
     [[nodiscard]] bool BeginCommit();
     // True: the device has the whole commit. False: it is not committed, and CancelCommit must follow.
     [[nodiscard]] bool EndCommit();
-    // Everything is as it was at BeginCommit; streams that were opened on files of this commit are of no use any more.
+    // Everything is as it was at BeginCommit; streams that were opened on files of this commit are of no use any more. Takes
+    // no memory that it must have.
     void CancelCommit();
     [[nodiscard]] bool IsCommitting() const { return mCommitting; }
 
@@ -61,11 +62,14 @@ private:
     friend class CommitFile;
     friend class CommitStream;
 
+    using OpenFiles = std::map<std::string, std::shared_ptr<CommitFile>>;
+
     // What the commit under way, or one that has not reached the files yet, does to a name.
     struct NameChange {
         bool created = false;
         bool deleted = false;
         std::shared_ptr<CommitFile> before;   // the file that had the name, if it was open
+        OpenFiles::node_type place;           // of a deleted name, so that it needs no new one
     };
 
     // For files and their streams.
@@ -81,6 +85,7 @@ private:
     [[nodiscard]] int LogErrorNumber() const { return mLog.ErrorNumber(); }
     [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenInContainer(const std::string& name);
     void StreamCloses(std::shared_ptr<CommitFile> file);
+    void GoBack(const std::string& name, NameChange* change);
 
     // Else every operation refuses.
     [[nodiscard]] bool IsUsable() const { return mRecovered || mRecovering; }
@@ -89,6 +94,7 @@ private:
     void MarkDeleted(const std::string& name);
     NameChange& ChangeOf(const std::string& name);
     void Prune(const std::string& name);
+    void Prune(OpenFiles::iterator open);
 
     bool CheckChange(const std::string& name);
     bool MakeCutsSafe();
@@ -123,7 +129,7 @@ private:
     bool mRecovered = false;
     string mErrorText;
 
-    std::map<std::string, std::shared_ptr<CommitFile>> mOpenFiles;
+    OpenFiles mOpenFiles;
     std::map<std::string, NameChange> mChanges;
     std::map<std::string, std::shared_ptr<CommitFile>>
         mUnflushed;   // written by Apply since the last checkpoint

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "engine/storage/Checksum.h"
+#include "runtime/ScopeExit.h"
 
 namespace vela {
 
@@ -144,9 +145,14 @@ bool CommitLog::Append(LogRecordKind kind, std::string_view payload)
 
 bool CommitLog::Create()
 {
-    if (!mFiles->CreateFile(kCommitLogName))
+    // An empty log may stay behind when memory runs out here; Mend removes it.
+    ScopeExit doubt([this] { mDoubt = Doubt::kRecord; });
+    const bool created = mFiles->CreateFile(kCommitLogName);
+    if (created)
+        mStream = mFiles->OpenFile(kCommitLogName, false);
+    doubt.Dismiss();
+    if (!created)
         return FailWithFiles();
-    mStream = mFiles->OpenFile(kCommitLogName, false);
     mNamed = false;
     return mStream || FailWithFiles();
 }

@@ -280,8 +280,10 @@ bool DecodeRecordBody(std::string_view body, VelaRow* values)
     RecordField field;
     size_t index = 0;
     for (; reader.Next(&field); index++) {
-        if (index == values->size())
+        if (index == values->size()) {
+            values->MakeRoomForOne();
             values->push_back(new VelaValueWithID);
+        }
         (*values)[index]->SetColumnID(field.columnID);
         DecodeField(field, (*values)[index]);
     }

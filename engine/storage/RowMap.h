@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <utility>
@@ -16,7 +17,8 @@ namespace vela {
 // The list is not deduplicated: a key that is set twice with Append is listed twice, and both places give its newest
 // value. Look-up, Append and (while no key was listed twice) RemoveItem take constant time; positions are counted over the
 // keys that are left. Inside, the slots of an open-addressing table hold positions in the list; removed places stay in the
-// list, marked, until they are half of it.
+// list, marked, until they are half of it. An Append or Set that runs out of memory has changed nothing; nothing else but
+// Presize takes memory.
 template <class T>
 class RowMap {
 public:
@@ -63,6 +65,10 @@ public:
     void Append(uint32_t rowID, T value)
     {
         const size_t slot = FindSlot(rowID);
+        mKeys.MakeRoomForOne();
+        mValues.MakeRoomForOne();
+        if (slot == kNoSlot)
+            MakeRoomForSlot();
         mKeys.push_back(rowID);
         mValues.push_back({std::move(value), true, true});
         const uint32_t place = static_cast<uint32_t>(mKeys.size());
@@ -72,6 +78,14 @@ public:
         }
         mListedTwice = true;
         mSlots[slot] = place;
+    }
+
+    // Takes the Append of a key back that was not there before it, as the last thing that has happened to the map.
+    void TakeBack(uint32_t rowID)
+    {
+        mSlots[FindSlot(rowID)] = kRemovedSlot;
+        mKeys.pop_back();
+        mValues.pop_back();
     }
 
     // Replaces the value of a key, or appends the key when it is absent.
@@ -169,13 +183,14 @@ private:
         }
     }
 
+    void MakeRoomForSlot()
+    {
+        if ((mUsedSlots + 1) * 4 > mSlots.size() * 3)
+            Rehash(Count() + 1);
+    }
+
     void InsertSlot(uint32_t rowID, uint32_t place)
     {
-        if ((mUsedSlots + 1) * 4 > mSlots.size() * 3) {
-            Rehash(mKeys.size() -
-                   mRemoved);   // takes in the new place too, which is listed already
-            return;
-        }
         size_t slot = Home(rowID);
         while (mSlots[slot] != 0)
             slot = (slot + 1) & (mSlots.size() - 1);
@@ -183,13 +198,23 @@ private:
         mUsedSlots++;
     }
 
-    // Fits the slots to count keys and enters every one that is in the map; of a key listed twice the last place wins.
+    // Fits the slots to count keys.
     void Rehash(size_t count)
     {
         const size_t size = std::bit_ceil(count * 2 < 32 ? size_t{32} : count * 2);
-        mSlots.clear();
+        if (size > mSlots.capacity())
+            mSlots = SimpleVector<uint32_t>::OfSize(size);
+        else
+            std::fill(mSlots.begin(), mSlots.end(), 0u);
         mSlots.resize(size);
         mSlotBits = static_cast<uint32_t>(std::countr_zero(size));
+        FillSlots();
+    }
+
+    // Enters every key that is in the map into the slots, which are free; of a key listed twice the last place wins.
+    void FillSlots()
+    {
+        const size_t size = mSlots.size();
         mUsedSlots = 0;
         for (size_t place = 0; place < mKeys.size(); place++) {
             if (!mValues[place].listed || !mValues[place].mapped)
@@ -221,7 +246,7 @@ private:
         return first;
     }
 
-    // Closes the gaps that removed keys left in the list.
+    // Closes the gaps that removed keys left in the list. The slots stay as many as they are.
     void Compact()
     {
         size_t kept = 0;
@@ -237,7 +262,8 @@ private:
         mKeys.resize(kept);
         mValues.resize(kept);
         mRemoved = 0;
-        Rehash(kept);
+        std::fill(mSlots.begin(), mSlots.end(), 0u);
+        FillSlots();
     }
 
     SimpleVector<uint32_t> mKeys;

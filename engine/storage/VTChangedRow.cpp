@@ -1,7 +1,6 @@
 #include "engine/storage/VTChangedRow.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -30,34 +29,33 @@ bool NamesAColumnTwice(const VelaRow& values)
 
 }   // namespace
 
-VTChangedRow* VTChangedRow::Allocate(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize)
+VTChangedRow::Owner VTChangedRow::Allocate(uint32_t rowID, Kind kind, bool hasNulls,
+                                           size_t bodySize)
 {
-    void* memory = std::malloc(sizeof(VTChangedRow) + bodySize);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    return new (memory) VTChangedRow(rowID, kind, hasNulls, bodySize);
+    void* memory = ::operator new(sizeof(VTChangedRow) + bodySize);
+    return Owner(new (memory) VTChangedRow(rowID, kind, hasNulls, bodySize));
 }
 
-VTChangedRow* VTChangedRow::Create(uint32_t rowID, Kind kind, bool hasNulls, std::string_view body)
+VTChangedRow::Owner VTChangedRow::Create(uint32_t rowID, Kind kind, bool hasNulls,
+                                         std::string_view body)
 {
-    VTChangedRow* row = Allocate(rowID, kind, hasNulls, body.size());
+    Owner row = Allocate(rowID, kind, hasNulls, body.size());
     std::memcpy(row->Bytes(), body.data(), body.size());
     return row;
 }
 
-VTChangedRow* VTChangedRow::Create(uint32_t rowID, Kind kind, const VelaRow& values)
+VTChangedRow::Owner VTChangedRow::Create(uint32_t rowID, Kind kind, const VelaRow& values)
 {
-    VTChangedRow* row = Allocate(rowID, kind, HasNull(values), CalcSchemaAndDataSize(values));
+    Owner row = Allocate(rowID, kind, HasNull(values), CalcSchemaAndDataSize(values));
     EncodeRecordBody(row->Bytes(), values);
     if (kind == kInsert || !NamesAColumnTwice(values))
         return row;
     std::vector<char> body;
     const bool hasNulls = MergeBodies(kEmptyBody, row->Body(), MergedNulls::kKeep, &body);
-    row->Destroy();
     return Create(rowID, kind, hasNulls, {body.data(), body.size()});
 }
 
-VTChangedRow* VTChangedRow::UpdateValues(const VelaRow& values) const
+VTChangedRow::Owner VTChangedRow::UpdateValues(const VelaRow& values) const
 {
     std::vector<char> changes(CalcSchemaAndDataSize(values));
     EncodeRecordBody(changes.data(), values);
@@ -69,7 +67,7 @@ VTChangedRow* VTChangedRow::UpdateValues(const VelaRow& values) const
 
 void VTChangedRow::Destroy()
 {
-    std::free(this);
+    ::operator delete(this);
 }
 
 bool VTChangedRow::GetValue(uint32_t columnID, VelaDataType type, VelaValue* value) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "engine/core/VelaValueWithID.h"
@@ -17,11 +18,15 @@ class VTChangedRow {
 public:
     enum Kind : uint8_t { kInsert = 0, kUpdate = 1 };
 
-    // A change with these values, copied; deleted with Destroy. Of several values for one column an insert keeps all, as
+    // A change with these values, copied. Of several values for one column an insert keeps all, as
     // its record will, and the first is read; an update keeps the last.
-    [[nodiscard]] static VTChangedRow* Create(uint32_t rowID, Kind kind, const VelaRow& values);
+    struct Destroyer {
+        void operator()(VTChangedRow* change) const { change->Destroy(); }
+    };
+    using Owner = std::unique_ptr<VTChangedRow, Destroyer>;
+    [[nodiscard]] static Owner Create(uint32_t rowID, Kind kind, const VelaRow& values);
     // A copy in which each of values takes the place of the one with its column id, or is appended.
-    [[nodiscard]] VTChangedRow* UpdateValues(const VelaRow& values) const;
+    [[nodiscard]] Owner UpdateValues(const VelaRow& values) const;
     void Destroy();
 
     [[nodiscard]] uint32_t RowID() const { return mRowID; }
@@ -39,8 +44,8 @@ private:
           mHasNulls(hasNulls),
           mBodySize(static_cast<uint32_t>(bodySize))
     {}
-    static VTChangedRow* Allocate(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize);
-    static VTChangedRow* Create(uint32_t rowID, Kind kind, bool hasNulls, std::string_view body);
+    static Owner Allocate(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize);
+    static Owner Create(uint32_t rowID, Kind kind, bool hasNulls, std::string_view body);
     [[nodiscard]] char* Bytes() { return reinterpret_cast<char*>(this + 1); }
     [[nodiscard]] const char* Bytes() const { return reinterpret_cast<const char*>(this + 1); }
 

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <new>
 #include <utility>
 #include <vector>
 
 #include "engine/storage/CommitFileAccess.h"
 #include "engine/storage/SchemaData.h"
 #include "runtime/LocalClock.h"
+#include "runtime/ScopeExit.h"
 
 namespace vela {
 
@@ -16,6 +16,8 @@ namespace {
 
 const char* const kSchemaRecordFile = "_schema.dat";
 const char* const kSchemaMapFile = "_schema.map";
+
+const char* const kOutOfMemoryText = "There is not enough memory";
 
 bool ReadWholeFile(RandomAccessMechanism* stream, string* bytes)
 {
@@ -30,10 +32,15 @@ bool ReadWholeFile(RandomAccessMechanism* stream, string* bytes)
 }   // namespace
 
 VelaDatabase::VelaDatabase(std::unique_ptr<VelaFileAccess> files)
-    : mFiles(std::make_unique<CommitFileAccess>(std::move(files)))
 {
-    OpenSchemaAndTables();
-    UpdateClock();
+    const bool opened = CatchOutOfMemory([&] {
+        mOutOfMemoryText = kOutOfMemoryText;
+        mFiles = std::make_unique<CommitFileAccess>(std::move(files));
+        UpdateClock();
+        NeedTables();
+    });
+    if (!opened)
+        mFiles.reset();
 }
 
 VelaDatabase::~VelaDatabase()
@@ -53,28 +60,73 @@ void VelaDatabase::CloseTables()
 
 void VelaDatabase::OpenSchemaAndTables()
 {
+    mOpenTables.MakeRoomForOne();
     mOpenTables.push_back(new VelaSchema(mFiles.get(), &mColumnMemory));
     Schema()->LoadAllTables(&mOpenTables);
 }
 
+// All of them, or it throws and there are none.
+void VelaDatabase::OpenTablesAnew()
+{
+    ScopeExit close([this] { CloseTables(); });
+    if (!mFiles)
+        throw std::bad_alloc();
+    OpenSchemaAndTables();
+    close.Dismiss();
+}
+
 string VelaDatabase::OpenErrorText() const
 {
+    if (!mFiles)
+        return kOutOfMemoryText;
     return mFiles->IsOpen() ? string() : mFiles->ErrorText();
 }
 
 bool VelaDatabase::IsValid()
 {
-    return mFiles->IsOpen() && !mOpenTables.empty() && mOpenTables[0] != nullptr &&
-           mOpenTables[0]->QtyColumns() > 0 && mOpenTables[0]->QtyRows() > 0;
+    bool valid = false;
+    return Enter(nullptr,
+                 [&] {
+                     valid =
+                         mFiles->IsOpen() && Schema()->QtyColumns() > 0 && Schema()->QtyRows() > 0;
+                 }) &&
+           valid;
+}
+
+// ---- out of memory
+
+void VelaDatabase::BeginSchemaChange()
+{
+    mChangingSchema = true;
+    mSchemaRowsBefore = Schema()->RowChangeCount();
+}
+
+// A schema whose rows are as they were has not been changed in part.
+void VelaDatabase::EndOutOfMemory(VelaStatus* status)
+{
+    if (mFiles && mFiles->IsCommitting())
+        mFiles->CancelCommit();
+    const bool lost =
+        mChangingSchema && !mOpenTables.empty() && Schema()->RowChangeCount() != mSchemaRowsBefore;
+    mChangingSchema = false;
+    if (lost)
+        CloseTables();
+    for (VelaTable* table : mOpenTables)
+        table->AsStoredTable()->ForgetCaches();
+    // With what has been given free there may be memory again. Else the next step tries.
+    (void)CatchOutOfMemory([this] { NeedTables(); });
+    if (status != nullptr)
+        *status = VelaStatus(lost ? kVETransactionLost : kVEOutOfMemory, string());
 }
 
 VelaSchema* VelaDatabase::Schema()
 {
-    return mOpenTables.empty() ? nullptr : static_cast<VelaSchema*>(mOpenTables[0]);
+    return static_cast<VelaSchema*>(OpenTables()[0]);
 }
 
-long VelaDatabase::FindOpenTable(const string& name) const
+long VelaDatabase::FindOpenTable(const string& name)
 {
+    NeedTables();
     for (size_t i = 0; i < mOpenTables.size(); i++)
         if (mOpenTables[i]->TableName().Compare(name) == 0)
             return static_cast<long>(i);
@@ -83,6 +135,7 @@ long VelaDatabase::FindOpenTable(const string& name) const
 
 void VelaDatabase::AddOpenTable(std::unique_ptr<VelaTable> table)
 {
+    mOpenTables.MakeRoomForOne();
     mOpenTables.push_back(table.release());
 }
 
@@ -92,7 +145,7 @@ void VelaDatabase::MoveToDropped(size_t position)
     mOpenTables.erase(position);
 }
 
-bool VelaDatabase::LastRowID(const string& tableName, uint32_t* rowID) const
+bool VelaDatabase::LastRowID(const string& tableName, uint32_t* rowID)
 {
     const long position = FindOpenTable(tableName);
     if (position < 0)
@@ -113,23 +166,44 @@ bool VelaDatabase::TransactionInProgress()
 
 void VelaDatabase::Commit()
 {
+    mCommitFailed = false;
     mCommitError = string();
     bool committed = false;
-    try {
+    const bool hadMemory = CatchOutOfMemory([&] {
+        NeedTables();
         committed = CommitTables();
-    } catch (const std::bad_alloc&) {
-        mCommitError = "There is not enough memory.";
+        if (!committed && mCommitError.empty())
+            mCommitError = "unknown error";
+    });
+    if (committed) {
+        FinishCommit();
+        return;
     }
-    if (!committed && mFiles->IsCommitting())
+    mCommitFailed = true;
+    if (mFiles && mFiles->IsCommitting())
         mFiles->CancelCommit();
-    if (!committed && mCommitError.empty())
-        mCommitError = "unknown error";
     for (VelaTable* table : mOpenTables)
-        committed ? table->AsStoredTable()->FinishCommit() : table->AsStoredTable()->CancelCommit();
-    while (committed && !mDroppedTables.empty()) {
+        table->AsStoredTable()->CancelCommit();
+    if (hadMemory)
+        return;
+    EndOutOfMemory(nullptr);
+    mCommitError = mOutOfMemoryText;
+}
+
+// Everything is in the files now: tables that can't note this are opened anew.
+void VelaDatabase::FinishCommit()
+{
+    const bool noted = CatchOutOfMemory([this] {
+        for (VelaTable* table : mOpenTables)
+            table->AsStoredTable()->FinishCommit();
+    });
+    if (!noted)
+        CloseTables();
+    while (!mDroppedTables.empty()) {
         delete mDroppedTables.back();
         mDroppedTables.pop_back();
     }
+    (void)CatchOutOfMemory([this] { NeedTables(); });
 }
 
 // True: the commit is on the device.
@@ -175,6 +249,20 @@ bool VelaDatabase::WriteTables()
 
 void VelaDatabase::Rollback()
 {
+    // Tables that can't go back are closed, which drops what is pending, and opened anew.
+    const bool done = CatchOutOfMemory([this] {
+        NeedTables();
+        RollBackTables();
+    });
+    if (!done)
+        CloseTables();
+    (void)CatchOutOfMemory([this] { NeedTables(); });
+    mCommitFailed = false;
+    mCommitError = string();
+}
+
+void VelaDatabase::RollBackTables()
+{
     const bool schemaChanged = Schema()->IsTouched() || !mDroppedTables.empty();
     Schema()->Rollback();
     Schema()->PopulateInitialSchema();
@@ -182,7 +270,6 @@ void VelaDatabase::Rollback()
         ReloadAllTables();
     else
         ReloadTouchedTables();
-    mCommitError = string();
 }
 
 // Tables that the transaction created, altered or dropped are then as the rolled-back schema describes them.
@@ -204,6 +291,7 @@ void VelaDatabase::ReloadTouchedTables()
         }
         const string name = mOpenTables[i]->TableName();
         delete mOpenTables[i];
+        mOpenTables[i] = nullptr;
         mOpenTables[i] = Schema()->LoadTable(name).release();
     }
 }
@@ -227,7 +315,14 @@ void VelaDatabase::DropColumns()
 
 string VelaDatabase::GetSchemaData(VelaStatus* status)
 {
-    if (Schema() == nullptr) {
+    string data;
+    Enter(status, [&] { data = ReadSchemaData(status); });
+    return data;
+}
+
+string VelaDatabase::ReadSchemaData(VelaStatus* status)
+{
+    if (mOpenTables.empty()) {
         Fail(status, kVETableNotFound, "Schema table not found.");
         return {};
     }
@@ -256,6 +351,11 @@ string VelaDatabase::GetSchemaData(VelaStatus* status)
 
 void VelaDatabase::ReplaceSchemaData(const string& data, VelaStatus* status)
 {
+    Enter(status, [&] { ReplaceSchema(data, status); });
+}
+
+void VelaDatabase::ReplaceSchema(const string& data, VelaStatus* status)
+{
     if (TransactionInProgress()) {
         Fail(status, kVETransactionInProgress,
              "Can't replace schema while transaction is in progress.");
@@ -272,8 +372,9 @@ void VelaDatabase::ReplaceSchemaData(const string& data, VelaStatus* status)
         Fail(status, kVETableNotFound, "Unable to write schema file.");
         return;
     }
+    // It is replaced, even if there should be no memory for opening the tables until later.
     CloseTables();
-    OpenSchemaAndTables();
+    (void)CatchOutOfMemory([this] { NeedTables(); });
     if (status != nullptr)
         *status = VelaStatus();
 }

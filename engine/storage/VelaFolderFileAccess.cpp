@@ -9,9 +9,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <new>
 
 #include "engine/storage/NamePattern.h"
 #include "engine/storage/UnixDataFile.h"
+#include "runtime/ScopeExit.h"
 
 namespace vela {
 
@@ -121,10 +123,14 @@ void VelaFolderFileAccess::FindFiles(const string& pattern, SimpleVector<string>
     if (!mOpen)
         return;
     DIR* folder = opendir(mFolder.Path().CString());
+    // A list that lacks files for want of memory would pass for one of all files.
+    if (!folder && errno == ENOMEM)
+        throw std::bad_alloc();
     if (!folder) {
         FailWith(mFolder.Path(), errno);
         return;
     }
+    const ScopeExit close([folder] { closedir(folder); });
     const size_t firstNew = names->size();
     while (const dirent* entry = readdir(folder)) {
         if (!MatchesNamePattern(entry->d_name, pattern.View()))
@@ -133,7 +139,6 @@ void VelaFolderFileAccess::FindFiles(const string& pattern, SimpleVector<string>
         if (KindOf(name) == Kind::kFile)
             names->push_back(name);
     }
-    closedir(folder);
     std::sort(names->begin() + static_cast<std::ptrdiff_t>(firstNew), names->end(), SortsBefore);
 }
 

@@ -85,11 +85,11 @@ VelaIndexEntry VelaIndex::EntryAt(size_t position)
 
 void VelaIndex::Add(const SimpleVector<VelaValue>& values, uint32_t rowID)
 {
+    mChanged = true;   // first: an index that is changed in part is one that has changed
     const uint32_t slot = NewSlot();
     for (size_t i = 0; i < mColumnIDs.size(); i++)
         SlotValues(slot)[i] = values[i];
     AddEntry(rowID, slot);
-    mChanged = true;
 }
 
 void VelaIndex::AddEntry(uint32_t rowID, uint32_t slot)
@@ -128,6 +128,7 @@ void VelaIndex::Delete(uint32_t rowID)
     if (found == nullptr)
         return;
     const uint32_t slot = *found;
+    mChanged = true;
     if (mHashed)
         Unlink(slot);
     mEntries.RemoveItem(rowID);
@@ -135,7 +136,6 @@ void VelaIndex::Delete(uint32_t rowID)
         SlotValues(slot)[i] = VelaValue();
     mFreeSlots.push_back(slot);
     mEntriesInFile = 0;
-    mChanged = true;
 }
 
 uint32_t VelaIndex::Lookup(const SimpleVector<VelaValue>& values)
@@ -290,6 +290,18 @@ bool VelaIndex::AppendToFile(RandomAccessMechanism* stream, const SimpleVector<V
     return true;
 }
 
+void VelaIndex::Forget()
+{
+    mEntries.RemoveAll();
+    mValues.clear();
+    mSlotRows.clear();
+    mFreeSlots.clear();
+    mEntriesInFile = 0;
+    mEntriesBefore = 0;
+    mHashed = false;
+    mChanged = true;
+}
+
 void VelaIndex::MarkUnsaved()
 {
     mEntriesInFile = mEntriesBefore;
@@ -324,12 +336,14 @@ bool VelaIndex::WriteEntries(RandomAccessMechanism* stream, size_t first,
 
 bool VelaIndex::WriteColumnRecord(RandomAccessMechanism* stream)
 {
-    VelaRow row;
+    std::vector<VelaValueWithID> zeros;
     for (uint32_t columnID : mColumnIDs)
-        row.push_back(new VelaValueWithID(VelaValue::Integer(0), columnID));
+        zeros.emplace_back(VelaValue::Integer(0), columnID);
+    VelaRow row;
+    for (VelaValueWithID& zero : zeros)
+        row.push_back(&zero);
     std::vector<char> record;
     AppendRecord(&record, kInvalidRowID, row);
-    DeleteValues(&row);
     return stream->WriteData(record.data(), static_cast<int>(record.size()));
 }
 
@@ -347,6 +361,7 @@ void VelaIndex::NeedHash()
 {
     if (mHashed && Count() <= mBuckets.size())
         return;
+    mHashed = false;   // until it is
     mBuckets.clear();
     mBuckets.resize(std::bit_ceil(Count() * 2 + 16));
     mNext.clear();

@@ -72,6 +72,8 @@ public:
     [[nodiscard]] bool CanAppendToFile() const { return mEntriesInFile > 0; }
     // False when writing failed: the file is as it was, if it could be cut again, and must be saved whole next time.
     bool AppendToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults = {});
+    // Drops all entries, to be marked as changed; they are to be added anew. Takes no memory.
+    void Forget();
     // What was saved or appended last has not come to stay: the file is again as it was before.
     void MarkUnsaved();
 

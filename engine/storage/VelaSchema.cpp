@@ -96,16 +96,19 @@ void VelaSchema::AddSchemaRow(const string& tableName, uint32_t columnID, const 
                               VelaDataType typeCode, int32_t length, bool notNull,
                               const string& defaultValue)
 {
+    VelaValueWithID values[] = {
+        {VelaValue::String(tableName), kTableName},
+        {VelaValue::Integer(static_cast<int32_t>(columnID)), kColumnID},
+        {VelaValue::String(columnName), kColumnName},
+        {VelaValue::Integer(typeCode), kTypeCode},
+        {VelaValue::Integer(length), kLength},
+        {VelaValue::Integer(notNull ? 1 : 0), kNotNull},
+        {VelaValue::String(defaultValue), kDefaultValue},
+    };
     VelaRow row;
-    row.push_back(new VelaValueWithID(VelaValue::String(tableName), kTableName));
-    row.push_back(
-        new VelaValueWithID(VelaValue::Integer(static_cast<int32_t>(columnID)), kColumnID));
-    row.push_back(new VelaValueWithID(VelaValue::String(columnName), kColumnName));
-    row.push_back(new VelaValueWithID(VelaValue::Integer(typeCode), kTypeCode));
-    row.push_back(new VelaValueWithID(VelaValue::Integer(length), kLength));
-    row.push_back(new VelaValueWithID(VelaValue::Integer(notNull ? 1 : 0), kNotNull));
-    row.push_back(new VelaValueWithID(VelaValue::String(defaultValue), kDefaultValue));
-    AddRow(row, true);
+    for (VelaValueWithID& value : values)
+        row.push_back(&value);
+    AddRow(row, false);
 }
 
 // Reads the columns of the named table, or of every table when name is null, in order of first appearance.
@@ -157,8 +160,10 @@ std::unique_ptr<VelaTrans> VelaSchema::LoadTable(const string& name)
 void VelaSchema::LoadAllTables(SimpleVector<VelaTable*>* tables)
 {
     for (const Description& description : ReadDescriptions(nullptr))
-        if (description.tableName.View() != kSchemaTableName)
+        if (description.tableName.View() != kSchemaTableName) {
+            tables->MakeRoomForOne();
             tables->push_back(MakeTable(description, Files::kExisting).release());
+        }
 }
 
 void VelaSchema::ReloadTable(VelaTrans** table)

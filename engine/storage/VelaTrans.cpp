@@ -6,6 +6,7 @@
 
 #include "engine/storage/BodyMerge.h"
 #include "engine/storage/RecordFormat.h"
+#include "runtime/ScopeExit.h"
 
 namespace vela {
 
@@ -37,6 +38,11 @@ VelaTrans::VelaTrans(VelaFileAccess* files, const string& name, Files state)
 
 VelaTrans::~VelaTrans()
 {
+    DestroyChanges();
+}
+
+void VelaTrans::DestroyChanges()
+{
     for (size_t i = 0; i < mChangedRows.Count(); i++)
         mChangedRows.GetItemByIndex(i)->Destroy();
 }
@@ -44,9 +50,11 @@ VelaTrans::~VelaTrans()
 void VelaTrans::OpenTable()
 {
     mFilesOpened = true;
+    mOpening = true;
     OpenFiles();
     LoadMetadata();
     mLastRowID = mLastUsedRowID;
+    mOpening = false;
 }
 
 bool VelaTrans::OpenFiles()
@@ -285,10 +293,11 @@ uint32_t VelaTrans::FreeRowID()
 
 uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
 {
-    const uint32_t rowID = AddCoercedRow(values);
-    if (takeOwnership)
-        Discard(values);
-    return rowID;
+    const ScopeExit discard([&] {
+        if (takeOwnership)
+            Discard(values);
+    });
+    return AddCoercedRow(values);
 }
 
 uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
@@ -305,10 +314,14 @@ uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
     }
     if (refused || rowID == kInvalidRowID)
         return kInvalidRowID;
-    VTChangedRow* change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
-    mChangedRows.Append(rowID, change);
+    VTChangedRow::Owner change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
+    mChangedRows.Append(rowID, change.get());
+    ScopeExit undo([&] { mChangedRows.TakeBack(rowID); });
     mRows->RowAdded(*change);
     AddRowToIndices(rowID);
+    undo.Dismiss();
+    (void)change.release();
+    mRowChanges++;
     mLastUsedRowID = std::max(mLastUsedRowID, rowID);
     mLastRowID = rowID;
     return rowID;
@@ -316,6 +329,10 @@ uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
 
 bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
 {
+    const ScopeExit discard([&] {
+        if (takeOwnership)
+            Discard(values);
+    });
     std::vector<bool> touched(Indexes().size());
     for (size_t i = 0; i < mIndexes.size(); i++) {
         touched[i] = Touches(*mIndexes[i].index, values);
@@ -324,43 +341,60 @@ bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
     }
     if (mCachedRowID == rowID)
         mCachedRowID = kInvalidRowID;
-    ChangeRow(rowID, values);
-    for (size_t i = 0; i < mIndexes.size(); i++)
-        if (touched[i])
-            AddRowToIndex(rowID, i);
-    if (takeOwnership)
-        Discard(values);
+    ChangeRow(rowID, values, touched);
     return true;
 }
 
-// Notes the new values of a row as its pending change, merged into the one that it may have already.
-void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values)
+// Notes the new values of a row as its pending change, merged into the one that it may have already, which is kept until
+// the indexes touched have the row again.
+void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched)
 {
     std::vector<std::unique_ptr<VelaValueWithID>> copies;
     const VelaRow row = CoerceRow(values, &copies);
-    if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
-        VTChangedRow* merged = (*pending)->UpdateValues(row);
-        (*pending)->Destroy();
-        *pending = merged;
-        mRows->RowUpdated(*merged);
-    } else {
-        VTChangedRow* change = VTChangedRow::Create(rowID, VTChangedRow::kUpdate, row);
-        mChangedRows.Append(rowID, change);
-        mRows->RowUpdated(*change);
-    }
+    VTChangedRow** pending = mChangedRows.FindNode(rowID);
+    VTChangedRow* const before = pending != nullptr ? *pending : nullptr;
+    VTChangedRow::Owner change = before != nullptr
+                                     ? before->UpdateValues(row)
+                                     : VTChangedRow::Create(rowID, VTChangedRow::kUpdate, row);
+    if (before != nullptr)
+        *pending = change.get();
+    else
+        mChangedRows.Append(rowID, change.get());
+    ScopeExit undo([&] {
+        if (before != nullptr)
+            *mChangedRows.FindNode(rowID) = before;
+        else
+            mChangedRows.TakeBack(rowID);
+    });
+    mRows->RowUpdated(*change);
+    for (size_t i = 0; i < mIndexes.size(); i++)
+        if (touched[i])
+            AddRowToIndex(rowID, i);
+    undo.Dismiss();
+    (void)change.release();
+    if (before != nullptr)
+        before->Destroy();
+    mRowChanges++;
 }
 
 void VelaTrans::DeleteRow(uint32_t rowID)
 {
     NeedFiles();
     mRows->RowDeleted(rowID);
+    const bool wasDeleted = mDeletedRows.Contains(rowID);
     mDeletedRows.Set(rowID, 1);
+    ScopeExit undo([&] {
+        if (!wasDeleted)
+            mDeletedRows.TakeBack(rowID);
+    });
+    for (size_t i = 0; i < Indexes().size(); i++)
+        RemoveRowFromIndex(rowID, i);
+    undo.Dismiss();
     if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
         (*pending)->Destroy();
         mChangedRows.RemoveItem(rowID);
     }
-    for (size_t i = 0; i < Indexes().size(); i++)
-        RemoveRowFromIndex(rowID, i);
+    mRowChanges++;
 }
 
 // ---- metadata
@@ -410,8 +444,12 @@ bool VelaTrans::IsTouched() const
 
 void VelaTrans::PrepareCommit()
 {
-    if (IsTouched())
-        NeedFiles();
+    if (!IsTouched())
+        return;
+    NeedFiles();
+    for (OpenIndex& open : mIndexes)
+        if (open.forgotten)
+            NeedIndex(open);
 }
 
 bool VelaTrans::WriteCommit(string* error)
@@ -543,8 +581,7 @@ bool VelaTrans::WriteInsert(const VTChangedRow& change)
 
 void VelaTrans::ForgetChanges()
 {
-    for (size_t i = 0; i < mChangedRows.Count(); i++)
-        mChangedRows.GetItemByIndex(i)->Destroy();
+    DestroyChanges();
     mRows->Settle();
     mChangedRows.Presize(1000);
     mDeletedRows.Presize(1000);
@@ -567,10 +604,31 @@ void VelaTrans::Rollback()
             continue;
         open.index = std::make_unique<VelaIndex>(open.index->Name(), open.index->ColumnIDs());
         open.loaded = false;
+        open.forgotten = false;
     }
     ForgetChanges();
     mRows->Drop();
     LoadMetadata();
+}
+
+void VelaTrans::ForgetCaches()
+{
+    mRows->Drop();
+    mCachedRowID = kInvalidRowID;
+    for (OpenIndex& open : mIndexes) {
+        if (!open.created && !open.index->IsChanged())
+            continue;   // it is whole
+        open.index->Forget();
+        open.loaded = false;
+        open.forgotten = true;
+    }
+    if (mStorage)
+        mStorage->StreamsWentBack();
+    if (!mOpening)
+        return;
+    mOpening = false;
+    mFilesOpened = false;
+    CloseFiles();
 }
 
 void VelaTrans::CloseFiles()

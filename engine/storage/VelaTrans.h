@@ -94,6 +94,13 @@ public:
     // Removes the table's files.
     bool DeleteStorage();
 
+    // After memory has run out in the middle of anything but a commit: everything that only repeats the files and the pending
+    // changes is forgotten, since it may be half-built, and made anew when it is next needed. Pending changes stay. Takes no
+    // memory.
+    void ForgetCaches();
+    // How many times a row was added, updated or deleted.
+    [[nodiscard]] uint64_t RowChangeCount() const { return mRowChanges; }
+
 protected:
     friend class StoredTableColumns;
     friend class VelaSchema;
@@ -103,6 +110,8 @@ protected:
         std::unique_ptr<VelaIndex> index;
         bool created = false;   // in this transaction: it has no file
         bool loaded = true;     // else its entries are still in its file, unread
+        bool forgotten =
+            false;   // not loaded, and its file lacks pending changes: the rows have the entries
         bool written = false;   // by the commit that is under way
     };
 
@@ -141,12 +150,12 @@ protected:
     [[nodiscard]] VelaRow CoerceRow(const VelaRow& values,
                                     std::vector<std::unique_ptr<VelaValueWithID>>* copies) const;
     uint32_t AddCoercedRow(const VelaRow& values);
-    void ChangeRow(uint32_t rowID, const VelaRow& values);
+    void ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched);
 
     void AddRowToIndices(uint32_t rowID);
     void AddRowToIndex(uint32_t rowID, size_t indexNumber);
     void RemoveRowFromIndex(uint32_t rowID, size_t indexNumber);
-    void FillIndex(OpenIndex& open);
+    void FillIndex(VelaIndex* index);
     [[nodiscard]] VelaDataType NullTypeOf(long number) const;
     [[nodiscard]] SimpleVector<VelaValue> DefaultsOf(const VelaIndex& index) const;
     bool WriteIndexFiles(string* error);
@@ -165,6 +174,7 @@ protected:
     bool ReserveRoom();
     bool FailCommit(string* error);
     void ForgetChanges();
+    void DestroyChanges();
     [[nodiscard]] uint64_t TableOrderOf(uint32_t rowID);
 
     VelaFileAccess* mFiles;
@@ -178,8 +188,9 @@ protected:
     std::unique_ptr<RandomAccessMechanism> mMapStream;
     std::unique_ptr<VelaStorage> mStorage;
     bool mNewFiles;
-    bool mFilesOpened;     // or there are none
-    bool mIndexesOpened;   // their heads
+    bool mFilesOpened;       // or there are none
+    bool mIndexesOpened;     // their heads
+    bool mOpening = false;   // the files, right now
     // Of the commit that is under way: something was written; records have moved, or read otherwise than before.
     bool mWritten = false;
     bool mMoved = false;
@@ -190,6 +201,7 @@ protected:
     SimpleVector<OpenIndex> mIndexes;
     SimpleVector<OpenIndex> mDroppedIndexes;   // in this transaction
 
+    uint64_t mRowChanges = 0;
     uint32_t mCachedRowID = kInvalidRowID;   // the row whose record was read last
     std::vector<char> mCachedBody;
     std::unique_ptr<StoredTableColumns> mRows;

@@ -38,7 +38,7 @@ SimpleVector<string> VelaTrans::FindIndexFiles() const
 void VelaTrans::OpenIndexes()
 {
     NeedFiles();
-    mIndexesOpened = true;
+    SimpleVector<OpenIndex> indexes;
     for (const string& name : FindIndexFiles()) {
         OpenIndex open;
         open.index = std::make_unique<VelaIndex>(name, SimpleVector<uint32_t>());
@@ -49,25 +49,34 @@ void VelaTrans::OpenIndexes()
             open.index->LoadColumns(stream.get());
         }
         if (!open.index->ColumnIDs().empty())
-            mIndexes.push_back(std::move(open));
+            indexes.push_back(std::move(open));
     }
+    mIndexes = std::move(indexes);
+    mIndexesOpened = true;
 }
 
 VelaIndex* VelaTrans::NeedIndex(OpenIndex& open)
 {
     if (open.loaded)
         return open.index.get();
-    open.loaded = true;
     const string name = open.index->Name();
     const SimpleVector<uint32_t> columnIDs = open.index->ColumnIDs();
-    const auto stream = mFiles->OpenFile(IndexFileName(name), false);
+    auto index = std::make_unique<VelaIndex>(name, columnIDs);
+    std::unique_ptr<RandomAccessMechanism> stream;
+    if (!open.forgotten)
+        stream = mFiles->OpenFile(IndexFileName(name), false);
     if (stream)
         stream->SetDamageLog(&mFiles->Damage(), IndexFileName(name));
-    if (!stream || !open.index->LoadFromFile(stream.get())) {
-        // Its file has gone or is damaged; the rows still have the values.
-        open.index = std::make_unique<VelaIndex>(name, columnIDs);
-        FillIndex(open);
+    if (!stream || !index->LoadFromFile(stream.get())) {
+        // Its file has gone, is damaged or lacks what is pending; the rows still have the values.
+        index = std::make_unique<VelaIndex>(name, columnIDs);
+        FillIndex(index.get());
+        if (open.forgotten)
+            index->MarkUnsaved();
     }
+    open.index = std::move(index);
+    open.loaded = true;
+    open.forgotten = false;
     return open.index.get();
 }
 
@@ -98,7 +107,7 @@ bool VelaTrans::AddIndex(const string& name, const SimpleVector<uint32_t>& colum
     OpenIndex open;
     open.index = std::make_unique<VelaIndex>(name, columnIDs);
     open.created = true;
-    FillIndex(open);
+    FillIndex(open.index.get());
     mIndexes.push_back(std::move(open));
     return true;
 }
@@ -108,6 +117,7 @@ bool VelaTrans::DropIndex(const string& name)
     for (size_t i = 0; i < Indexes().size(); i++) {
         if (mIndexes[i].index->Name().Compare(name) != 0)
             continue;
+        mDroppedIndexes.MakeRoomForOne();
         if (!mIndexes[i].created)
             mDroppedIndexes.push_back(std::move(mIndexes[i]));
         mIndexes.erase(i);
@@ -125,12 +135,12 @@ void VelaTrans::DropIndexesOf(uint32_t columnID)
 
 // ---- upkeep
 
-void VelaTrans::FillIndex(OpenIndex& open)
+void VelaTrans::FillIndex(VelaIndex* index)
 {
     TableColumns* columns = Columns();
     std::vector<bool> wanted(static_cast<size_t>(QtyColumns()));
     std::vector<long> numbers;
-    for (uint32_t columnID : open.index->ColumnIDs()) {
+    for (uint32_t columnID : index->ColumnIDs()) {
         numbers.push_back(FindColumnNumber(columnID));
         if (numbers.back() >= 0)
             wanted[static_cast<size_t>(numbers.back())] = true;
@@ -142,7 +152,7 @@ void VelaTrans::FillIndex(OpenIndex& open)
         for (size_t i = 0; i < numbers.size(); i++)
             if (!columns->GetValue(row, numbers[i], &values[i]))
                 values[i].SetNull(NullTypeOf(numbers[i]));
-        open.index->Add(values, columns->RowIDs()[row]);
+        index->Add(values, columns->RowIDs()[row]);
     }
 }
 

@@ -34,6 +34,9 @@ TEST(VelaStatus, StatesHaveTheirSQLSTATEAndDefaultMessage)
         {kVETransactionInProgress, "25S02", "Error: Transaction in progress."},
         {kVEFeatureNotSupported, "0A000", "Error: Unsupported SQL feature."},
         {kVEInternalSQLError, "72000", "Error: Internal SQL processor error."},
+        {kVEOutOfMemory, "53200", "Error: Out of memory."},
+        {kVETransactionLost, "40000",
+         "Error: Out of memory. The changes since the last COMMIT are lost."},
     };
     std::set<VelaState> states;
     for (const auto& c : cases) {
@@ -45,7 +48,7 @@ TEST(VelaStatus, StatesHaveTheirSQLSTATEAndDefaultMessage)
         EXPECT_STREQ("Cool beans!", VelaStatus(c.state, "Cool beans!").Description().CString());
         EXPECT_TRUE(states.insert(c.state).second) << c.code << " is another state too";
     }
-    EXPECT_EQ(19u, states.size());
+    EXPECT_EQ(21u, states.size());
 }
 
 TEST(VelaStatus, AStateIsKnownByIdentityNotByItsCharacters)

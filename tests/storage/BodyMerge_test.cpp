@@ -147,17 +147,14 @@ TEST(VTChangedRow, UpdateValuesKeepsPlacesSoThatRecordsKeepTheirOrder)
     TestRow row{{1, Null(kTypeInteger)}, {2, Int(2)}, {3, Int(3)}};
     TestRow update{{1, Int(11)}, {4, Int(4)}, {3, Null(kTypeInteger)}};
     TestRow again{{3, Int(33)}};
-    VTChangedRow* change = VTChangedRow::Create(1, VTChangedRow::kUpdate, row);
-    VTChangedRow* updated = change->UpdateValues(update);
-    VTChangedRow* updatedAgain = updated->UpdateValues(again);
+    const VTChangedRow::Owner change = VTChangedRow::Create(1, VTChangedRow::kUpdate, row);
+    const VTChangedRow::Owner updated = change->UpdateValues(update);
+    const VTChangedRow::Owner updatedAgain = updated->UpdateValues(again);
     EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=NULL None, 4=Integer 4", TextOf(updated->Body()));
     EXPECT_TRUE(updated->HasNulls());
     EXPECT_FALSE(updated->IsInsert());
     EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=Integer 33, 4=Integer 4", TextOf(updatedAgain->Body()));
     EXPECT_FALSE(updatedAgain->HasNulls());
-    change->Destroy();
-    updated->Destroy();
-    updatedAgain->Destroy();
 }
 
 }   // namespace vela

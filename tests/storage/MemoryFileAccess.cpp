@@ -201,9 +201,9 @@ bool MemoryFileAccess::RenameFile(const string& from, const string& to)
     const auto found = mDisk->mFiles.find(KeyOf(from));
     if (found == mDisk->mFiles.end())
         return FailWith(ENOENT);
-    const MemoryDisk::File file = found->second;
+    // In this order a disk without memory for the new name still has the old one.
+    mDisk->mFiles[KeyOf(to)] = found->second;
     mDisk->mFiles.erase(found);
-    mDisk->mFiles[KeyOf(to)] = file;
     return true;
 }
 
