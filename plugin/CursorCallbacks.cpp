@@ -25,14 +25,15 @@ MOXAstring VelaCursorColumnName(dbCursor* cursor, int32_t column)
 {
     if (!cursor || !cursor->HasColumn(column))
         return nullptr;
-    return Door(nullptr, MOXAstring(), [&] { return TextToHost(cursor->ColumnName(column)); });
+    return Door(cursor->Handle(), MOXAstring(),
+                [&] { return TextToHost(cursor->ColumnName(column)); });
 }
 
 int32_t VelaCursorColumnType(dbCursor* cursor, int32_t column)
 {
     if (!cursor)
         return kTypeNone;
-    return Door(nullptr, int32_t{kTypeNone},
+    return Door(cursor->Handle(), int32_t{kTypeNone},
                 [&] { return static_cast<int32_t>(cursor->ColumnType(column)); });
 }
 

@@ -165,7 +165,14 @@ MOXAbool RunInterface(bool create, MOXAstring* message)
     if (message)
         *message = nullptr;
     const SessionSentry sentry;
-    return Door(nullptr, MOXAbool{0}, [&] { return Answer(AddDataSource(create), message); });
+    MOXAbool answer = 0;
+    const bool answered = Door(nullptr, false, [&] {
+        answer = Answer(AddDataSource(create), message);
+        return true;
+    });
+    if (!answered && message)
+        *message = OutOfMemoryToHost();
+    return answer;
 }
 
 // Opens the database that the save info stands for, with a handle of its own.
@@ -210,14 +217,17 @@ MOXAdbDatabase OpenDataSource(const char* data, int32_t length, MOXAstring* mess
     if (message)
         *message = nullptr;
     const SessionSentry sentry;
-    return Door(nullptr, MOXAdbDatabase(), [&] {
+    MOXAdbDatabase object = nullptr;
+    const bool answered = Door(nullptr, false, [&] {
         string info;
         if (data && length > 0)
             info = string(data, static_cast<size_t>(length), kEncodingUTF8);
-        MOXAdbDatabase object = nullptr;
         Answer(OpenSaved(info, &object), message);
-        return object;
+        return true;
     });
+    if (!answered && message)
+        *message = OutOfMemoryToHost();
+    return object;
 }
 
 }   // namespace vela

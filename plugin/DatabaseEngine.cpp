@@ -100,12 +100,14 @@ MOXAstring VelaDatabaseLastErrorString(dbDatabase* handle)
 {
     if (!handle)
         return nullptr;
-    return Door(nullptr, MOXAstring(), [&]() -> MOXAstring {
+    MOXAstring text = nullptr;
+    const bool told = Door(nullptr, false, [&] {
         const string description = handle->status.Description();
-        if (description.empty())
-            return nullptr;
-        return TextToHost(description + " [" + handle->status.State() + "]");
+        if (!description.empty())
+            text = TextToHost(description + " [" + handle->status.State() + "]");
+        return true;
     });
+    return told ? text : OutOfMemoryToHost();
 }
 
 void VelaDatabaseRelease(dbDatabase* handle)

@@ -55,6 +55,9 @@ bool OpenDatabase(dbDatabase* handle, const FileLocator& folder, bool create)
     if (!create && !files->ContainsFile(kSchemaRecordFileName))
         return Fail(&handle->status, kStateCantConnect, "Error: The folder holds no database.");
     auto database = std::make_unique<VelaDatabase>(std::move(files));
+    if (const string reason = database->OpenErrorText(); !reason.empty())
+        return Fail(&handle->status, kStateCantConnect,
+                    "Error: Can't open the database: " + reason + ".");
     if (!database->IsValid())
         return Fail(&handle->status, kStateCantConnect, "Error: The schema can't be read.");
     handle->database = database.release();
@@ -78,7 +81,17 @@ void CloseDatabase(dbDatabase* handle)
     } const closer{handle};
     handle->status = VelaStatus();
     handle->database->Commit();
-    CheckCommit(handle, " The changes are lost.");
+    if (!CatchOutOfMemory([&] { CheckCommit(handle, " The changes are lost."); }))
+        handle->status = VelaStatus(kVETransactionLost, string());
+}
+
+void EndOutOfMemory(dbDatabase* handle)
+{
+    if (!handle)
+        return;
+    handle->status = VelaStatus(kVEOutOfMemory, string());
+    if (handle->database)
+        handle->database->EndOutOfMemory(&handle->status);
 }
 
 void EndHandle(dbDatabase* handle)

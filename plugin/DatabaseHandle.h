@@ -37,6 +37,10 @@ void CloseDatabase(dbDatabase* handle);
 // To be called before the handle's memory goes: closes it, and no cursor refers to it any more.
 void EndHandle(dbDatabase* handle);
 
+// To be called when memory has run out in anything that was done with the handle, which may be
+// null: its status tells so, and its database can be used again.
+void EndOutOfMemory(dbDatabase* handle);
+
 // Runs a statement without rows and leaves its status. A COMMIT that failed has one of its own.
 void ExecuteStatement(dbDatabase* handle, const string& sql);
 

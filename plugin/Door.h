@@ -2,31 +2,35 @@
 
 #include <utility>
 
+#include "engine/core/OutOfMemory.h"
 #include "plugin/DatabaseHandle.h"
 
 namespace vela {
 
-// Runs what the host asked for behind a door that no exception passes: whatever is thrown inside,
-// memory running out above all, becomes the result onFailure, and the database, when there is one,
-// has the state of an internal error.
+// Runs what the host asked for behind a door that no exception passes: whatever is thrown inside
+// becomes the result onFailure. When memory ran out, the handle, when there is one, gets the status
+// that tells, and its database stays usable; after anything else it has the state of an internal
+// error.
 template <class Result, class Body>
-Result Door(dbDatabase* database, Result onFailure, Body&& body) noexcept
+Result Door(dbDatabase* handle, Result onFailure, Body&& body) noexcept
 {
     try {
-        return std::forward<Body>(body)();
+        Result result = onFailure;
+        if (CatchOutOfMemory([&] { result = std::forward<Body>(body)(); }))
+            return result;
+        EndOutOfMemory(handle);
     } catch (...) {
-        // A status without a message takes no memory.
-        if (database)
-            database->status = VelaStatus(kVEInternalSQLError, string());
-        return onFailure;
+        if (handle)
+            handle->status = VelaStatus(kVEInternalSQLError, string());
     }
+    return onFailure;
 }
 
 // The same for a body without a result.
 template <class Body>
-void Door(dbDatabase* database, Body&& body) noexcept
+void Door(dbDatabase* handle, Body&& body) noexcept
 {
-    Door(database, false, [&] {
+    Door(handle, false, [&] {
         body();
         return true;
     });

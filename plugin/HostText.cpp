@@ -55,6 +55,12 @@ MOXAstring TextToHost(const string& text)
     return result;
 }
 
+MOXAstring OutOfMemoryToHost()
+{
+    constexpr std::string_view kText = "Error: Out of memory.";
+    return MOXABuildString(kText.data(), static_cast<int32_t>(kText.size()));
+}
+
 OwnedHostText::~OwnedHostText()
 {
     if (mText)

@@ -16,6 +16,9 @@ namespace vela {
 // longer than a host can tell.
 [[nodiscard]] MOXAstring TextToHost(const string& text);
 
+// The same of "Error: Out of memory.", without taking memory here.
+[[nodiscard]] MOXAstring OutOfMemoryToHost();
+
 // A text of the host that is owned here, and given back.
 class OwnedHostText {
 public:

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "engine/storage/RecordFormat.h"
+#include "runtime/ScopeExit.h"
 #include "shell/DisplayText.h"
 
 namespace vela::shell {
@@ -114,6 +116,7 @@ void CheckReceiver::ReportTaken(uint32_t rowID, size_t line)
 bool AddReceiver::TakeGoodRow(const CsvRow& row, size_t)
 {
     VelaRow values;
+    const ScopeExit discard([&] { DeleteValues(&values); });
     values.reserve(row.FieldCount());
     for (size_t i = 0; i < row.FieldCount(); i++) {
         if (row.IsBare(i))

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <vector>
 
+#include "engine/core/OutOfMemory.h"
+#include "runtime/ScopeExit.h"
 #include "shell/Commands.h"
 #include "shell/StatementSplitter.h"
 
@@ -46,10 +48,11 @@ bool ScriptRunner::RunFile(const std::string& path, const SourcePlace& reader)
         return mSession.Fail(reader, kStateInputOutput,
                              "Error: Can't open " + path + ": " + SystemErrorText(errno) + ".");
     mDepth++;
-    const bool completed = RunDescriptor(descriptor, path, false);
-    mDepth--;
-    close(descriptor);
-    return completed;
+    const ScopeExit leave([&] {
+        mDepth--;
+        close(descriptor);
+    });
+    return RunDescriptor(descriptor, path, false);
 }
 
 bool ScriptRunner::RunStandardInput()
@@ -108,12 +111,19 @@ ScriptRunner::Progress ScriptRunner::RunComplete(StatementSplitter* splitter,
 
 bool ScriptRunner::RunOne(const SourceStatement& statement, const std::string& name)
 {
-    if (statement.kind == SourceStatement::Kind::kCommand) {
-        const bool succeeded = RunCommand(*this, statement, name);
-        mSession.TellDamage();
+    bool succeeded = false;
+    const bool hadMemory = CatchOutOfMemory([&] {
+        const bool isCommand = statement.kind == SourceStatement::Kind::kCommand;
+        succeeded = isCommand ? RunCommand(*this, statement, name)
+                              : mSession.RunStatement(statement, name);
+        if (isCommand)
+            mSession.TellDamage();
+    });
+    if (hadMemory)
         return succeeded;
-    }
-    return mSession.RunStatement(statement, name);
+    VelaStatus status;
+    mSession.Database().EndOutOfMemory(&status);
+    return mSession.Fail({name, statement.PlaceOf(0)}, status.State(), status.Description().View());
 }
 
 }   // namespace vela::shell
