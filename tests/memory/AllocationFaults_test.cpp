@@ -126,8 +126,8 @@ const Scenario kScenarios[] = {
 const char* const kQueries[] = {
     "SELECT * FROM parts",
     "SELECT p.name, k.note FROM parts p, kinds k WHERE p.name = k.name ORDER BY p.name",
-    "SELECT name, COUNT(*) AS n, SUM(qty), AVG(price) FROM parts GROUP BY name "
-    "HAVING COUNT(*) > 0 ORDER BY n",
+    ("SELECT name, COUNT(*) AS n, SUM(qty), AVG(price) FROM parts GROUP BY name "
+     "HAVING COUNT(*) > 0 ORDER BY n"),
     "SELECT DISTINCT name, good FROM parts WHERE name LIKE '%o%' OR id = 4",
     "SELECT id, SUBSTRING(name FROM 1 FOR 2), UPPER(name) FROM parts WHERE qty / 2 > 5",
     "SELECT note FROM kinds WHERE name = 'nut'",
