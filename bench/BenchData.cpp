@@ -99,13 +99,31 @@ Item MakeItem(uint32_t number, uint32_t itemCount)
     return item;
 }
 
-std::vector<Item> MakeItems(uint32_t first, uint32_t count, uint32_t itemCount)
+std::vector<Row> MakeItemRows(uint32_t first, uint32_t count, uint32_t itemCount)
 {
-    std::vector<Item> items;
-    items.reserve(count);
-    for (uint32_t i = 0; i < count; i++)
-        items.push_back(MakeItem(first + i, itemCount));
-    return items;
+    std::vector<Row> rows;
+    rows.reserve(count);
+    for (uint32_t i = 0; i < count; i++) {
+        Item item = MakeItem(first + i, itemCount);
+        rows.push_back({item.k, item.grp, item.cat, item.owner, item.qty, item.price,
+                        std::move(item.name), std::move(item.note), std::move(item.day)});
+    }
+    return rows;
+}
+
+Row MakeOwnerRow(uint32_t number, uint32_t itemCount)
+{
+    const uint32_t id = static_cast<uint32_t>((number + 1) * kStride % OwnerCount(itemCount));
+    const uint64_t random = Scatter(uint64_t{1} << 40 | id);
+    const std::string city =
+        std::string(kWords[random % kWordCount]) + "-" + kWords[random / kWordCount % kWordCount];
+    const int32_t region = static_cast<int32_t>(random / 4096 % kRegionCount);
+    return {static_cast<int32_t>(id), static_cast<int32_t>(id), city, region};
+}
+
+Row MakeRegionRow(int32_t number)
+{
+    return {number, "region " + std::to_string(number)};
 }
 
 std::string InsertItemText(const Item& item)
@@ -117,22 +135,6 @@ std::string InsertItemText(const Item& item)
                "INSERT INTO items (k, grp, cat, owner, qty, price, name, note, day) "
                "VALUES (") +
            numbers + ", '" + item.name + "', '" + item.note + "', '" + item.day + "')";
-}
-
-std::string InsertOwnerText(uint32_t number, uint32_t itemCount)
-{
-    const uint32_t id = static_cast<uint32_t>((number + 1) * kStride % OwnerCount(itemCount));
-    const uint64_t random = Scatter(uint64_t{1} << 40 | id);
-    const std::string idText = std::to_string(id);
-    return "INSERT INTO owners (id, code, city, region) VALUES (" + idText + ", " + idText + ", '" +
-           kWords[random % kWordCount] + "-" + kWords[random / kWordCount % kWordCount] + "', " +
-           std::to_string(random / 4096 % kRegionCount) + ")";
-}
-
-std::string InsertRegionText(int32_t number)
-{
-    const std::string id = std::to_string(number);
-    return "INSERT INTO regions (id, title) VALUES (" + id + ", 'region " + id + "')";
 }
 
 }   // namespace vela::bench

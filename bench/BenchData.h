@@ -2,9 +2,14 @@
 
 #include <cstdint>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace vela::bench {
+
+// Values to be added to a table, in the order of its columns, without the row id.
+using Cell = std::variant<int32_t, double, std::string>;
+using Row = std::vector<Cell>;
 
 // The made-up shop that all workloads work on; every value follows from the row's number alone.
 //
@@ -36,16 +41,17 @@ extern const char* const kOwnerColumns;
 extern const char* const kRegionColumns;
 
 [[nodiscard]] Item MakeItem(uint32_t number, uint32_t itemCount);
-[[nodiscard]] std::vector<Item> MakeItems(uint32_t first, uint32_t count, uint32_t itemCount);
+[[nodiscard]] std::vector<Row> MakeItemRows(uint32_t first, uint32_t count, uint32_t itemCount);
 // The value of k of an item, and its name.
 [[nodiscard]] int32_t ItemKey(uint32_t number, uint32_t itemCount);
 [[nodiscard]] std::string ItemName(uint32_t number, uint32_t itemCount);
 [[nodiscard]] uint32_t OwnerCount(uint32_t itemCount);
 
-// Statements that both engines understand.
+[[nodiscard]] Row MakeOwnerRow(uint32_t number, uint32_t itemCount);
+[[nodiscard]] Row MakeRegionRow(int32_t number);
+
+// A statement that all engines understand.
 [[nodiscard]] std::string InsertItemText(const Item& item);
-[[nodiscard]] std::string InsertOwnerText(uint32_t number, uint32_t itemCount);
-[[nodiscard]] std::string InsertRegionText(int32_t number);
 
 // Numbers that are scattered, and the same in each run.
 [[nodiscard]] uint64_t Scatter(uint64_t seed);

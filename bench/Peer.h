@@ -8,7 +8,7 @@
 
 namespace vela::bench {
 
-// A benchmark that can't go on has no result worth reading: tells why and ends the program.
+// A benchmark that can't go on has no result worth reading: tells why and ends the program with 2.
 [[noreturn]] void Die(const std::string& message);
 
 // Peer is one engine with one open database, driven through the engine's own interface. Statements
@@ -38,8 +38,8 @@ public:
     // The table has a column _rowid that numbers the rows from 1.
     virtual void CreateTable(const std::string& name, const std::string& columns) = 0;
     virtual void DropIndex(const std::string& table, const std::string& index) = 0;
-    // Appends rows to the table items by the quickest way that takes values instead of text.
-    virtual void AddItems(const std::vector<Item>& items) = 0;
+    // Appends rows by the quickest way that takes values instead of text.
+    virtual void AddRows(const std::string& table, const std::vector<Row>& rows) = 0;
 };
 
 }   // namespace vela::bench

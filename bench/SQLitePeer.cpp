@@ -30,12 +30,23 @@ int BindText(sqlite3_stmt* statement, int number, std::string_view text)
                              SQLITE_STATIC);
 }
 
+void BindCell(sqlite3_stmt* statement, int number, const Cell& cell)
+{
+    if (const int32_t* integer = std::get_if<int32_t>(&cell))
+        sqlite3_bind_int(statement, number, *integer);
+    else if (const double* value = std::get_if<double>(&cell))
+        sqlite3_bind_double(statement, number, *value);
+    else
+        BindText(statement, number, std::get<std::string>(cell));
+}
+
 }   // namespace
 
 void SQLitePeer::Open(const std::string& folder)
 {
     Check(sqlite3_open((folder + "/data.sqlite").c_str(), &mDatabase), "open " + folder);
-    Execute("PRAGMA journal_mode = DELETE");
+    Execute(mJournal == Journal::kWAL ? "PRAGMA journal_mode = WAL"
+                                      : "PRAGMA journal_mode = DELETE");
     Execute("PRAGMA synchronous = FULL");
     Execute("PRAGMA case_sensitive_like = ON");
     if (mCacheMiB > 0)
@@ -84,21 +95,15 @@ void SQLitePeer::DropIndex(const std::string&, const std::string& index)
     Execute("DROP INDEX " + index);
 }
 
-void SQLitePeer::AddItems(const std::vector<Item>& items)
+void SQLitePeer::AddRows(const std::string& table, const std::vector<Row>& rows)
 {
-    sqlite3_stmt* insert = Compile(
-        "INSERT INTO items (k, grp, cat, owner, qty, price, name, note, day) "
-        "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
-    for (const Item& item : items) {
-        sqlite3_bind_int(insert, 1, item.k);
-        sqlite3_bind_int(insert, 2, item.grp);
-        sqlite3_bind_int(insert, 3, item.cat);
-        sqlite3_bind_int(insert, 4, item.owner);
-        sqlite3_bind_int(insert, 5, item.qty);
-        sqlite3_bind_double(insert, 6, item.price);
-        BindText(insert, 7, item.name);
-        BindText(insert, 8, item.note);
-        BindText(insert, 9, item.day);
+    std::string sql = "INSERT INTO " + table + " VALUES (NULL";
+    for (size_t i = 0; i < rows.front().size(); i++)
+        sql += ", ?";
+    sqlite3_stmt* insert = Compile(sql + ")");
+    for (const Row& cells : rows) {
+        for (size_t i = 0; i < cells.size(); i++)
+            BindCell(insert, static_cast<int>(i) + 1, cells[i]);
         if (sqlite3_step(insert) != SQLITE_DONE)
             Check(SQLITE_ERROR, "insert a row");
         sqlite3_reset(insert);

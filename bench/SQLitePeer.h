@@ -8,13 +8,15 @@
 
 namespace vela::bench {
 
-// SQLite on one file of a folder, with the settings that its user gets and that promise what Vela's
-// commits promise: rollback journal, every commit flushed to the device (journal_mode=DELETE,
-// synchronous=FULL). LIKE is case-sensitive, as it is in Vela.
+// SQLite on one file of a folder, with the settings that promise what Vela's commits promise: every
+// commit flushed to the device (synchronous=FULL). LIKE is case-sensitive, as it is in Vela.
 class SQLitePeer : public Peer {
 public:
+    // What its user gets, and a write-ahead log.
+    enum class Journal { kRollback, kWAL };
+
     // cacheMiB: the page cache; 0 leaves SQLite's own default, 2 MB.
-    explicit SQLitePeer(int cacheMiB) : mCacheMiB(cacheMiB) {}
+    SQLitePeer(Journal journal, int cacheMiB) : mJournal(journal), mCacheMiB(cacheMiB) {}
     ~SQLitePeer() override { Close(); }
 
     void Open(const std::string& folder) override;
@@ -29,7 +31,7 @@ public:
 
     void CreateTable(const std::string& name, const std::string& columns) override;
     void DropIndex(const std::string& table, const std::string& index) override;
-    void AddItems(const std::vector<Item>& items) override;
+    void AddRows(const std::string& table, const std::vector<Row>& rows) override;
 
     // Prepares a SELECT with one parameter and keeps it until the next one or Close; then runs it.
     void Prepare(const std::string& sql);
@@ -41,6 +43,7 @@ private:
     void Check(int result, const std::string& what);
     void ReadRows(sqlite3_stmt* statement, const std::string& what, AnswerDigest* digest);
 
+    Journal mJournal;
     int mCacheMiB;
     sqlite3* mDatabase = nullptr;
     sqlite3_stmt* mPrepared = nullptr;

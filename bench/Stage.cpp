@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "bench/SQLitePeer.h"
-#include "bench/VelaPeer.h"
+#include "bench/StarSchema.h"
 
 namespace vela::bench {
 
@@ -14,13 +13,25 @@ namespace fs = std::filesystem;
 
 constexpr uint32_t kBatch = 4096;
 
+const char* NameOf(Template origin)
+{
+    switch (origin) {
+        case Template::kPlain:
+            return "plain";
+        case Template::kOneIndex:
+            return "one-index";
+        case Template::kIndexed:
+            return "indexed";
+        case Template::kStar:
+            return "star";
+    }
+    Die("no such template");
+}
+
 }   // namespace
 
-Stage::Stage(Engine engine, uint32_t itemCount, std::string folder, int sqliteCacheMiB)
-    : mEngine(engine),
-      mItemCount(itemCount),
-      mFolder(std::move(folder)),
-      mSQLiteCacheMiB(sqliteCacheMiB)
+Stage::Stage(PeerMaker makePeer, uint32_t rowCount, std::string folder)
+    : mMakePeer(std::move(makePeer)), mRowCount(rowCount), mFolder(std::move(folder))
 {
     fs::remove_all(mFolder);
     fs::create_directories(mFolder);
@@ -33,12 +44,17 @@ Stage::~Stage()
     fs::remove_all(mFolder, ignored);
 }
 
+Peer& Stage::Reading(Template origin)
+{
+    return Shared(std::string("reading-") + NameOf(origin), origin);
+}
+
 Peer& Stage::Shared(const std::string& name, Template origin)
 {
     std::unique_ptr<Peer>& peer = mShared[name];
     if (!peer) {
         fs::copy(NeedTemplate(origin), FolderOf(name));
-        peer = MakePeer();
+        peer = mMakePeer();
         peer->Open(FolderOf(name));
     }
     return *peer;
@@ -47,7 +63,7 @@ Peer& Stage::Shared(const std::string& name, Template origin)
 std::unique_ptr<Peer> Stage::OpenEmpty()
 {
     fs::create_directory(FolderOf("single"));
-    std::unique_ptr<Peer> peer = MakePeer();
+    std::unique_ptr<Peer> peer = mMakePeer();
     peer->Open(FolderOf("single"));
     return peer;
 }
@@ -55,7 +71,7 @@ std::unique_ptr<Peer> Stage::OpenEmpty()
 std::unique_ptr<Peer> Stage::OpenCopy(Template origin)
 {
     fs::copy(NeedTemplate(origin), FolderOf("single"));
-    std::unique_ptr<Peer> peer = MakePeer();
+    std::unique_ptr<Peer> peer = mMakePeer();
     peer->Open(FolderOf("single"));
     return peer;
 }
@@ -66,32 +82,31 @@ void Stage::Discard(std::unique_ptr<Peer> peer)
     fs::remove_all(FolderOf("single"));
 }
 
-std::unique_ptr<Peer> Stage::MakePeer() const
-{
-    if (mEngine == Engine::kVela)
-        return std::make_unique<VelaPeer>();
-    return std::make_unique<SQLitePeer>(mSQLiteCacheMiB);
-}
-
 std::string Stage::NeedTemplate(Template origin)
 {
     std::string& folder = mTemplates[origin];
     if (!folder.empty())
         return folder;
-    const bool indexed = origin == Template::kIndexed;
-    folder = FolderOf(indexed ? "template-indexed" : "template-plain");
-    if (indexed)
+    folder = FolderOf(std::string("template-") + NameOf(origin));
+    if (origin == Template::kOneIndex || origin == Template::kIndexed)
         fs::copy(NeedTemplate(Template::kPlain), folder);
     else
         fs::create_directory(folder);
-    const std::unique_ptr<Peer> peer = MakePeer();
+    const std::unique_ptr<Peer> peer = mMakePeer();
     peer->Open(folder);
-    if (indexed)
-        CreateIndexes(peer.get());
-    else
-        LoadTables(peer.get(), mItemCount);
+    Fill(peer.get(), origin);
     peer->Close();
     return folder;
+}
+
+void Stage::Fill(Peer* peer, Template origin) const
+{
+    if (origin == Template::kStar)
+        LoadStarSchema(peer, mRowCount);
+    else if (origin == Template::kPlain)
+        LoadTables(peer, mRowCount);
+    else
+        CreateIndexes(peer, origin);
 }
 
 void LoadTables(Peer* peer, uint32_t itemCount)
@@ -101,20 +116,26 @@ void LoadTables(Peer* peer, uint32_t itemCount)
     peer->CreateTable("owners", kOwnerColumns);
     peer->CreateTable("regions", kRegionColumns);
     for (uint32_t first = 0; first < itemCount; first += kBatch)
-        peer->AddItems(MakeItems(first, std::min(kBatch, itemCount - first), itemCount));
+        peer->AddRows("items", MakeItemRows(first, std::min(kBatch, itemCount - first), itemCount));
+    std::vector<Row> rows;
     for (uint32_t i = 0; i < OwnerCount(itemCount); i++)
-        peer->Execute(InsertOwnerText(i, itemCount));
+        rows.push_back(MakeOwnerRow(i, itemCount));
+    peer->AddRows("owners", rows);
+    rows.clear();
     for (int32_t i = 0; i < kRegionCount; i++)
-        peer->Execute(InsertRegionText(i));
+        rows.push_back(MakeRegionRow(i));
+    peer->AddRows("regions", rows);
     peer->Commit();
 }
 
-void CreateIndexes(Peer* peer)
+void CreateIndexes(Peer* peer, Template origin)
 {
     peer->Begin();
     peer->Execute("CREATE INDEX by_k ON items (k)");
-    peer->Execute("CREATE INDEX by_name ON items (name)");
-    peer->Execute("CREATE INDEX by_id ON owners (id)");
+    if (origin == Template::kIndexed) {
+        peer->Execute("CREATE INDEX by_name ON items (name)");
+        peer->Execute("CREATE INDEX by_id ON owners (id)");
+    }
     peer->Commit();
 }
 

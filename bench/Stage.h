@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -8,25 +9,30 @@
 
 namespace vela::bench {
 
-enum class Engine { kVela, kSQLite };
-
-// The database that another one starts as: all tables without an index, or with indexes on
-// items (k), items (name) and owners (id).
-enum class Template { kPlain, kIndexed };
+// The database that another one starts as.
+enum class Template {
+    kPlain,      // the shop, without an index
+    kOneIndex,   // with an index on items (k)
+    kIndexed,    // with indexes on items (k), items (name) and owners (id)
+    kStar        // the star schema, with an index on the key of each dimension
+};
 
 // Stage holds what the workloads of one size need of one engine: databases in folders below its
 // own, made when they are first asked for. The folder is removed in the end.
 class Stage {
 public:
-    Stage(Engine engine, uint32_t itemCount, std::string folder, int sqliteCacheMiB);
+    using PeerMaker = std::function<std::unique_ptr<Peer>()>;
+
+    // rowCount: of items, or of lineorders.
+    Stage(PeerMaker makePeer, uint32_t rowCount, std::string folder);
     ~Stage();
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
-    [[nodiscard]] uint32_t ItemCount() const { return mItemCount; }
+    [[nodiscard]] uint32_t ItemCount() const { return mRowCount; }
 
-    // The open database that all reading workloads share.
-    [[nodiscard]] Peer& Reading() { return Shared("reading", Template::kIndexed); }
+    // The open database of a kind that all reading workloads share.
+    [[nodiscard]] Peer& Reading(Template origin = Template::kIndexed);
     // An open database of that name, a copy of the template when it is new.
     [[nodiscard]] Peer& Shared(const std::string& name, Template origin);
     [[nodiscard]] std::string FolderOf(const std::string& name) const
@@ -39,19 +45,18 @@ public:
     void Discard(std::unique_ptr<Peer> peer);
 
 private:
-    [[nodiscard]] std::unique_ptr<Peer> MakePeer() const;
     [[nodiscard]] std::string NeedTemplate(Template origin);
+    void Fill(Peer* peer, Template origin) const;
 
-    Engine mEngine;
-    uint32_t mItemCount;
+    PeerMaker mMakePeer;
+    uint32_t mRowCount;
     std::string mFolder;
-    int mSQLiteCacheMiB;
     std::map<std::string, std::unique_ptr<Peer>> mShared;
     std::map<Template, std::string> mTemplates;   // their folders
 };
 
-// Fills an empty database: tables and rows, committed.
+// Fills an empty database with the shop's tables and rows, committed.
 void LoadTables(Peer* peer, uint32_t itemCount);
-void CreateIndexes(Peer* peer);
+void CreateIndexes(Peer* peer, Template origin);
 
 }   // namespace vela::bench

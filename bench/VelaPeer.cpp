@@ -22,6 +22,16 @@ void AddValue(const VelaValue& value, AnswerDigest* digest)
         digest->AddNumber(value.GetDouble());
 }
 
+void SetValue(const Cell& cell, VelaDataType type, VelaValue* value)
+{
+    if (const int32_t* integer = std::get_if<int32_t>(&cell))
+        value->SetInteger(*integer);
+    else if (const double* number = std::get_if<double>(&cell))
+        value->SetDouble(*number);
+    else
+        value->SetText(type, ToText(std::get<std::string>(cell)));
+}
+
 Answer ReadRows(VelaTable* table, RowOrder order)
 {
     AnswerDigest digest(order);
@@ -91,29 +101,25 @@ void VelaPeer::DropIndex(const std::string& table, const std::string& index)
 }
 
 // One row buffer serves all rows; the table copies it.
-void VelaPeer::AddItems(const std::vector<Item>& items)
+void VelaPeer::AddRows(const std::string& table, const std::vector<Row>& rows)
 {
-    const long number = mDatabase->FindOpenTable("items");
+    const long number = mDatabase->FindOpenTable(ToText(table));
     if (number < 0)
-        Die("no table items");
-    VelaTable* table = mDatabase->OpenTables()[static_cast<size_t>(number)];
-    std::vector<VelaValueWithID> values(static_cast<size_t>(table->QtyColumns()) - 1);
+        Die("no table " + table);
+    VelaTable* target = mDatabase->OpenTables()[static_cast<size_t>(number)];
+    std::vector<VelaValueWithID> values(static_cast<size_t>(target->QtyColumns()) - 1);
+    std::vector<VelaDataType> types;
     VelaRow row;
     for (size_t i = 0; i < values.size(); i++) {
-        values[i].SetColumnID(table->Column(static_cast<long>(i) + 1)->columnID);
+        const VelaColumnInfo* column = target->Column(static_cast<long>(i) + 1);
+        types.push_back(column->Type());
+        values[i].SetColumnID(column->columnID);
         row.push_back(&values[i]);
     }
-    for (const Item& item : items) {
-        values[0].SetInteger(item.k);
-        values[1].SetInteger(item.grp);
-        values[2].SetInteger(item.cat);
-        values[3].SetInteger(item.owner);
-        values[4].SetInteger(item.qty);
-        values[5].SetDouble(item.price);
-        values[6].SetString(ToText(item.name));
-        values[7].SetString(ToText(item.note));
-        values[8].SetText(kTypeDate, ToText(item.day));
-        if (table->AddRow(row, false) == kInvalidRowID)
+    for (const Row& cells : rows) {
+        for (size_t i = 0; i < values.size(); i++)
+            SetValue(cells[i], types[i], &values[i]);
+        if (target->AddRow(row, false) == kInvalidRowID)
             Die("Vela refuses a row");
     }
 }

@@ -23,7 +23,7 @@ public:
 
     void CreateTable(const std::string& name, const std::string& columns) override;
     void DropIndex(const std::string& table, const std::string& index) override;
-    void AddItems(const std::vector<Item>& items) override;
+    void AddRows(const std::string& table, const std::vector<Row>& rows) override;
 
 private:
     [[nodiscard]] std::unique_ptr<VelaTable> Select(const std::string& sql);

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "bench/FileCache.h"
 #include "bench/SQLitePeer.h"
+#include "bench/StarSchema.h"
 
 namespace vela::bench {
 
@@ -55,6 +57,7 @@ Answer RunQueries(Peer& peer, const std::vector<std::string>& texts, Stopwatch& 
 
 // ---- inserting
 
+// addBatch adds count items from the first-th on.
 template <class AddBatch>
 Answer BulkInsert(Stage& stage, Stopwatch& watch, const AddBatch& addBatch)
 {
@@ -67,7 +70,7 @@ Answer BulkInsert(Stage& stage, Stopwatch& watch, const AddBatch& addBatch)
     watch.Stop();
     for (uint32_t first = 0; first < stage.ItemCount(); first += kBatch) {
         const uint32_t count = std::min(kBatch, stage.ItemCount() - first);
-        addBatch(*peer, MakeItems(first, count, stage.ItemCount()));
+        addBatch(*peer, first, count);
     }
     watch.Start();
     peer->Commit();
@@ -79,19 +82,20 @@ Answer BulkInsert(Stage& stage, Stopwatch& watch, const AddBatch& addBatch)
 
 Answer InsertValues(Stage& stage, Stopwatch& watch)
 {
-    return BulkInsert(stage, watch, [&watch](Peer& peer, const std::vector<Item>& items) {
+    return BulkInsert(stage, watch, [&](Peer& peer, uint32_t first, uint32_t count) {
+        const std::vector<Row> rows = MakeItemRows(first, count, stage.ItemCount());
         watch.Start();
-        peer.AddItems(items);
+        peer.AddRows("items", rows);
         watch.Stop();
     });
 }
 
 Answer InsertTexts(Stage& stage, Stopwatch& watch)
 {
-    return BulkInsert(stage, watch, [&watch](Peer& peer, const std::vector<Item>& items) {
+    return BulkInsert(stage, watch, [&](Peer& peer, uint32_t first, uint32_t count) {
         std::vector<std::string> texts;
-        for (const Item& item : items)
-            texts.push_back(InsertItemText(item));
+        for (uint32_t i = first; i < first + count; i++)
+            texts.push_back(InsertItemText(MakeItem(i, stage.ItemCount())));
         watch.Start();
         for (const std::string& text : texts)
             peer.Execute(text);
@@ -116,6 +120,11 @@ Answer CommitRows(Stage& stage, Stopwatch& watch, Peer& peer)
 Answer SmallCommits(Stage& stage, Stopwatch& watch)
 {
     return CommitRows(stage, watch, stage.Shared("commits", Template::kPlain));
+}
+
+Answer SmallCommitsOneIndex(Stage& stage, Stopwatch& watch)
+{
+    return CommitRows(stage, watch, stage.Shared("commits-one-index", Template::kOneIndex));
 }
 
 Answer SmallCommitsIndexed(Stage& stage, Stopwatch& watch)
@@ -294,10 +303,12 @@ Answer CreateStringIndex(Stage& stage, Stopwatch& watch)
 
 // ---- opening
 
-Answer OpenAndQuery(Stage& stage, Stopwatch& watch, const std::string& sql)
+Answer OpenAndQuery(Stage& stage, Stopwatch& watch, const std::string& sql, bool cold = false)
 {
     Peer& peer = stage.Shared("opening", Template::kIndexed);
     peer.Close();
+    if (cold)
+        DropFromCache(stage.FolderOf("opening"));
     watch.Start();
     peer.Open(stage.FolderOf("opening"));
     const Answer answer = peer.Query(sql, RowOrder::kAny);
@@ -305,12 +316,22 @@ Answer OpenAndQuery(Stage& stage, Stopwatch& watch, const std::string& sql)
     return answer;
 }
 
-Answer OpenAndReadOne(Stage& stage, Stopwatch& watch)
+Answer OpenAndReadSome(Stage& stage, Stopwatch& watch, bool cold)
 {
     Answer answer;
     for (uint32_t item : ChosenItems(stage, kReopenings))
-        answer = Sum(answer, OpenAndQuery(stage, watch, RowIDText(item)));
+        answer = Sum(answer, OpenAndQuery(stage, watch, RowIDText(item), cold));
     return answer;
+}
+
+Answer OpenAndReadOne(Stage& stage, Stopwatch& watch)
+{
+    return OpenAndReadSome(stage, watch, false);
+}
+
+Answer OpenAndReadOneCold(Stage& stage, Stopwatch& watch)
+{
+    return OpenAndReadSome(stage, watch, true);
 }
 
 Answer OpenAndAggregate(Stage& stage, Stopwatch& watch)
@@ -340,15 +361,23 @@ Workload Do(const char* name, WorkloadRun run, uint32_t operations = 1)
     return {.name = name, .sql = nullptr, .run = run, .operations = operations};
 }
 
+// kCommits of them.
+Workload Commit(const char* name, WorkloadRun run)
+{
+    return {.name = name, .sql = nullptr, .run = run, .operations = kCommits, .withWAL = true};
+}
+
 }   // namespace
 
 const std::vector<Workload>& Workloads()
 {
     static const std::vector<Workload> workloads = {
         Do("bulk insert, values", InsertValues),
-        Do("bulk insert, texts", InsertTexts),
-        Do("commit of one row", SmallCommits, kCommits),
-        Do("commit of one row, 2 indexes", SmallCommitsIndexed, kCommits),
+        // DuckDB takes some hundred microseconds for each statement.
+        {.name = "bulk insert, texts", .sql = nullptr, .run = InsertTexts, .withDuckDB = false},
+        Commit("commit of one row", SmallCommits),
+        Commit("commit of one row, an index", SmallCommitsOneIndex),
+        Commit("commit of one row, 2 indexes", SmallCommitsIndexed),
         Read("read by row id", ReadByRowID, ReadByRowIDPrepared),
         Read("read by indexed integer", ReadByInteger, ReadByIntegerPrepared),
         Read("read by indexed string", ReadByString, ReadByStringPrepared),
@@ -385,8 +414,24 @@ const std::vector<Workload>& Workloads()
         Do("create index on integer, commit", CreateIntegerIndex),
         Do("create index on string, commit", CreateStringIndex),
         Do("open, read by row id", OpenAndReadOne, kReopenings),
+        Do("open, read by row id, cold", OpenAndReadOneCold, kReopenings),
         Do("open, SUM, COUNT, AVG", OpenAndAggregate),
     };
+    return workloads;
+}
+
+const std::vector<Workload>& StarWorkloads()
+{
+    static const std::vector<Workload> workloads = [] {
+        std::vector<Workload> made;
+        for (const StarQuery& query : StarQueries())
+            made.push_back({.name = query.name,
+                            .sql = query.sql,
+                            .order = query.order,
+                            .database = Template::kStar,
+                            .warmUp = true});
+        return made;
+    }();
     return workloads;
 }
 
@@ -394,7 +439,7 @@ Answer RunWorkload(const Workload& workload, Stage& stage, Stopwatch& watch)
 {
     if (workload.sql == nullptr)
         return workload.run(stage, watch);
-    Peer& peer = stage.Reading();
+    Peer& peer = stage.Reading(workload.database);
     watch.Start();
     const Answer answer = peer.Query(workload.sql, workload.order);
     watch.Stop();

@@ -1,9 +1,11 @@
-// vela_bench: Vela and SQLite side by side.
+// vela_bench: Vela, SQLite and, when its library is given, DuckDB side by side.
 //
-//   vela_bench [--sizes=N,N...] [--folder=FOLDER] [--sqlite_cache_mib=N] [--memory] [--benchmark_...]
+//   vela_bench [--sizes=N,N...] [--ssb=SCALE] [--folder=FOLDER] [--sqlite_cache_mib=N]
+//              [--duckdb=LIBRARY] [--memory] [--benchmark_...]
 //
 // Benchmarks are named WORKLOAD/ENGINE/N. Databases are made in FOLDER, which should lie on the
-// kind of device that databases lie on. With --memory Vela's peak memory is measured instead.
+// kind of device that databases lie on. With --ssb the workloads are the queries of the Star Schema
+// Benchmark, at a scale of 0.001 to 100; with --memory Vela's peak memory is measured instead.
 // Exit status 1: the engines' answers differ.
 
 #include <benchmark/benchmark.h>
@@ -16,16 +18,14 @@
 #include <set>
 #include <sstream>
 
+#include "bench/DuckDBPeer.h"
 #include "bench/MemoryRun.h"
+#include "bench/SQLitePeer.h"
+#include "bench/StarSchema.h"
+#include "bench/VelaPeer.h"
 #include "bench/Workload.h"
 
 namespace vela::bench {
-
-void Die(const std::string& message)
-{
-    std::fprintf(stderr, "vela_bench: %s\n", message.c_str());
-    std::exit(2);
-}
 
 namespace {
 
@@ -33,6 +33,8 @@ struct Options {
     std::vector<uint32_t> sizes = {10000, 100000, 1000000};
     std::string folder = "bench-data";
     int sqliteCacheMiB = 0;
+    std::string duckDB;        // its library; empty: it is left out
+    bool starSchema = false;   // sizes are numbers of lineorders
     bool memory = false;
 };
 
@@ -56,6 +58,14 @@ std::vector<uint32_t> ParseSizes(const std::string& text)
     return sizes;
 }
 
+uint32_t ParseScale(const char* text)
+{
+    const double scale = std::strtod(text, nullptr);
+    if (!(scale >= 0.001 && scale <= 100))
+        Die(std::string("a scale is a number from 0.001 to 100, not ") + text);
+    return LineorderCount(scale);
+}
+
 // Of what Google Benchmark left.
 Options ParseOptions(int argc, char** argv)
 {
@@ -63,6 +73,11 @@ Options ParseOptions(int argc, char** argv)
     for (int i = 1; i < argc; i++) {
         if (const char* sizes = ValueOf(argv[i], "--sizes="))
             options.sizes = ParseSizes(sizes);
+        else if (const char* scale = ValueOf(argv[i], "--ssb=")) {
+            options.sizes = {ParseScale(scale)};
+            options.starSchema = true;
+        } else if (const char* library = ValueOf(argv[i], "--duckdb="))
+            options.duckDB = library;
         else if (const char* folder = ValueOf(argv[i], "--folder="))
             options.folder = folder;
         else if (const char* cache = ValueOf(argv[i], "--sqlite_cache_mib="))
@@ -89,6 +104,8 @@ public:
         mDiffer = true;
         return false;
     }
+    // 0 when the workload has not been run.
+    [[nodiscard]] uint64_t RowsOf(const std::string& workload) { return mFirst[workload].rows; }
     [[nodiscard]] bool Differ() const { return mDiffer; }
 
 private:
@@ -100,6 +117,7 @@ private:
 
 // One engine at one size.
 struct Contestant {
+    std::string name;
     std::unique_ptr<Stage> stage;
     std::set<std::string> warm;   // workloads that it has run once
 };
@@ -120,13 +138,14 @@ void Measure(benchmark::State& state, const Workload& workload, Contestant& cont
             state.SkipWithError("the answers differ");
     }
     state.counters["operations"] = workload.operations;
+    state.counters["rows"] = static_cast<double>(answers.RowsOf(key));
 }
 
-void Register(const Workload& workload, const char* engine, Contestant* contestant,
+void Register(const Workload& workload, const std::string& engine, Contestant* contestant,
               Answers* answers)
 {
-    const std::string name = std::string(workload.name) + "/" + engine + "/" +
-                             std::to_string(contestant->stage->ItemCount());
+    const std::string name =
+        workload.name + ("/" + engine) + "/" + std::to_string(contestant->stage->ItemCount());
     benchmark::RegisterBenchmark(name.c_str(),
                                  [workload, contestant, answers](benchmark::State& state) {
                                      Measure(state, workload, *contestant, *answers);
@@ -135,32 +154,65 @@ void Register(const Workload& workload, const char* engine, Contestant* contesta
         ->Unit(benchmark::kMicrosecond);
 }
 
-void RegisterAll(Contestant* vela, Contestant* sqlite, Answers* answers)
-{
-    for (Workload workload : Workloads()) {
-        Register(workload, "vela", vela, answers);
-        Register(workload, "sqlite", sqlite, answers);
-        if (workload.runPrepared == nullptr)
-            continue;
-        workload.run = workload.runPrepared;
-        Register(workload, "sqlite_prepared", sqlite, answers);
+// All engines at one size.
+class Contest {
+public:
+    // duckDB may be null. It and answers must outlive this.
+    Contest(uint32_t size, const Options& options, const DuckDBLibrary* duckDB, Answers* answers)
+        : mSize(size), mFolder(options.folder), mAnswers(answers)
+    {
+        using Journal = SQLitePeer::Journal;
+        const int cache = options.sqliteCacheMiB;
+        Join(&mVela, "vela", [] { return std::make_unique<VelaPeer>(); });
+        Join(&mSQLite, "sqlite",
+             [cache] { return std::make_unique<SQLitePeer>(Journal::kRollback, cache); });
+        Join(&mSQLiteWAL, "sqlite_wal",
+             [cache] { return std::make_unique<SQLitePeer>(Journal::kWAL, cache); });
+        if (duckDB != nullptr)
+            Join(&mDuckDB, "duckdb", [duckDB] { return std::make_unique<DuckDBPeer>(*duckDB); });
     }
-}
+
+    void Register(Workload workload)
+    {
+        bench::Register(workload, mVela.name, &mVela, mAnswers);
+        bench::Register(workload, mSQLite.name, &mSQLite, mAnswers);
+        if (workload.withWAL)
+            bench::Register(workload, mSQLiteWAL.name, &mSQLiteWAL, mAnswers);
+        if (workload.withDuckDB && mDuckDB.stage)
+            bench::Register(workload, mDuckDB.name, &mDuckDB, mAnswers);
+        if (workload.runPrepared != nullptr) {
+            workload.run = workload.runPrepared;
+            bench::Register(workload, "sqlite_prepared", &mSQLite, mAnswers);
+        }
+    }
+
+private:
+    void Join(Contestant* contestant, const std::string& name, Stage::PeerMaker makePeer)
+    {
+        const std::string folder = mFolder + "/" + name + "-" + std::to_string(mSize);
+        contestant->name = name;
+        contestant->stage = std::make_unique<Stage>(std::move(makePeer), mSize, folder);
+    }
+
+    uint32_t mSize;
+    std::string mFolder;
+    Answers* mAnswers;
+    Contestant mVela, mSQLite, mSQLiteWAL, mDuckDB;   // without a stage: takes no part
+};
 
 int RunWorkloads(const Options& options)
 {
     Answers answers;
-    std::vector<std::unique_ptr<Contestant>> contestants;
-    const auto add = [&](Engine engine, uint32_t size, const char* name) {
-        contestants.push_back(std::make_unique<Contestant>());
-        contestants.back()->stage = std::make_unique<Stage>(
-            engine, size, options.folder + "/" + name + "-" + std::to_string(size),
-            options.sqliteCacheMiB);
-        return contestants.back().get();
-    };
+    std::unique_ptr<const DuckDBLibrary> duckDB;
+    if (!options.duckDB.empty()) {
+        duckDB = std::make_unique<DuckDBLibrary>(DuckDBLibrary::Load(options.duckDB));
+        benchmark::AddCustomContext("duckdb", duckDB->library_version());
+    }
+    std::vector<std::unique_ptr<Contest>> contests;
     for (const uint32_t size : options.sizes) {
-        Contestant* vela = add(Engine::kVela, size, "vela");
-        RegisterAll(vela, add(Engine::kSQLite, size, "sqlite"), &answers);
+        contests.push_back(std::make_unique<Contest>(size, options, duckDB.get(), &answers));
+        for (const Workload& workload : options.starSchema ? StarWorkloads() : Workloads())
+            contests.back()->Register(workload);
     }
     benchmark::RunSpecifiedBenchmarks();
     return answers.Differ() ? 1 : 0;
