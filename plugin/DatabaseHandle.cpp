@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "engine/sql/VelaSQL.h"
+#include "engine/storage/CommitFileAccess.h"
 #include "engine/storage/VelaFolderFileAccess.h"
 #include "plugin/Cursor.h"
 
@@ -52,12 +53,13 @@ bool OpenDatabase(dbDatabase* handle, const FileLocator& folder, bool create)
     if (!files->IsOpen())
         return Fail(&handle->status, kStateCantConnect,
                     "Error: Can't open the database: " + files->ErrorText() + ".");
-    if (!create && !files->ContainsFile(kSchemaRecordFileName))
-        return Fail(&handle->status, kStateCantConnect, "Error: The folder holds no database.");
     auto database = std::make_unique<VelaDatabase>(std::move(files));
     if (const string reason = database->OpenErrorText(); !reason.empty())
         return Fail(&handle->status, kStateCantConnect,
                     "Error: Can't open the database: " + reason + ".");
+    // Asked when a crash has been recovered from: the file may have been in the log.
+    if (!create && !database->Files()->ContainsFile(kSchemaRecordFileName))
+        return Fail(&handle->status, kStateCantConnect, "Error: The folder holds no database.");
     if (!database->IsValid())
         return Fail(&handle->status, kStateCantConnect, "Error: The schema can't be read.");
     handle->database = database.release();

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "engine/storage/CommitFileAccess.h"
 #include "engine/storage/VelaFolderFileAccess.h"
 #include "shell/Messages.h"
 
@@ -42,10 +43,6 @@ std::string FindProblem(const Options& options)
                               "; use --readonly to read it"
                         : "can't open " + Quoted(path) + ": " + reason;
     }
-    const std::string schemaFile = path + "/" + kSchemaTableName + ".dat";
-    if (!options.create && access(schemaFile.c_str(), F_OK) != 0)
-        return Quoted(path) + " is a folder without a database (it has no " + kSchemaTableName +
-               ".dat); use --create to make one in it";
     return "";
 }
 
@@ -55,6 +52,15 @@ VelaFolderFileAccess::Mode AccessMode(const Options& options)
         return VelaFolderFileAccess::Mode::kReadOnly;
     return options.create ? VelaFolderFileAccess::Mode::kCreate
                           : VelaFolderFileAccess::Mode::kReadWrite;
+}
+
+// For a writer whom readers alone keep out.
+std::string HintAtReading(const Options& options, const FileLocator& folder)
+{
+    using Mode = VelaFolderFileAccess::Mode;
+    const bool canBeRead =
+        !options.readOnly && VelaFolderFileAccess(folder, Mode::kReadOnly).IsOpen();
+    return canBeRead ? "; use --readonly to read it as well" : "";
 }
 
 }   // namespace
@@ -67,12 +73,20 @@ std::unique_ptr<VelaDatabase> OpenDatabase(const Options& options, std::string* 
     const FileLocator folder(string(options.database, kEncodingUTF8));
     auto files = std::make_unique<VelaFolderFileAccess>(folder, AccessMode(options));
     if (!files->IsOpen()) {
-        *problem = std::string("can't open the database: ") + files->ErrorText().CString();
+        *problem = std::string("can't open the database: ") + files->ErrorText().CString() +
+                   HintAtReading(options, folder);
         return nullptr;
     }
     auto database = std::make_unique<VelaDatabase>(std::move(files));
     if (const string reason = database->OpenErrorText(); !reason.empty()) {
         *problem = "can't open " + Quoted(options.database) + ": " + reason.CString();
+        return nullptr;
+    }
+    // Asked when a crash has been recovered from: the file may have been in the log.
+    const std::string schemaFile = std::string(kSchemaTableName) + ".dat";
+    if (!options.create && !database->Files()->ContainsFile(string(schemaFile, kEncodingUTF8))) {
+        *problem = Quoted(options.database) + " is a folder without a database (it has no " +
+                   schemaFile + "); use --create to make one in it";
         return nullptr;
     }
     if (!database->IsValid()) {

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/rescue/CommittedFiles.h"
 #include "engine/rescue/DatabaseCheck.h"
 #include "engine/rescue/DatabaseRepair.h"
 #include "engine/storage/VelaFolderFileAccess.h"
@@ -74,8 +75,10 @@ std::string ReadOptions(int argc, const char* const* argv, size_t folderCount,
 // The damaged database, to be read only; null, after saying why, when it can't be opened.
 std::unique_ptr<VelaFileAccess> OpenDamaged(const std::string& path)
 {
-    auto files = std::make_unique<VelaFolderFileAccess>(FileLocator(string(path, kEncodingUTF8)),
-                                                        VelaFolderFileAccess::Mode::kReadOnly);
+    std::unique_ptr<VelaFileAccess> files = OpenCommittedFiles([&path] {
+        return std::make_unique<VelaFolderFileAccess>(FileLocator(string(path, kEncodingUTF8)),
+                                                      VelaFolderFileAccess::Mode::kReadOnly);
+    });
     if (files->IsOpen())
         return files;
     PrintNote("can't open the database: " + std::string(files->ErrorText().View()));

@@ -5,6 +5,7 @@
 #include "engine/rescue/DatabaseFiles.h"
 #include "engine/rescue/SchemaRows.h"
 #include "engine/rescue/TableCheck.h"
+#include "engine/storage/CommitLogFormat.h"
 #include "engine/storage/VelaSchema.h"
 
 namespace vela {
@@ -90,7 +91,8 @@ void ReportOrphans(const DatabaseFiles& found, const std::set<std::string>& chec
             ReportOrphan(IndexFileName(table, index), table, receiver);
     }
     for (const std::string& other : found.others)
-        ReportOrphan(other, "", receiver);
+        if (other != kCommitLogName)
+            ReportOrphan(other, "", receiver);
 }
 
 }   // namespace
@@ -103,6 +105,10 @@ bool HoldsDatabase(const VelaFileAccess& files)
 void CheckDatabase(VelaFileAccess* files, FaultReceiver* receiver, RescueWatch* watch)
 {
     DatabaseFiles found = ListDatabaseFiles(*files);
+    if (files->ContainsFile(kCommitLogName))
+        receiver->AddFault({FaultKind::kCommitLog, "", kCommitLogName, -1, false, 0,
+                            "the log can't be read; commits that have not reached the files are "
+                            "missing from what was checked"});
     const SchemaRows schema = ReadSchemaRows(files, watch);
     CheckSchemaRows(schema, receiver);
     if (found.tables[kSchemaTableName].hasRecords)

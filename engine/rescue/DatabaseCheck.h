@@ -10,7 +10,8 @@ namespace vela {
 [[nodiscard]] bool HoldsDatabase(const VelaFileAccess& files);
 
 // Reads every file of a database whole and tells receiver every fault, table by table, and what
-// each table holds. Writes nothing, and believes nothing of what it reads. When watch has stopped
+// each table holds. A log of commits among the files is one that could not be read (CommittedFiles.h).
+// Writes nothing, and believes nothing of what it reads. When watch has stopped
 // it, what was told is not all.
 void CheckDatabase(VelaFileAccess* files, FaultReceiver* receiver, RescueWatch* watch);
 

@@ -51,6 +51,8 @@ const char* FaultWord(FaultKind kind)
             return "missing-file";
         case FaultKind::kOrphanFile:
             return "orphan-file";
+        case FaultKind::kCommitLog:
+            return "commit-log";
         case FaultKind::kUnreadable:
             return "unreadable";
     }

@@ -30,6 +30,7 @@ enum class FaultKind {
     kSchemaSelf,     // _schema doesn't describe itself
     kMissingFile,    // a table without its record file
     kOrphanFile,     // a file that belongs to no table
+    kCommitLog,      // commits that have not reached the files can't be read
     kUnreadable      // bytes that the device can't read
 };
 [[nodiscard]] const char* FaultWord(FaultKind kind);

@@ -191,7 +191,11 @@ void NoteOtherFiles(const DatabaseFiles& found, const std::vector<std::string>& 
                                     " is of no table that is there.");
     }
     for (const std::string& other : found.others)
-        report->notes.push_back("The file " + other + " is of no table, and was left out.");
+        report->notes.push_back(
+            other == kCommitLogName
+                ? "The log of commits, " + other +
+                      ", can't be read; commits that have not reached the files are missing."
+                : "The file " + other + " is of no table, and was left out.");
 }
 
 void NoteSchema(const SchemaRows& schema, RepairReport* report)

@@ -219,6 +219,14 @@ bool CommitFileAccess::FlushNames()
     return !WritesPassThrough() || mFiles->FlushNames() || FailWithContainer();
 }
 
+// The log itself, and the files beside that recovery has found.
+bool CommitFileAccess::IsOfTheLog(std::string_view name) const
+{
+    return name == kCommitLogName ||
+           std::any_of(mBeside.begin(), mBeside.end(),
+                       [name](const std::string& beside) { return BesideName(beside) == name; });
+}
+
 void CommitFileAccess::FindFiles(const string& pattern, SimpleVector<string>* names) const
 {
     if (!IsUsable())
@@ -227,7 +235,7 @@ void CommitFileAccess::FindFiles(const string& pattern, SimpleVector<string>* na
     mFiles->FindFiles(pattern, &found);
     const size_t firstNew = names->size();
     for (const string& name : found)
-        if (name.View() != kCommitLogName && mChanges.count(std::string(name.View())) == 0)
+        if (!IsOfTheLog(name.View()) && mChanges.count(std::string(name.View())) == 0)
             names->push_back(name);
     for (const auto& [name, change] : mChanges)
         if (!change.deleted && MatchesNamePattern(name, pattern.View()))
@@ -239,8 +247,10 @@ void CommitFileAccess::FindFiles(const string& pattern, SimpleVector<string>* na
 
 bool CommitFileAccess::BeginCommit()
 {
-    if (!IsOpen())
+    if (!mRecovered)
         return false;
+    if (!mFiles->IsOpen())
+        return FailWithContainer();
     // What is written to a log that has been taken away is written nowhere.
     if (mLog.IsOpen() && !mLog.Exists())
         return Fail(string(kCommitLogName) + ": " + string(std::strerror(ENOENT)));

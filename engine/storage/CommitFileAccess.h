@@ -4,6 +4,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -96,6 +97,7 @@ private:
     void Prune(const std::string& name);
     void Prune(OpenFiles::iterator open);
 
+    [[nodiscard]] bool IsOfTheLog(std::string_view name) const;
     bool CheckChange(const std::string& name);
     bool MakeCutsSafe();
     bool FlushLargeParts();

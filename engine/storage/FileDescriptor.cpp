@@ -37,6 +37,12 @@ bool FileDescriptor::Open(const string& path, int flags)
     return IsOpen();
 }
 
+bool FileDescriptor::OpenForReading(const string& path, int flags)
+{
+    return Open(path, flags | O_RDONLY | O_NOATIME) ||
+           (errno == EPERM && Open(path, flags | O_RDONLY));
+}
+
 void FileDescriptor::Reset(int descriptor)
 {
     Close();

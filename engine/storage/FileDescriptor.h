@@ -25,6 +25,9 @@ public:
     // Closes what was open. False when the path holds a NUL or the system refuses. flags are those
     // of open(); a new file gets the rights that the process's mask leaves.
     [[nodiscard]] bool Open(const string& path, int flags);
+    // Opens for reading, with other flags. The time of access stays as it is where the system lets the caller have that:
+    // the owner of the file.
+    [[nodiscard]] bool OpenForReading(const string& path, int flags);
     // Closes what was open and takes another descriptor; -1 for none.
     void Reset(int descriptor);
     // Gives the descriptor up to the caller; -1 when there was none.

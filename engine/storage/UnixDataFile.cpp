@@ -65,7 +65,8 @@ bool UnixDataFile::Open(const string& path, int mode)
     if (mode != kModeRead && mode != kModeReadWrite)
         return FailWith(EINVAL);
     const bool writable = mode == kModeReadWrite;
-    if (!mFile.Open(path, (writable ? O_RDWR : O_RDONLY) | kOpenFlags))
+    if (!(writable ? mFile.Open(path, O_RDWR | kOpenFlags)
+                   : mFile.OpenForReading(path, kOpenFlags)))
         return FailWith(errno);
     return IsOrdinaryFile() && StartOn(path, writable);
 }

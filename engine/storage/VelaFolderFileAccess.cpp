@@ -46,6 +46,12 @@ VelaFolderFileAccess::VelaFolderFileAccess(const FileLocator& folder, Mode mode)
     mOpen = OpenFolder();
 }
 
+bool VelaFolderFileAccess::IsOpen() const
+{
+    return mOpen && (mLock.IsStillAt(mFolder.Path()) ||
+                     FailWith(mFolder.Path(), "The folder has been moved or removed"));
+}
+
 std::unique_ptr<RandomAccessMechanism> VelaFolderFileAccess::OpenFile(const string& name,
                                                                       bool create)
 {
@@ -109,20 +115,32 @@ bool VelaFolderFileAccess::ContainsFile(const string& name) const
 
 bool VelaFolderFileAccess::FlushNames()
 {
-    if (!mOpen)
+    if (!IsOpen())
         return false;
     FileDescriptor folder;
     if (!folder.Open(mFolder.Path(), O_RDONLY | O_DIRECTORY))
         return FailWith(mFolder.Path(), errno);
     // EINVAL: a file system that keeps names on the device by itself.
-    return fsync(folder.Get()) == 0 || errno == EINVAL || FailWith(mFolder.Path(), errno);
+    if (fsync(folder.Get()) != 0 && errno != EINVAL)
+        return FailWith(mFolder.Path(), errno);
+    if (!mIsNew)
+        return true;
+    // The folder's own name lies in the one above it.
+    if (!folder.Open(mFolder.Path() + "/..", O_RDONLY | O_DIRECTORY) ||
+        (fsync(folder.Get()) != 0 && errno != EINVAL))
+        return FailWith(mFolder.Path(), errno);
+    mIsNew = false;
+    return true;
 }
 
 void VelaFolderFileAccess::FindFiles(const string& pattern, SimpleVector<string>* names) const
 {
-    if (!mOpen)
+    if (!IsOpen())
         return;
-    DIR* folder = opendir(mFolder.Path().CString());
+    FileDescriptor descriptor;
+    DIR* folder = descriptor.OpenForReading(mFolder.Path(), O_DIRECTORY)
+                      ? fdopendir(descriptor.Get())
+                      : nullptr;
     // A list that lacks files for want of memory would pass for one of all files.
     if (!folder && errno == ENOMEM)
         throw std::bad_alloc();
@@ -130,6 +148,7 @@ void VelaFolderFileAccess::FindFiles(const string& pattern, SimpleVector<string>
         FailWith(mFolder.Path(), errno);
         return;
     }
+    descriptor.Release();   // it is the folder's now
     const ScopeExit close([folder] { closedir(folder); });
     const size_t firstNew = names->size();
     while (const dirent* entry = readdir(folder)) {
@@ -147,20 +166,26 @@ bool VelaFolderFileAccess::OpenFolder()
     const string& path = mFolder.Path();
     if (path.empty() || path.View().find('\0') != std::string_view::npos)
         return FailWith(path, ENOENT);
-    if (mMode == Mode::kCreate && mkdir(path.CString(), kNewFolderRights) != 0 && errno != EEXIST)
-        return FailWith(path, errno);
+    if (mMode == Mode::kCreate) {
+        mIsNew = mkdir(path.CString(), kNewFolderRights) == 0;
+        if (!mIsNew && errno != EEXIST)
+            return FailWith(path, errno);
+    }
     if (!mFolder.Exists())
         return FailWith(path, errno);
     if (!mFolder.IsFolder())
         return FailWith(path, ENOTDIR);
     const int rights = IsReadOnly() ? R_OK | X_OK : R_OK | W_OK | X_OK;
     const bool permitted = faccessat(AT_FDCWD, path.CString(), rights, AT_EACCESS) == 0;
-    return permitted || FailWith(path, errno);
+    if (!permitted)
+        return FailWith(path, errno);
+    const auto kind = IsReadOnly() ? FolderLock::Kind::kForReading : FolderLock::Kind::kForWriting;
+    return mLock.Take(path, kind) || FailWith(path, mLock.ErrorText());
 }
 
 bool VelaFolderFileAccess::CheckName(const string& name) const
 {
-    return mOpen && (IsFileName(name.View()) || FailWith(name, "Not a file name"));
+    return mOpen && (IsFileName(name.View()) || FailWith(name, "Not a file name")) && IsOpen();
 }
 
 bool VelaFolderFileAccess::CheckChange(const string& name) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/storage/FolderLock.h"
 #include "engine/storage/VelaFileAccess.h"
 #include "runtime/FileLocator.h"
 
@@ -12,11 +13,12 @@ class VelaFolderFileAccess final : public VelaFileAccess {
 public:
     enum class Mode { kReadOnly, kReadWrite, kCreate };
 
-    // kCreate makes the folder when it is missing (its parent must exist). Nothing else is created
-    // or opened here.
+    // kCreate makes the folder when it is missing (its parent must exist). The folder is locked as
+    // long as the object lives: for reading together with other readers, else alone (FolderLock.h).
+    // It stays that very folder: when the path leads elsewhere later, every operation refuses.
     VelaFolderFileAccess(const FileLocator& folder, Mode mode);
 
-    [[nodiscard]] bool IsOpen() const override { return mOpen; }
+    [[nodiscard]] bool IsOpen() const override;
     [[nodiscard]] bool IsReadOnly() const override { return mMode == Mode::kReadOnly; }
     [[nodiscard]] string ErrorText() const override { return mErrorText; }
     [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name,
@@ -40,7 +42,9 @@ private:
     bool FailWith(const string& name, int errorNumber) const;
 
     FileLocator mFolder;
+    FolderLock mLock;
     Mode mMode;
+    mutable bool mIsNew = false;   // made here, and its name not flushed yet
     bool mOpen = false;
     mutable string mErrorText;
 };

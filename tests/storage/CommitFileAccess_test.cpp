@@ -313,6 +313,44 @@ TEST(CommitFileAccess, FolderHoldsWhatAModelSays)
     EXPECT_EQ(committed, AllFilesOf(folder));
 }
 
+TEST(CommitFileAccess, FolderThatWasMovedFailsCommitsUntilItComesBack)
+{
+    const TemporaryFolder folder;
+    const std::string place = folder.File("db");
+    const auto open = [&place] {
+        return std::make_unique<CommitFileAccess>(std::make_unique<VelaFolderFileAccess>(
+            FileLocator(place.c_str()), VelaFolderFileAccess::Mode::kCreate));
+    };
+    auto files = open();
+    const auto commit = [&files](const char* bytes) {
+        if (!files->BeginCommit())
+            return false;
+        const auto stream = files->OpenFile("a.dat", true);
+        return stream && stream->WriteData(bytes, 3) && files->EndCommit();
+    };
+    ASSERT_TRUE(commit("one"));
+    std::filesystem::rename(place, folder.File("away"));
+    for (const bool another : {false, true}) {
+        if (another)
+            std::filesystem::create_directory(place);
+        EXPECT_FALSE(commit("two"));
+        EXPECT_EQ(place + ": The folder has been moved or removed",
+                  std::string(files->ErrorText().View()));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(place));
+    std::filesystem::remove(place);
+    std::filesystem::rename(folder.File("away"), place);
+    EXPECT_TRUE(commit("two"));
+    std::filesystem::rename(place, folder.File("away"));
+    files.reset();   // can't bring anything to its end
+    EXPECT_TRUE(std::filesystem::exists(folder.File("away/_commit.log")));
+    std::filesystem::rename(folder.File("away"), place);
+    files = open();
+    EXPECT_EQ("two", folder.Read("db/a.dat"));
+    files.reset();
+    EXPECT_FALSE(std::filesystem::exists(folder.File("db/_commit.log")));
+}
+
 // A crash after the second of two commits: the file has been cut by it, the bytes of the first have not arrived.
 TEST_F(CommitFileAccessTest, CutFileDoesNotLoseWhatWasWrittenBefore)
 {

@@ -1,6 +1,7 @@
 #include "engine/storage/VelaFolderFileAccess.h"
 
 #include <errno.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -272,6 +273,85 @@ TEST_F(VelaFolderFileAccessTest, FlushNames_ReachesTheDeviceAndReportsItsFailure
     calls.synchroniseError = EIO;
     EXPECT_FALSE(files.FlushNames());
     EXPECT_EQ(mFolder.Path() + ": Input/output error", std::string(files.ErrorText().View()));
+}
+
+TEST_F(VelaFolderFileAccessTest, FlushNames_OfANewFolderReachesTheOneAboveOnce)
+{
+    VelaFolderFileAccess files(FileLocator(mFolder.File("new").c_str()), Mode::kCreate);
+    SystemCalls calls;
+    EXPECT_TRUE(files.FlushNames());
+    EXPECT_EQ(2, calls.synchronisations);
+    EXPECT_TRUE(files.FlushNames());
+    EXPECT_EQ(3, calls.synchronisations);
+}
+
+TEST_F(VelaFolderFileAccessTest, ASecondWriterIsRefusedAndReadersGoTogether)
+{
+    const VelaFolderFileAccess reader = Open(Mode::kReadOnly);
+    EXPECT_TRUE(Open(Mode::kReadOnly).IsOpen());
+    for (const Mode mode : {Mode::kReadWrite, Mode::kCreate}) {
+        const VelaFolderFileAccess writer = Open(mode);
+        EXPECT_FALSE(writer.IsOpen());
+        EXPECT_EQ(mFolder.Path() + ": The database is being read by this process",
+                  std::string(writer.ErrorText().View()));
+    }
+    EXPECT_TRUE(reader.IsOpen()) << "the refused ones took nothing from it";
+}
+
+TEST_F(VelaFolderFileAccessTest, AFolderThatIsGoneIsNotMistakenForAnotherOfItsName)
+{
+    std::filesystem::create_directory(mFolder.File("db"));
+    mFolder.Write("db/t.dat", "mine");
+    VelaFolderFileAccess files(FileLocator(mFolder.File("db").c_str()), Mode::kReadWrite);
+    const auto stream = files.OpenFile("t.dat", false);
+    std::filesystem::rename(mFolder.File("db"), mFolder.File("away"));
+    for (const bool another : {false, true}) {
+        if (another) {
+            std::filesystem::create_directory(mFolder.File("db"));
+            mFolder.Write("db/t.dat", "another's");
+        }
+        EXPECT_FALSE(files.IsOpen());
+        EXPECT_EQ(nullptr, files.OpenFile("t.dat", false));
+        EXPECT_FALSE(files.ContainsFile("t.dat"));
+        EXPECT_FALSE(files.CreateFile("t.dat"));
+        EXPECT_FALSE(files.DeleteFile("t.dat"));
+        EXPECT_FALSE(files.RenameFile("t.dat", "u.dat"));
+        EXPECT_FALSE(files.FlushNames());
+        EXPECT_EQ(Names{}, Found(files, "*"));
+        EXPECT_EQ(mFolder.File("db") + ": The folder has been moved or removed",
+                  std::string(files.ErrorText().View()));
+    }
+    EXPECT_EQ("another's", mFolder.Read("db/t.dat"));
+    EXPECT_TRUE(stream->WriteData("M", 1) && stream->FlushToDisk()) << "its own file";
+    EXPECT_EQ("Mine", mFolder.Read("away/t.dat"));
+    std::filesystem::remove_all(mFolder.File("db"));
+    std::filesystem::rename(mFolder.File("away"), mFolder.File("db"));
+    EXPECT_TRUE(files.IsOpen()) << "it has come back";
+    EXPECT_TRUE(files.ContainsFile("t.dat"));
+}
+
+TEST_F(VelaFolderFileAccessTest, ReadOnly_LeavesEveryTimeStamp)
+{
+    mFolder.Write("t.dat", "abc");
+    // Times of access before those of the last change are the ones that a mount usually renews.
+    const timespec times[] = {{1000, 0}, {2000, 0}};
+    const std::string paths[] = {mFolder.Path(), mFolder.File("t.dat")};
+    for (const std::string& path : paths)
+        ASSERT_EQ(0, utimensat(AT_FDCWD, path.c_str(), times, 0));
+    {
+        VelaFolderFileAccess files = Open(Mode::kReadOnly);
+        EXPECT_EQ(Names{"t.dat"}, Found(files, "*"));
+        const auto stream = files.OpenFile("t.dat", false);
+        char bytes[3];
+        EXPECT_TRUE(stream && stream->ReadData(bytes, 3, nullptr));
+        EXPECT_TRUE(files.ContainsFile("t.dat"));
+    }
+    for (const std::string& path : paths) {
+        struct stat info {};
+        ASSERT_EQ(0, stat(path.c_str(), &info));
+        EXPECT_EQ(1000, info.st_atim.tv_sec) << path;
+        EXPECT_EQ(2000, info.st_mtim.tv_sec) << path;
+    }
 }
 
 TEST_F(VelaFolderFileAccessTest, AFolderWithoutRightsIsNotOpened)
