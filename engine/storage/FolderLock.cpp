@@ -80,29 +80,28 @@ bool IsWithoutLocks(int error)
 
 bool FolderLock::Take(const string& path, Kind kind)
 {
-    if (!mFolder.OpenForReading(path, O_DIRECTORY))
+    struct stat info {};
+    if (!mFolder.OpenForReading(path, O_DIRECTORY) || fstat(mFolder.Get(), &info) != 0)
         return Fail(string(std::strerror(errno)));
+    mDevice = info.st_dev;
+    mInode = info.st_ino;
     const int operation = (kind == Kind::kForWriting ? LOCK_EX : LOCK_SH) | LOCK_NB;
     int result = flock(mFolder.Get(), operation);
     while (result != 0 && errno == EINTR)
         result = flock(mFolder.Get(), operation);
     if (result == 0)
         return true;
-    const int error = errno;
-    struct stat info {};
-    if (error == EWOULDBLOCK && fstat(mFolder.Get(), &info) == 0)
+    if (errno == EWOULDBLOCK)
         return Fail(HeldText(info));
-    if (!IsWithoutLocks(error))
-        return Fail(string(std::strerror(error)));
+    if (!IsWithoutLocks(errno))
+        return Fail(string(std::strerror(errno)));
     return kind == Kind::kForReading || Fail("The file system can't lock folders");
 }
 
 bool FolderLock::IsStillAt(const string& path) const
 {
     struct stat here {};
-    struct stat locked {};
-    return fstat(mFolder.Get(), &locked) == 0 && stat(path.CString(), &here) == 0 &&
-           here.st_dev == locked.st_dev && here.st_ino == locked.st_ino;
+    return stat(path.CString(), &here) == 0 && here.st_dev == mDevice && here.st_ino == mInode;
 }
 
 bool FolderLock::Fail(const string& text)

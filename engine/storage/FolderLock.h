@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include "engine/storage/FileDescriptor.h"
 
 namespace vela {
@@ -15,13 +17,15 @@ public:
     // the other's process when the system tells it. A file system without such locks refuses writers and lets readers in.
     [[nodiscard]] bool Take(const string& path, Kind kind);
     [[nodiscard]] const string& ErrorText() const { return mErrorText; }
-    // Whether path still leads to the folder that was locked.
+    // Whether path still leads to the folder that was locked. One call of the system.
     [[nodiscard]] bool IsStillAt(const string& path) const;
 
 private:
     bool Fail(const string& text);
 
     FileDescriptor mFolder;
+    dev_t mDevice = 0;
+    ino_t mInode = 0;
     string mErrorText;
 };
 
