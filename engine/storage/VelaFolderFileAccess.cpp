@@ -148,7 +148,7 @@ void VelaFolderFileAccess::FindFiles(const string& pattern, SimpleVector<string>
         FailWith(mFolder.Path(), errno);
         return;
     }
-    descriptor.Release();   // it is the folder's now
+    (void)descriptor.Release();   // it is the folder's now
     const ScopeExit close([folder] { closedir(folder); });
     const size_t firstNew = names->size();
     while (const dirent* entry = readdir(folder)) {
