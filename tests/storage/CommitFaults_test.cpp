@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 
 #include "engine/storage/CommitFileAccess.h"
 #include "tests/storage/DatabaseContents.h"
@@ -52,6 +53,10 @@ struct Scenario {
     std::function<void(DatabaseOnDisk&)> change;
     bool bulk = false;   // with limits that make the commit a large one
 };
+void PrintTo(const Scenario& scenario, std::ostream* out)
+{
+    *out << scenario.name;
+}
 
 void CreateTable(DatabaseOnDisk& db)
 {
