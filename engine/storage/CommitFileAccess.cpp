@@ -206,7 +206,7 @@ bool CommitFileAccess::RenameFile(const string& from, const string& to)
 
 bool CommitFileAccess::ContainsFile(const string& name) const
 {
-    if (!IsUsable())
+    if (!IsUsable() || IsOfTheLog(name.View()))
         return false;
     const auto change = mChanges.find(std::string(name.View()));
     if (change != mChanges.end() && (change->second.created || change->second.deleted))
