@@ -5,6 +5,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -76,6 +77,18 @@ bool IsWithoutLocks(int error)
            error == EINVAL;
 }
 
+// A process that is being killed may have gone from the list while the system is still closing its files.
+constexpr int kTriesForNobody = 20;
+constexpr long kPauseForNobody = 5000000;   // nanoseconds
+
+int LockFolder(int folder, int operation)
+{
+    int result = flock(folder, operation);
+    while (result != 0 && errno == EINTR)
+        result = flock(folder, operation);
+    return result;
+}
+
 }   // namespace
 
 bool FolderLock::Take(const string& path, Kind kind)
@@ -86,9 +99,14 @@ bool FolderLock::Take(const string& path, Kind kind)
     mDevice = info.st_dev;
     mInode = info.st_ino;
     const int operation = (kind == Kind::kForWriting ? LOCK_EX : LOCK_SH) | LOCK_NB;
-    int result = flock(mFolder.Get(), operation);
-    while (result != 0 && errno == EINTR)
-        result = flock(mFolder.Get(), operation);
+    int result = LockFolder(mFolder.Get(), operation);
+    for (int i = 0; result != 0 && errno == EWOULDBLOCK && i < kTriesForNobody; i++) {
+        if (FindHolder(info).process != 0)
+            return Fail(HeldText(info));
+        const timespec pause{0, kPauseForNobody};
+        nanosleep(&pause, nullptr);
+        result = LockFolder(mFolder.Get(), operation);
+    }
     if (result == 0)
         return true;
     if (errno == EWOULDBLOCK)
