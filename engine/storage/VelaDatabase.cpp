@@ -399,7 +399,8 @@ bool VelaDatabase::ReplaceSchemaFile(std::string_view bytes)
 
 const DamageLog& VelaDatabase::Damage() const
 {
-    return mFiles->Damage();
+    static const DamageLog none;
+    return mFiles ? mFiles->Damage() : none;
 }
 
 void VelaDatabase::UpdateClock()

@@ -469,6 +469,7 @@ TEST(AllocationFaultsInOpening, OpeningTellsAndTheNextOneSucceeds)
                 EXPECT_EQ(kVEOutOfMemory, world.Run("DELETE FROM parts").State());
                 EXPECT_FALSE(world.Commit());
                 world.database->Rollback();
+                EXPECT_TRUE(world.database->Damage().Places().empty());
                 world.Open();
             }
             const Texts now = world.Sorted();
