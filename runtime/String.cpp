@@ -69,7 +69,8 @@ void StringChunk::Free()
 void StringStorage::Free()
 {
     if (room & kInChunk)
-        reinterpret_cast<StringChunk*>(reinterpret_cast<char*>(this) - (room & ~kInChunk))->Release();
+        reinterpret_cast<StringChunk*>(reinterpret_cast<char*>(this) - (room & ~kInChunk))
+            ->Release();
     else
         ::operator delete(this);
 }

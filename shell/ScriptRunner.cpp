@@ -114,8 +114,8 @@ bool ScriptRunner::RunOne(const SourceStatement& statement, const std::string& n
     bool succeeded = false;
     const bool hadMemory = CatchOutOfMemory([&] {
         const bool isCommand = statement.kind == SourceStatement::Kind::kCommand;
-        succeeded = isCommand ? RunCommand(*this, statement, name)
-                              : mSession.RunStatement(statement, name);
+        succeeded =
+            isCommand ? RunCommand(*this, statement, name) : mSession.RunStatement(statement, name);
         if (isCommand)
             mSession.TellDamage();
     });
