@@ -296,7 +296,7 @@ bool CommitFile::Apply()
         return FailWith(EBADF);
     if (mStream->GetLength() > mKept && !mStream->SetLength(mKept))
         return FailWithStream();
-    const bool written = mPages.ForEachChange([this](int64_t position, std::string_view bytes) {
+    const bool written = mPages.ForEachPiece([this](int64_t position, std::string_view bytes) {
         return WriteStream(position, bytes.data(), bytes.size());
     });
     if (!written || !WriteStream(mKept, mTail.data(), mTail.size()))

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace vela {
 
@@ -22,8 +23,8 @@ size_t ReadFrom(RandomAccessMechanism* file, int64_t position, char* to, size_t 
 CommitPages::Page* CommitPages::Need(RandomAccessMechanism* file, int64_t fileLength,
                                      int64_t number)
 {
-    const auto found = mPages.find(number);
-    if (found != mPages.end())
+    const auto found = FirstFrom(number);
+    if (found != mPages.end() && found->first == number)
         return &found->second;
     const int64_t start = number * kPageSize;
     const size_t wanted =
@@ -31,7 +32,21 @@ CommitPages::Page* CommitPages::Need(RandomAccessMechanism* file, int64_t fileLe
     auto bytes = std::make_unique<char[]>(static_cast<size_t>(kPageSize));
     if (ReadFrom(file, start, bytes.get(), wanted) != wanted)
         return nullptr;
-    return &mPages.emplace(number, Page{std::move(bytes), {}}).first->second;
+    mLast = mPages.emplace_hint(found, number, Page{std::move(bytes), {}});
+    return &mLast->second;
+}
+
+// The first page of that number or a later one. Mostly it is the one that was asked for last, or the next: files are changed
+// from front to back.
+CommitPages::Pages::iterator CommitPages::FirstFrom(int64_t number) const
+{
+    if (mLast != mPages.end() && mLast->first < number)
+        ++mLast;
+    const bool isIt = mLast != mPages.end() && mLast->first >= number &&
+                      (mLast == mPages.begin() || std::prev(mLast)->first < number);
+    if (!isIt)
+        mLast = mPages.lower_bound(number);
+    return mLast;
 }
 
 void CommitPages::Note(Page* page, int32_t begin, int32_t end)
@@ -81,7 +96,7 @@ size_t CommitPages::Read(RandomAccessMechanism* file, int64_t position, char* to
                          size_t count) const
 {
     size_t done = 0;
-    auto next = mPages.lower_bound(position / kPageSize);
+    auto next = FirstFrom(position / kPageSize);
     while (done < count) {
         const int64_t place = position + static_cast<int64_t>(done);
         const size_t left = count - done;
@@ -103,9 +118,42 @@ size_t CommitPages::Read(RandomAccessMechanism* file, int64_t position, char* to
     return done;
 }
 
+bool CommitPages::ForEachPiece(
+    const std::function<bool(int64_t position, std::string_view bytes)>& take) const
+{
+    std::string piece;
+    int64_t start = 0;
+    const bool taken = ForEachChange([&](int64_t position, std::string_view bytes) {
+        const int64_t end = start + static_cast<int64_t>(piece.size());
+        if (piece.empty() || position - end > kNearInFile || piece.size() >= kLargestPiece) {
+            if (!piece.empty() && !take(start, piece))
+                return false;
+            piece.clear();
+            start = position;
+        } else {
+            AppendBytes(end, position, &piece);
+        }
+        piece.append(bytes);
+        return true;
+    });
+    return taken && (piece.empty() || take(start, piece));
+}
+
+// All of it lies in pages that are here.
+void CommitPages::AppendBytes(int64_t begin, int64_t end, std::string* to) const
+{
+    while (begin < end) {
+        const int64_t pageEnd = std::min((begin / kPageSize + 1) * kPageSize, end);
+        const Page& page = FirstFrom(begin / kPageSize)->second;
+        to->append(page.bytes.get() + begin % kPageSize, static_cast<size_t>(pageEnd - begin));
+        begin = pageEnd;
+    }
+}
+
 void CommitPages::CutFrom(int64_t length)
 {
     mPages.erase(mPages.lower_bound((length + kPageSize - 1) / kPageSize), mPages.end());
+    mLast = mPages.end();
     if (mPages.empty() || length % kPageSize == 0)
         return;
     auto& [number, page] = *mPages.rbegin();
