@@ -252,8 +252,8 @@ typedef struct MOXAdbCursorDefinition {
     MOXAbool (*atEnd)(dbCursor* cursor);
 
     // Both change the row of the stored table from which the current row was made. The change is
-    // part of the open transaction. False: nothing was changed, and the last error of the database
-    // says why.
+    // part of the open transaction. False: nothing was changed (but for rows of several tables, of which
+    // some may be when memory has run out), and the last error of the database says why.
     //
     // deleteRow deletes in the table that the first column taken from a table comes from; in the
     // first table of the FROM list when all columns are computed. The row stays in its place in the

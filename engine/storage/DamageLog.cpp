@@ -21,8 +21,10 @@ const char* DamageText(DamageKind kind)
 
 void DamageLog::Note(const std::string& file, int64_t offset, DamageKind kind)
 {
-    if (mPlaces.size() < kMostPlaces && mKnown.emplace(file, offset).second)
-        mPlaces.push_back({file, offset, kind});
+    if (mPlaces.size() >= kMostPlaces || mKnown.count({file, offset}) != 0)
+        return;
+    mPlaces.push_back({file, offset, kind});
+    mKnown.emplace(file, offset);
 }
 
 }   // namespace vela
