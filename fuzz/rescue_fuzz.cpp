@@ -2,97 +2,24 @@
 // bounded memory, neither writes to it, and what the repair made is read and checked without a
 // fault.
 //
-// The input is a list of edits to the files of a good database, 6 bytes each: which file, what to
-// do, where (2 bytes), and 2 bytes to do it with.
+// The input is a list of edits (DamagedDatabase.h).
 
 #include <cstdint>
 #include <cstdlib>
-#include <iterator>
-#include <map>
 #include <memory>
-#include <string>
 
 #include "engine/rescue/DatabaseCheck.h"
 #include "engine/rescue/DatabaseRepair.h"
-#include "engine/sql/VelaSQL.h"
-#include "engine/storage/VelaDatabase.h"
-#include "tests/storage/MemoryFileAccess.h"
+#include "fuzz/DamagedDatabase.h"
 
 namespace vela {
 
 namespace {
 
-constexpr size_t kEditSize = 6;
-constexpr size_t kMostEdits = 64;
-using Files = std::map<std::string, std::string>;
-
-const char* const kPreparation[] = {
-    "CREATE TABLE t (a integer, b string, c double, d date, e boolean)",
-    "INSERT INTO t VALUES (1, 'one', 1.5, '2020-01-02', TRUE)",
-    "INSERT INTO t VALUES (2, 'two', -2.5, '2021-1-2', FALSE)",
-    "INSERT INTO t VALUES (3, 'three', 3.5, '2022-1-2', FALSE)",
-    "CREATE TABLE u (f integer)",
-    "INSERT INTO u VALUES (7)",
-    "COMMIT",
-    "CREATE INDEX i ON t (a)",
-    "CREATE INDEX j ON t (b, c)",
-    "COMMIT",
-    "DELETE FROM t WHERE a = 2",
-    "UPDATE t SET b = 'a longer text than before' WHERE a = 1",
-    "UPDATE t SET b = '3' WHERE a = 3",
-    "ALTER TABLE t DROP e RESTRICT",
-    "COMMIT",
-};
-
-Files MakeGoodFiles()
-{
-    MemoryDisk disk;
-    VelaDatabase database(std::make_unique<MemoryFileAccess>(&disk));
-    VelaStatus status;
-    for (const char* statement : kPreparation)
-        VelaSQLExecute(string(statement, kEncodingUTF8), database, &status);
-    return disk.Snapshot();
-}
-
-// One edit of 6 bytes: a byte replaced, a 32-bit number replaced, bytes put in, the file cut, or a
-// part of it put elsewhere.
-void Edit(const uint8_t* edit, Files* files)
-{
-    auto file = files->begin();
-    std::advance(file, edit[0] % files->size());
-    std::string& bytes = file->second;
-    const size_t place = (static_cast<size_t>(edit[2]) << 8 | edit[3]) % (bytes.size() + 1);
-    const std::string with(reinterpret_cast<const char*>(edit + 4), 2);
-    switch (edit[1] % 5) {
-        case 0:
-            bytes.replace(place, 1, with, 0, 1);
-            break;
-        case 1:
-            bytes.replace(place, 4, with + with);
-            break;
-        case 2:
-            bytes.insert(place, with);
-            break;
-        case 3:
-            bytes.resize(place);
-            break;
-        default:
-            bytes.insert(place, bytes.substr(edit[4] % (bytes.size() + 1), edit[5]));
-            break;
-    }
-}
-
 void ReadAll(MemoryDisk* disk)
 {
     VelaDatabase database(std::make_unique<MemoryFileAccess>(disk, true));
-    VelaValue value;
-    for (VelaTable* table : database.OpenTables()) {
-        SimpleVector<uint32_t> rowIDs;
-        table->GetRowIDs(&rowIDs);
-        for (const uint32_t rowID : rowIDs)
-            for (long column = 0; column < table->QtyColumns(); column++)
-                table->GetValue(rowID, column, &value);
-    }
+    ReadTables(&database);
 }
 
 // Counts faults but for encodings, which are carried along whatever they are.
@@ -132,10 +59,7 @@ void Repair(MemoryDisk* damaged, MemoryDisk* repaired)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     using namespace vela;
-    static const Files kGoodFiles = MakeGoodFiles();
-    Files files = kGoodFiles;
-    for (size_t i = 0; i + kEditSize <= size && i < kMostEdits * kEditSize; i += kEditSize)
-        Edit(data + i, &files);
+    const Files files = DamagedFiles(data, size);
     MemoryDisk disk;
     disk.Restore(files);
     ReadAll(&disk);
