@@ -90,7 +90,12 @@ std::unique_ptr<VelaDatabase> OpenDatabase(const Options& options, std::string* 
         return nullptr;
     }
     if (!database->IsValid()) {
-        *problem = Quoted(options.database) + " holds no readable schema; its files are damaged";
+        if (!database->Files()->OpenFile(string(schemaFile, kEncodingUTF8), false))
+            *problem = "can't open " + Quoted(options.database) + ": " +
+                       database->Files()->ErrorText().CString();
+        else
+            *problem =
+                Quoted(options.database) + " holds no readable schema; its files are damaged";
         return nullptr;
     }
     if (options.create && HasOpenChanges(*database)) {
