@@ -42,7 +42,7 @@ public:
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
-    // Takes in what was deleted, and counts the memory anew; called before the object is handed out.
+    // Takes in what was deleted, and counts the memory anew after many changes; called before the object is handed out.
     void Refresh();
     // What changed, after it did.
     void RowAdded(const VTChangedRow& change);
@@ -71,9 +71,9 @@ private:
     void AppendMissing(uint32_t number);
     void AppendField(uint32_t number, const RecordField& field);
     void Refuse(uint32_t number);
+    void CountAllMemory();
     void CountMemory(uint32_t number);
     [[nodiscard]] bool HasRoomFor(uint32_t number, size_t rows);
-    void ResetColumn(uint32_t number);
     void RemoveDeletedRows();
     [[nodiscard]] bool IsLoaded(size_t number) const
     {
@@ -91,6 +91,7 @@ private:
     uint32_t mLastNumber = 0;   // what RowNumberOf found last
     std::vector<uint32_t> mDeletedNumbers;
     std::vector<Column> mColumns;   // by column number, 0 unused
+    size_t mUncounted = 0;          // bytes of changes since the memory was counted
 };
 
 }   // namespace vela

@@ -271,9 +271,9 @@ bool VelaStorage::UpdateBody(std::string_view changes)
     std::string_view old;
     if (!ReadBody(&old))
         return false;
-    std::vector<char> merged;
-    MergeBodies(old, changes, MergedNulls::kTakeOut, &merged);
-    const std::string_view body = ViewOf(merged);
+    if (!mPatcher.Patch(old, changes, &mMerged))
+        MergeBodies(old, changes, MergedNulls::kTakeOut, &mMerged);
+    const std::string_view body = ViewOf(mMerged);
     const int64_t needed = mPosition + static_cast<int64_t>(kRecordHeaderSize + body.size());
     if (needed <= mNextPosition)
         return mLive ? WriteDifference(old, body)

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/storage/BodyPatcher.h"
 #include "engine/storage/RandomAccessMechanism.h"
 #include "engine/storage/RecordScanner.h"
 #include "engine/storage/RowMap.h"
@@ -125,7 +126,9 @@ private:
     bool mMapIsComplete =
         false;   // every live record is in the map: a row that it doesn't know is not there
     std::vector<char> mBody;
+    std::vector<char> mMerged;
     std::vector<char> mRecord;
+    BodyPatcher mPatcher;
 
     bool mFull = false;
 };

@@ -245,22 +245,21 @@ void VelaTrans::CoerceToCorrectType(VelaValueWithID* value) const
         value->CoerceToType(column->Type());
 }
 
-// The row with each value in its column's type; those that had another one are copies, which copies owns.
-VelaRow VelaTrans::CoerceRow(const VelaRow& values,
-                             std::vector<std::unique_ptr<VelaValueWithID>>* copies) const
+// The row with each value in its column's type: values itself when they have it, else a list with copies of those that had
+// another one, both in room.
+const VelaRow& VelaTrans::CoerceRow(const VelaRow& values, CoercedRow* room) const
 {
-    VelaRow row;
-    row.reserve(values.size());
-    for (VelaValueWithID* value : values) {
-        const VelaColumnInfo* column = FindColumn(value->ColumnID());
-        if (column != nullptr && column->Type() != value->GetType()) {
-            copies->push_back(std::make_unique<VelaValueWithID>(*value));
-            value = copies->back().get();
-            value->CoerceToType(column->Type());
-        }
-        row.push_back(value);
+    for (size_t i = 0; i < values.size(); i++) {
+        const VelaColumnInfo* column = FindColumn(values[i]->ColumnID());
+        if (column == nullptr || column->Type() == values[i]->GetType())
+            continue;
+        if (room->values.empty())
+            room->values = values;
+        room->copies.push_back(std::make_unique<VelaValueWithID>(*values[i]));
+        room->copies.back()->CoerceToType(column->Type());
+        room->values[i] = room->copies.back().get();
     }
-    return row;
+    return room->values.empty() ? values : room->values;
 }
 
 uint32_t VelaTrans::NextUnusedRowID()
@@ -302,8 +301,8 @@ uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
 
 uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
 {
-    std::vector<std::unique_ptr<VelaValueWithID>> copies;
-    const VelaRow row = CoerceRow(values, &copies);
+    CoercedRow room;
+    const VelaRow& row = CoerceRow(values, &room);
     uint32_t rowID = FreeRowID();
     bool refused = false;
     for (const VelaValueWithID* value : row) {
@@ -349,8 +348,8 @@ bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
 // the indexes touched have the row again.
 void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched)
 {
-    std::vector<std::unique_ptr<VelaValueWithID>> copies;
-    const VelaRow row = CoerceRow(values, &copies);
+    CoercedRow room;
+    const VelaRow& row = CoerceRow(values, &room);
     VTChangedRow** pending = mChangedRows.FindNode(rowID);
     VTChangedRow* const before = pending != nullptr ? *pending : nullptr;
     VTChangedRow::Owner change = before != nullptr

@@ -147,8 +147,12 @@ protected:
     OpenIndex* FindIndex(const string& name);
 
     [[nodiscard]] const VelaColumnInfo* FindColumn(uint32_t columnID) const;
-    [[nodiscard]] VelaRow CoerceRow(const VelaRow& values,
-                                    std::vector<std::unique_ptr<VelaValueWithID>>* copies) const;
+    // A row with some of its values coerced, and these values.
+    struct CoercedRow {
+        VelaRow values;
+        std::vector<std::unique_ptr<VelaValueWithID>> copies;
+    };
+    const VelaRow& CoerceRow(const VelaRow& values, CoercedRow* room) const;
     uint32_t AddCoercedRow(const VelaRow& values);
     void ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched);
 
