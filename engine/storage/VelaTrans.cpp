@@ -36,16 +36,7 @@ VelaTrans::VelaTrans(VelaFileAccess* files, const string& name, Files state)
       mRows(new StoredTableColumns(this))
 {}
 
-VelaTrans::~VelaTrans()
-{
-    DestroyChanges();
-}
-
-void VelaTrans::DestroyChanges()
-{
-    for (size_t i = 0; i < mChangedRows.Count(); i++)
-        mChangedRows.GetItemByIndex(i)->Destroy();
-}
+VelaTrans::~VelaTrans() = default;
 
 void VelaTrans::OpenTable()
 {
@@ -313,13 +304,13 @@ uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
     }
     if (refused || rowID == kInvalidRowID)
         return kInvalidRowID;
-    VTChangedRow::Owner change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
-    mChangedRows.Append(rowID, change.get());
+    VTChangedRow* const change =
+        VTChangedRow::Create(&mChangeMemory, rowID, VTChangedRow::kInsert, row);
+    mChangedRows.Append(rowID, change);
     ScopeExit undo([&] { mChangedRows.TakeBack(rowID); });
     mRows->RowAdded(*change);
     AddRowToIndices(rowID);
     undo.Dismiss();
-    (void)change.release();
     mRowChanges++;
     mLastUsedRowID = std::max(mLastUsedRowID, rowID);
     mLastRowID = rowID;
@@ -352,13 +343,13 @@ void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vect
     const VelaRow& row = CoerceRow(values, &room);
     VTChangedRow** pending = mChangedRows.FindNode(rowID);
     VTChangedRow* const before = pending != nullptr ? *pending : nullptr;
-    VTChangedRow::Owner change = before != nullptr
-                                     ? before->UpdateValues(row)
-                                     : VTChangedRow::Create(rowID, VTChangedRow::kUpdate, row);
+    VTChangedRow* const change =
+        before != nullptr ? before->UpdateValues(&mChangeMemory, row)
+                          : VTChangedRow::Create(&mChangeMemory, rowID, VTChangedRow::kUpdate, row);
     if (before != nullptr)
-        *pending = change.get();
+        *pending = change;
     else
-        mChangedRows.Append(rowID, change.get());
+        mChangedRows.Append(rowID, change);
     ScopeExit undo([&] {
         if (before != nullptr)
             *mChangedRows.FindNode(rowID) = before;
@@ -370,10 +361,9 @@ void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vect
         if (touched[i])
             AddRowToIndex(rowID, i);
     undo.Dismiss();
-    (void)change.release();
-    if (before != nullptr)
-        before->Destroy();
     mRowChanges++;
+    if (before != nullptr)
+        DropChange(*before);
 }
 
 void VelaTrans::DeleteRow(uint32_t rowID)
@@ -389,11 +379,26 @@ void VelaTrans::DeleteRow(uint32_t rowID)
     for (size_t i = 0; i < Indexes().size(); i++)
         RemoveRowFromIndex(rowID, i);
     undo.Dismiss();
-    if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
-        (*pending)->Destroy();
-        mChangedRows.RemoveItem(rowID);
-    }
     mRowChanges++;
+    if (const VTChangedRow* pending = mChangedRows.GetItem(rowID)) {
+        mChangedRows.RemoveItem(rowID);
+        DropChange(*pending);
+    }
+}
+
+// A change that is no longer among the pending ones. When most of their memory is such changes, the others move.
+void VelaTrans::DropChange(const VTChangedRow& change)
+{
+    mChangeMemory.Drop(change.Size());
+    if (!mChangeMemory.IsWastingMemory())
+        return;
+    RowArena memory;
+    std::vector<VTChangedRow*> copies(mChangedRows.Count());
+    for (size_t i = 0; i < copies.size(); i++)
+        copies[i] = mChangedRows.GetItemByIndex(i)->CopyTo(&memory);
+    for (VTChangedRow* copy : copies)
+        *mChangedRows.FindNode(copy->RowID()) = copy;
+    mChangeMemory.Swap(memory);
 }
 
 // ---- metadata
@@ -580,9 +585,9 @@ bool VelaTrans::WriteInsert(const VTChangedRow& change)
 
 void VelaTrans::ForgetChanges()
 {
-    DestroyChanges();
     mRows->Settle();
     mChangedRows.Presize(1000);
+    mChangeMemory.Clear();
     mDeletedRows.Presize(1000);
     mCachedRowID = kInvalidRowID;
 }

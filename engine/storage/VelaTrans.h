@@ -178,7 +178,7 @@ protected:
     bool ReserveRoom();
     bool FailCommit(string* error);
     void ForgetChanges();
-    void DestroyChanges();
+    void DropChange(const VTChangedRow& change);
     [[nodiscard]] uint64_t TableOrderOf(uint32_t rowID);
 
     VelaFileAccess* mFiles;
@@ -199,8 +199,9 @@ protected:
     bool mWritten = false;
     bool mMoved = false;
 
+    RowArena mChangeMemory;
     RowMap<VTChangedRow*>
-        mChangedRows;   // owned; the list keeps the order in which rows were first changed
+        mChangedRows;   // in mChangeMemory; the list keeps the order in which rows were first changed
     RowMap<uint8_t> mDeletedRows;   // 1 each, in order of deletion
     SimpleVector<OpenIndex> mIndexes;
     SimpleVector<OpenIndex> mDroppedIndexes;   // in this transaction
