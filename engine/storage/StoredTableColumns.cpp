@@ -180,6 +180,9 @@ uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
         if (mRowIDs[near] == rowID)
             return mLastNumber = near;
     if (mAscending) {
+        const uint32_t guess = count == 0 ? 0 : rowID - mRowIDs.front();   // ids without gaps
+        if (guess < count && mRowIDs[guess] == rowID)
+            return mLastNumber = guess;
         const auto found = std::lower_bound(mRowIDs.begin(), mRowIDs.end(), rowID);
         if (found == mRowIDs.end() || *found != rowID)
             return kInvalidRowID;
@@ -193,6 +196,22 @@ uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
     }
     const uint32_t* number = mNumbers.FindNode(rowID);
     return number == nullptr ? kInvalidRowID : (mLastNumber = *number);
+}
+
+bool StoredTableColumns::ListsRow(uint32_t rowID)
+{
+    return FindsRowsQuickly() && RowNumberOf(rowID) != kInvalidRowID;
+}
+
+bool StoredTableColumns::GetLoadedValue(uint32_t rowID, long number, VelaValue* value)
+{
+    if (!FindsRowsQuickly() || Loaded(number) == nullptr)
+        return false;
+    const uint32_t row = RowNumberOf(rowID);
+    if (row == kInvalidRowID)
+        return false;
+    mColumns[static_cast<size_t>(number)].data.GetValue(row, value);
+    return true;
 }
 
 const ColumnData* StoredTableColumns::Load(long number)

@@ -42,6 +42,11 @@ public:
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
+    // For whoever has a row id, without making or reading anything: whether the row is known to be there, and its value when
+    // the column is in memory. False also when that can't be told quickly.
+    [[nodiscard]] bool ListsRow(uint32_t rowID);
+    bool GetLoadedValue(uint32_t rowID, long number, VelaValue* value);
+
     // Takes in what was deleted, and counts the memory anew after many changes; called before the object is handed out.
     void Refresh();
     // What changed, after it did.
@@ -64,6 +69,10 @@ private:
     };
 
     void ListRows();
+    [[nodiscard]] bool FindsRowsQuickly() const
+    {
+        return mRowsKnown && mDeletedNumbers.empty() && (mAscending || mNumbersKnown);
+    }
     void LoadColumns(const std::vector<uint32_t>& wanted);
     size_t AppendStoredRows(const std::vector<uint32_t>& numbers);
     size_t AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers);

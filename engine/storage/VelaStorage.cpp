@@ -355,6 +355,7 @@ void VelaStorage::StreamsWentBack()
     mMapDirty = false;
     mMapIsComplete = false;
     mFileLookups = 0;
+    mHeaderKnown = false;
     mPairsInFile = 0;
     mMovedRows.clear();
 }
@@ -425,6 +426,15 @@ void VelaStorage::NeedMap()
 
 // The count of pairs, when the file says that it is valid and is long enough for them and the end mark.
 bool VelaStorage::ReadMapHeader(uint32_t* count)
+{
+    if (!mHeaderKnown && !CheckMapHeader(&mPairsByHeader))
+        return false;
+    mHeaderKnown = true;
+    *count = mPairsByHeader;
+    return true;
+}
+
+bool VelaStorage::CheckMapHeader(uint32_t* count)
 {
     char header[kMapHeaderSize];
     if (mMapFile == nullptr || !ReadBytesAt(mMapFile, 0, header, sizeof header))
@@ -511,6 +521,7 @@ bool VelaStorage::MarkRowPosMapDirty()
 {
     if (mMapDirty)
         return true;
+    mHeaderKnown = false;
     if (mMapFile != nullptr && !WriteNumberAt(mMapFile, 0, kMapStale))
         return false;
     mMapDirty = true;

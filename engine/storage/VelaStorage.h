@@ -107,6 +107,7 @@ private:
     bool SavePairs(size_t first, size_t end);
     bool MarkRowPosMapDirty();
     bool ReadMapHeader(uint32_t* count);
+    bool CheckMapHeader(uint32_t* count);
     bool FindInMapFile(uint32_t rowID, int64_t* position);
 
     RandomAccessMechanism* mFile;
@@ -121,6 +122,8 @@ private:
     bool mLive = false;
     MapState mMapState = MapState::kUnloaded;
     uint32_t mFileLookups = 0;   // rows found in the map file without loading it
+    bool mHeaderKnown = false;   // of the map file, as it is now
+    uint32_t mPairsByHeader = 0;
     size_t mPairsInFile = 0;   // how many pairs at the start of the map file are as they should be
     std::vector<uint32_t> mMovedRows;   // rows whose pairs among these have changed since
     bool mMapIsComplete =

@@ -111,7 +111,8 @@ bool VelaTrans::GetValue(uint32_t rowID, long number, VelaValue* value, bool use
     const VTChangedRow* change = mChangedRows.Count() == 0 ? nullptr : mChangedRows.GetItem(rowID);
     if (change != nullptr && change->GetValue(column->columnID, column->Type(), value))
         return true;
-    if (useIndexes && GetIndexedValue(rowID, *column, value))
+    if (mRows->GetLoadedValue(rowID, number, value) ||
+        (useIndexes && GetIndexedValue(rowID, *column, value)))
         return true;
     if (!ReadStoredRow(rowID))
         return false;
@@ -180,7 +181,7 @@ bool VelaTrans::HasRow(uint32_t rowID)
     if (mDeletedRows.Contains(rowID))
         return false;
     const VTChangedRow* change = mChangedRows.GetItem(rowID);
-    if (change != nullptr && change->IsInsert())
+    if ((change != nullptr && change->IsInsert()) || mRows->ListsRow(rowID))
         return true;
     return Storage() && mStorage->GoToRowID(rowID, false) && mStorage->IsLive();
 }
