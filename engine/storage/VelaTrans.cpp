@@ -242,7 +242,9 @@ void VelaTrans::CoerceToCorrectType(VelaValueWithID* value) const
 const VelaRow& VelaTrans::CoerceRow(const VelaRow& values, CoercedRow* room) const
 {
     for (size_t i = 0; i < values.size(); i++) {
-        const VelaColumnInfo* column = FindColumn(values[i]->ColumnID());
+        // Rows mostly have a value for each column, in order.
+        const bool isInOrder = i < mColumns.size() && mColumns[i].columnID == values[i]->ColumnID();
+        const VelaColumnInfo* column = isInOrder ? &mColumns[i] : FindColumn(values[i]->ColumnID());
         if (column == nullptr || column->Type() == values[i]->GetType())
             continue;
         if (room->values.empty())
