@@ -92,6 +92,33 @@ void VelaIndex::Add(const SimpleVector<VelaValue>& values, uint32_t rowID)
     AddEntry(rowID, slot);
 }
 
+void VelaIndex::AddBehindFile(const SimpleVector<VelaValue>& values, uint32_t rowID)
+{
+    mBehindFile = true;
+    Add(values, rowID);
+}
+
+std::unique_ptr<VelaIndex> VelaIndex::Unloaded() const
+{
+    auto index = std::make_unique<VelaIndex>(mName, mColumnIDs);
+    index->mFileHasEntries = mBehindFile;   // a loaded one may have lost them all
+    return index;
+}
+
+void VelaIndex::AddMissingFrom(VelaIndex& other)
+{
+    SimpleVector<VelaValue> values;
+    values.resize(mColumnIDs.size());
+    for (size_t position = 0; position < other.Count(); position++) {
+        const VelaIndexEntry entry = other.EntryAt(position);
+        if (Contains(entry.RowID()))
+            continue;
+        for (size_t i = 0; i < values.size(); i++)
+            values[i] = entry.Value(i);
+        Add(values, entry.RowID());
+    }
+}
+
 void VelaIndex::AddEntry(uint32_t rowID, uint32_t slot)
 {
     const VelaValue* values = SlotValues(slot);
@@ -197,6 +224,7 @@ void VelaIndex::ReplaceNulls(const SimpleVector<VelaValue>& defaults)
 void VelaIndex::LoadColumns(RandomAccessMechanism* stream)
 {
     mColumnIDs.clear();
+    mFileHasEntries = false;
     RecordScanner scanner(stream);
     while (scanner.Next()) {
         if (!scanner.Header().live)
@@ -205,6 +233,7 @@ void VelaIndex::LoadColumns(RandomAccessMechanism* stream)
         RecordField field;
         while (reader.Next(&field))
             mColumnIDs.push_back(field.columnID);
+        mFileHasEntries = scanner.Header().rowID != kInvalidRowID;
         if (reader.IsDamaged()) {   // some of them can't be read
             mColumnIDs.clear();
             stream->NoteDamage(scanner.Position(), DamageKind::kBody);
@@ -277,7 +306,7 @@ bool VelaIndex::SaveToFile(RandomAccessMechanism* stream, const SimpleVector<Vel
 bool VelaIndex::AppendToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults)
 {
     const int64_t length = stream->GetLength();
-    const size_t first = mEntriesInFile;
+    const size_t first = mBehindFile ? 0 : mEntriesInFile;
     mEntriesBefore = first;
     mEntriesInFile = 0;
     if (!stream->SeekFromStart(length) || !WriteEntries(stream, first, defaults) ||
@@ -296,6 +325,7 @@ void VelaIndex::Forget()
     mValues.clear();
     mSlotRows.clear();
     mFreeSlots.clear();
+    mBehindFile = false;
     mEntriesInFile = 0;
     mEntriesBefore = 0;
     mHashed = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "engine/core/VelaValueWithID.h"
@@ -65,11 +66,21 @@ public:
     [[nodiscard]] bool LoadFromFile(RandomAccessMechanism* stream);
     // Reads the columns alone, from the first record.
     void LoadColumns(RandomAccessMechanism* stream);
+    // Adds an entry as Add does while those of the file are not in memory; the row has none there. AppendToFile then appends
+    // all entries; the index knows of no others. Only where LoadColumns has found that the file has entries.
+    void AddBehindFile(const SimpleVector<VelaValue>& values, uint32_t rowID);
+    [[nodiscard]] bool CanAddBehindFile() const { return mFileHasEntries; }
+    [[nodiscard]] bool IsBehindFile() const { return mBehindFile; }
+    // The same index with its entries in the file, where they now are, or are again as they were.
+    [[nodiscard]] std::unique_ptr<VelaIndex> Unloaded() const;
+    // Adds the entries of an index of the same columns for rows that have none.
+    void AddMissingFrom(VelaIndex& other);
+
     // Writes all entries to an empty stream, with the defaults of the columns, where given, in place of nulls. False when
     // writing failed; the index is then still marked as changed.
     bool SaveToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults = {});
     // Whether the file that was loaded or saved last only lacks entries at its end, and then: appends them.
-    [[nodiscard]] bool CanAppendToFile() const { return mEntriesInFile > 0; }
+    [[nodiscard]] bool CanAppendToFile() const { return mBehindFile || mEntriesInFile > 0; }
     // False when writing failed: the file is as it was, if it could be cut again, and must be saved whole next time.
     bool AppendToFile(RandomAccessMechanism* stream, const SimpleVector<VelaValue>& defaults = {});
     // Drops all entries, to be marked as changed; they are to be added anew. Takes no memory.
@@ -109,6 +120,8 @@ private:
     SimpleVector<uint32_t> mFreeSlots;
     bool mChanged = false;
     bool mHasNulls = false;
+    bool mFileHasEntries = false;   // says LoadColumns
+    bool mBehindFile = false;       // the entries in memory come after all those of the file
     size_t mEntriesInFile = 0;   // the file holds exactly the first that many entries; 0: not known
     size_t mEntriesBefore = 0;   // the same before it was last saved or appended to
 

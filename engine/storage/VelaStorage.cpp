@@ -136,7 +136,7 @@ size_t VelaStorage::QtyRows()
 {
     uint32_t count = 0;
     if (mMapState == MapState::kUnloaded && !mMapDirty && ReadMapHeader(&count))
-        return count;
+        return count + mAddedPairs.size();
     NeedMap();
     return mRowPositions.Count();
 }
@@ -238,22 +238,45 @@ bool VelaStorage::AddNewRecord(uint32_t rowID, const VelaRow& values)
 
 bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
 {
-    // It is shorter when it could not be lengthened on opening.
-    if (mFile->GetLength() < static_cast<int64_t>(kMetadataSize) &&
-        !mFile->SetLength(kMetadataSize))
-        return false;
-    const int64_t position = mFile->GetLength();
-    const int64_t endPosition = position + static_cast<int64_t>(kRecordHeaderSize + body.size());
     NeedMap();
-    mFull = endPosition > kMaxRecordFileSize;
-    if (mFull || !MarkRowPosMapDirty())
-        return false;
-    if (!WriteBodyAt(position, rowID, body, endPosition))
+    int64_t position = 0;
+    if (!MarkRowPosMapDirty() || !AppendBody(rowID, body, &position))
         return false;
     if (mRowPositions.Contains(rowID))
         mMovedRows.push_back(rowID);   // its earlier pair changes too
     mRowPositions.Append(rowID, static_cast<uint32_t>(position));
     return true;
+}
+
+bool VelaStorage::AddNewestBody(uint32_t rowID, std::string_view body)
+{
+    mAddedPairs.emplace_back(rowID, 0);
+    int64_t position = 0;
+    if (!AppendBody(rowID, body, &position)) {
+        mAddedPairs.pop_back();
+        return false;
+    }
+    mAddedPairs.back().second = static_cast<uint32_t>(position);
+    return true;
+}
+
+bool VelaStorage::IsNewest(uint32_t rowID)
+{
+    uint32_t count = 0;
+    return mMapState == MapState::kUnloaded && !mMapDirty && ReadMapHeader(&count) &&
+           rowID > (mAddedPairs.empty() ? mLastRowInFile : mAddedPairs.back().first);
+}
+
+bool VelaStorage::AppendBody(uint32_t rowID, std::string_view body, int64_t* position)
+{
+    // It is shorter when it could not be lengthened on opening.
+    if (mFile->GetLength() < static_cast<int64_t>(kMetadataSize) &&
+        !mFile->SetLength(kMetadataSize))
+        return false;
+    *position = mFile->GetLength();
+    const int64_t endPosition = *position + static_cast<int64_t>(kRecordHeaderSize + body.size());
+    mFull = endPosition > kMaxRecordFileSize;
+    return !mFull && WriteBodyAt(*position, rowID, body, endPosition);
 }
 
 bool VelaStorage::UpdateRecord(const VelaRow& values)
@@ -356,6 +379,7 @@ void VelaStorage::StreamsWentBack()
     mMapIsComplete = false;
     mFileLookups = 0;
     mHeaderKnown = false;
+    mAddedPairs.clear();
     mPairsInFile = 0;
     mMovedRows.clear();
 }
@@ -395,7 +419,7 @@ bool VelaStorage::FlushToDisk()
         return false;
     if (mMapFile == nullptr)
         return true;
-    if (mMapDirty && !SaveRowPosMap())
+    if ((mMapDirty && !SaveRowPosMap()) || (!mAddedPairs.empty() && !AppendPairsToFile()))
         return false;
     return mMapFile->FlushToDisk();
 }
@@ -420,21 +444,29 @@ void VelaStorage::NeedMap()
     if (mMapState == MapState::kLoaded)
         return;
     mMapState = MapState::kLoaded;
-    if (mMapDirty || !LoadRowPosMap())
+    const auto added = std::move(mAddedPairs);
+    mAddedPairs.clear();
+    if (mMapDirty || !LoadRowPosMap()) {
         BuildRowPosMap();
+        return;
+    }
+    for (const auto& [rowID, position] : added)
+        mRowPositions.Append(rowID, position);
+    if (!added.empty() && !MarkRowPosMapDirty())
+        mMapDirty = true;   // to be saved all the same
 }
 
 // The count of pairs, when the file says that it is valid and is long enough for them and the end mark.
 bool VelaStorage::ReadMapHeader(uint32_t* count)
 {
-    if (!mHeaderKnown && !CheckMapHeader(&mPairsByHeader))
+    if (!mHeaderKnown && !CheckMapHeader(&mPairsByHeader, &mLastRowInFile))
         return false;
     mHeaderKnown = true;
     *count = mPairsByHeader;
     return true;
 }
 
-bool VelaStorage::CheckMapHeader(uint32_t* count)
+bool VelaStorage::CheckMapHeader(uint32_t* count, uint32_t* lastRow)
 {
     char header[kMapHeaderSize];
     if (mMapFile == nullptr || !ReadBytesAt(mMapFile, 0, header, sizeof header))
@@ -444,9 +476,14 @@ bool VelaStorage::CheckMapHeader(uint32_t* count)
     if (LoadBigEndian32(header) != kMapValid || room < 0 || *count > INT32_MAX ||
         *count > room / static_cast<int64_t>(kMapPairSize))
         return false;
-    char end[4];
-    const int64_t endPosition = static_cast<int64_t>(kMapHeaderSize + kMapPairSize * *count);
-    return ReadBytesAt(mMapFile, endPosition, end, sizeof end) && LoadBigEndian32(end) == kMapEnd;
+    // The last pair, or with none the header, and the end mark.
+    char end[kMapPairSize + 4];
+    const int64_t position = static_cast<int64_t>(kMapHeaderSize + kMapPairSize * *count);
+    if (!ReadBytesAt(mMapFile, position - static_cast<int64_t>(kMapPairSize), end, sizeof end) ||
+        LoadBigEndian32(end + kMapPairSize) != kMapEnd)
+        return false;
+    *lastRow = *count == 0 ? 0 : LoadBigEndian32(end);
+    return true;
 }
 
 bool VelaStorage::LoadRowPosMap()
@@ -545,6 +582,31 @@ bool VelaStorage::SaveRowPosMap()
     mMapDirty = false;
     mPairsInFile = count;
     mMovedRows.clear();
+    return true;
+}
+
+// The file is then as if the map had been loaded and saved.
+bool VelaStorage::AppendPairsToFile()
+{
+    const size_t count = mPairsByHeader + mAddedPairs.size();
+    std::vector<char> bytes(kMapPairSize * mAddedPairs.size() + 4);
+    char* to = bytes.data();
+    for (const auto& [rowID, position] : mAddedPairs) {
+        StoreBigEndian32(to, rowID);
+        StoreBigEndian32(to + 4, position);
+        to += kMapPairSize;
+    }
+    StoreBigEndian32(to, kMapEnd);
+    const int64_t end = static_cast<int64_t>(kMapHeaderSize + kMapPairSize * mPairsByHeader);
+    if (!WriteNumberAt(mMapFile, 0, kMapStale) ||
+        !WriteNumberAt(mMapFile, 4, static_cast<uint32_t>(count)) ||
+        !mMapFile->SeekFromStart(end) ||
+        !mMapFile->WriteData(bytes.data(), static_cast<int>(bytes.size())) ||
+        !WriteNumberAt(mMapFile, 0, kMapValid))
+        return false;
+    mPairsByHeader = static_cast<uint32_t>(count);
+    mLastRowInFile = mAddedPairs.back().first;
+    mAddedPairs.clear();
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "engine/storage/BodyPatcher.h"
@@ -53,6 +54,11 @@ public:
     bool AddNewRecord(uint32_t rowID, const VelaRow& values);
     // The same with the values as a record body without nulls.
     bool AddNewBody(uint32_t rowID, std::string_view body);
+    // The same for a row id that IsNewest: the map need not be loaded for it. Its pair goes to the map file with the next
+    // FlushToDisk.
+    bool AddNewestBody(uint32_t rowID, std::string_view body);
+    // Whether the map is still in its file, unread, and its rows end with a lower row id.
+    [[nodiscard]] bool IsNewest(uint32_t rowID);
     // Merges values, matched by column id, into the current record; columns not named keep what they hold, null values are
     // taken out. A record that has outgrown its place moves to the end of the file, where it is current, and keeps its row
     // id. False: a write failed; also when the record, complete, leaves slack in its old place.
@@ -107,7 +113,9 @@ private:
     bool SavePairs(size_t first, size_t end);
     bool MarkRowPosMapDirty();
     bool ReadMapHeader(uint32_t* count);
-    bool CheckMapHeader(uint32_t* count);
+    bool CheckMapHeader(uint32_t* count, uint32_t* lastRow);
+    bool AppendPairsToFile();
+    bool AppendBody(uint32_t rowID, std::string_view body, int64_t* position);
     bool FindInMapFile(uint32_t rowID, int64_t* position);
 
     RandomAccessMechanism* mFile;
@@ -124,6 +132,9 @@ private:
     uint32_t mFileLookups = 0;   // rows found in the map file without loading it
     bool mHeaderKnown = false;   // of the map file, as it is now
     uint32_t mPairsByHeader = 0;
+    uint32_t mLastRowInFile = 0;   // of the last of these pairs
+    std::vector<std::pair<uint32_t, uint32_t>>
+        mAddedPairs;           // to be appended to the map file, which isn't loaded
     size_t mPairsInFile = 0;   // how many pairs at the start of the map file are as they should be
     std::vector<uint32_t> mMovedRows;   // rows whose pairs among these have changed since
     bool mMapIsComplete =

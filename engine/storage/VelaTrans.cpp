@@ -114,7 +114,7 @@ bool VelaTrans::GetValue(uint32_t rowID, long number, VelaValue* value, bool use
     if (mRows->GetLoadedValue(rowID, number, value) ||
         (useIndexes && GetIndexedValue(rowID, *column, value)))
         return true;
-    if (!ReadStoredRow(rowID))
+    if ((change != nullptr && change->IsInsert()) || !ReadStoredRow(rowID))
         return false;
     RecordField field;
     if (FindField({mCachedBody.data(), mCachedBody.size()}, column->columnID, &field)) {
@@ -131,7 +131,8 @@ bool VelaTrans::GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, Ve
 {
     for (OpenIndex& open : mIndexes) {
         VelaValue held;
-        if (!open.loaded || !open.index->GetColumnValue(rowID, column.columnID, &held))
+        const bool answers = open.loaded || open.index->IsBehindFile();
+        if (!answers || !open.index->GetColumnValue(rowID, column.columnID, &held))
             continue;
         if (held.IsNull()) {
             value->SetNull(column.Type());
@@ -420,6 +421,7 @@ void VelaTrans::LoadMetadata()
             mLastUsedRowID = std::max(mLastUsedRowID, mRows->RowIDs()[row]);
         mRows->Drop();
     }
+    mStoredLastRowID = mLastUsedRowID;
     for (const VelaColumnInfo& column : mColumns)
         mLastUsedColumnID = std::max(mLastUsedColumnID, column.columnID);
 }
@@ -455,7 +457,8 @@ void VelaTrans::PrepareCommit()
         return;
     NeedFiles();
     for (OpenIndex& open : mIndexes)
-        if (open.forgotten)
+        if (open.forgotten || (open.index->IsBehindFile() &&
+                               !mFiles->ContainsFile(IndexFileName(open.index->Name()))))
             NeedIndex(open);
 }
 
@@ -490,6 +493,7 @@ void VelaTrans::FinishCommit()
         return;
     mWritten = false;
     mNewFiles = false;
+    mStoredLastRowID = mLastUsedRowID;
     ForgetChanges();
     if (mMoved)
         mRows->Drop();
@@ -579,11 +583,14 @@ bool VelaTrans::WriteChange(const VTChangedRow& change)
 
 bool VelaTrans::WriteInsert(const VTChangedRow& change)
 {
-    if (!change.HasNulls())
-        return mStorage->AddNewBody(change.RowID(), change.Body());
-    std::vector<char> body;
-    CopyWithoutNulls(change.Body(), &body);
-    return mStorage->AddNewBody(change.RowID(), {body.data(), body.size()});
+    std::vector<char> withoutNulls;
+    std::string_view body = change.Body();
+    if (change.HasNulls()) {
+        CopyWithoutNulls(change.Body(), &withoutNulls);
+        body = {withoutNulls.data(), withoutNulls.size()};
+    }
+    return IsNewRow(change.RowID()) ? mStorage->AddNewestBody(change.RowID(), body)
+                                    : mStorage->AddNewBody(change.RowID(), body);
 }
 
 void VelaTrans::ForgetChanges()
@@ -609,7 +616,7 @@ void VelaTrans::Rollback()
     for (OpenIndex& open : mIndexes) {
         if (!open.index->IsChanged())
             continue;
-        open.index = std::make_unique<VelaIndex>(open.index->Name(), open.index->ColumnIDs());
+        open.index = open.index->Unloaded();
         open.loaded = false;
         open.forgotten = false;
     }

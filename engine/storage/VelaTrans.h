@@ -157,6 +157,12 @@ protected:
     void ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched);
 
     void AddRowToIndices(uint32_t rowID);
+    [[nodiscard]] SimpleVector<VelaValue> KeyOf(const VelaIndex& index, uint32_t rowID);
+    // Whether no row of this id was there at the last commit, as can be told without loading the map.
+    [[nodiscard]] bool IsNewRow(uint32_t rowID)
+    {
+        return rowID > mStoredLastRowID && mStorage && mStorage->IsNewest(rowID);
+    }
     void AddRowToIndex(uint32_t rowID, size_t indexNumber);
     void RemoveRowFromIndex(uint32_t rowID, size_t indexNumber);
     void FillIndex(VelaIndex* index);
@@ -186,6 +192,7 @@ protected:
     SimpleVector<VelaColumnInfo> mColumns;   // without column 0
     uint32_t mLastRowID = 0;                 // the last one that AddRow handed out
     uint32_t mLastUsedRowID = 0;
+    uint32_t mStoredLastRowID = 0;   // as the last commit has left it
     uint32_t mLastUsedColumnID = 0;
 
     std::unique_ptr<RandomAccessMechanism> mRecordStream;

@@ -71,8 +71,10 @@ VelaIndex* VelaTrans::NeedIndex(OpenIndex& open)
         // Its file has gone, is damaged or lacks what is pending; the rows still have the values.
         index = std::make_unique<VelaIndex>(name, columnIDs);
         FillIndex(index.get());
-        if (open.forgotten)
+        if (open.forgotten || open.index->IsBehindFile())
             index->MarkUnsaved();
+    } else {
+        index->AddMissingFrom(*open.index);
     }
     open.index = std::move(index);
     open.loaded = true;
@@ -161,24 +163,36 @@ VelaDataType VelaTrans::NullTypeOf(long number) const
     return number < 0 ? kTypeNone : Column(number)->Type();
 }
 
+// The indexes that are still in their files stay there when the files can't have the row.
 void VelaTrans::AddRowToIndices(uint32_t rowID)
 {
-    for (size_t i = 0; i < Indexes().size(); i++)
-        AddRowToIndex(rowID, i);
+    for (size_t i = 0; i < Indexes().size(); i++) {
+        OpenIndex& open = mIndexes[i];
+        if (open.loaded || open.forgotten || !open.index->CanAddBehindFile() || !IsNewRow(rowID))
+            AddRowToIndex(rowID, i);
+        else
+            open.index->AddBehindFile(KeyOf(*open.index, rowID), rowID);
+    }
 }
 
 void VelaTrans::AddRowToIndex(uint32_t rowID, size_t indexNumber)
 {
     VelaIndex* index = NeedIndex(mIndexes[indexNumber]);
+    const SimpleVector<VelaValue> values = KeyOf(*index, rowID);
+    index->Delete(rowID);
+    index->Add(values, rowID);
+}
+
+SimpleVector<VelaValue> VelaTrans::KeyOf(const VelaIndex& index, uint32_t rowID)
+{
     SimpleVector<VelaValue> values;
-    values.resize(index->ColumnIDs().size());
+    values.resize(index.ColumnIDs().size());
     for (size_t i = 0; i < values.size(); i++) {
-        const long number = FindColumnNumber(index->ColumnIDs()[i]);
+        const long number = FindColumnNumber(index.ColumnIDs()[i]);
         if (!GetValue(rowID, number, &values[i], false))
             values[i].SetNull(NullTypeOf(number));
     }
-    index->Delete(rowID);
-    index->Add(values, rowID);
+    return values;
 }
 
 void VelaTrans::RemoveRowFromIndex(uint32_t rowID, size_t indexNumber)
@@ -211,7 +225,7 @@ bool VelaTrans::WriteIndexFile(OpenIndex& open, string* reason)
     const bool append =
         !open.created && open.index->CanAppendToFile() && mFiles->ContainsFile(fileName);
     std::unique_ptr<RandomAccessMechanism> stream;
-    if (append || mFiles->CreateFile(fileName))
+    if (append || (!open.index->IsBehindFile() && mFiles->CreateFile(fileName)))
         stream = mFiles->OpenFile(fileName, false);
     const SimpleVector<VelaValue> defaults = DefaultsOf(*open.index);
     if (stream && (append ? open.index->AppendToFile(stream.get(), defaults)
@@ -253,9 +267,12 @@ void VelaTrans::FinishIndexes()
     for (OpenIndex& open : mIndexes) {
         if (!open.written)
             continue;
-        open.index->ReplaceNulls(DefaultsOf(*open.index));
         open.created = false;
         open.written = false;
+        if (open.index->IsBehindFile())
+            open.index = open.index->Unloaded();
+        else
+            open.index->ReplaceNulls(DefaultsOf(*open.index));
     }
 }
 

@@ -113,6 +113,29 @@ TEST_F(CommitCosts, SmallCommitOnALargeTableIsOneFlushAndFewBytes)
     }
 }
 
+// Maps and indexes stay in their files while rows are only added.
+TEST_F(CommitCosts, RowsAddedAfterOpeningReadNeitherMapNorIndexes)
+{
+    CreateTable();
+    AddRows(rows);
+    ASSERT_TRUE(db.Commit());
+    db.Open();
+    {
+        SystemCalls calls;
+        for (int i = 0; i < 3; i++) {
+            AddRows(2);
+            ASSERT_TRUE(db.Commit());
+        }
+        EXPECT_GE(2 * kSmall, calls.bytesRead);
+    }
+    VelaTrans* table = db.Table("t");
+    SimpleVector<uint32_t> found;
+    ASSERT_TRUE(table->FindRowsByIndex(2, Str("row 1"), &found));
+    EXPECT_EQ(4u, found.size());
+    EXPECT_EQ("Integer 1", ReadText(table, static_cast<uint32_t>(rows) + 6, 1));
+    EXPECT_EQ(static_cast<size_t>(rows) + 6, table->QtyRows());
+}
+
 TEST_F(CommitCosts, GrownRowIsOneFlushWithoutAnIndexOfItsColumn)
 {
     VelaTrans* table = db.Create("t", {kTypeInteger, kTypeString, kTypeInteger});
