@@ -10,6 +10,7 @@
 namespace vela {
 
 class RecSetEnumerator;
+class RecSetGrouper;
 struct QueryTrace;
 
 // VelaQuery is one SELECT: it is filled with the statement's parts, then run.
@@ -56,7 +57,8 @@ private:
     [[nodiscard]] std::unique_ptr<VelaTempTable> MakeResultTable() const;
     [[nodiscard]] std::vector<const VelaExpr*> OutputExprs() const;
     [[nodiscard]] bool IsAggregateQuery() const;
-    void AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    [[nodiscard]] bool AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    [[nodiscard]] bool SortRecSets(const VelaEvalContext& context, RecSetList* list) const;
     void AddDistinctRows(const VelaEvalContext& recSets, const RecSetList& list,
                          VelaTempTable* result) const;
     void AddRow(const VelaEvalContext& context, std::vector<uint32_t>* rowIDs,
@@ -66,6 +68,8 @@ private:
     void AddCountRow(RecSetEnumerator* recSets, VelaTempTable* result) const;
     void AddGroupRows(const VelaEvalContext& context, RecSetList* list,
                       VelaTempTable* result) const;
+    void AddTotalRows(const VelaEvalContext& context, const RecSetList& list,
+                      const RecSetGrouper& grouper, VelaTempTable* result) const;
     [[nodiscard]] bool HavingKeeps(const VelaEvalContext& context) const;
     void EvaluateOutputs(const VelaEvalContext& context, VelaValue* row) const;
 
