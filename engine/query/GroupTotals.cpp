@@ -9,6 +9,9 @@ namespace vela {
 
 namespace {
 
+// Few enough for their values to stay in the processor's nearer caches between two columns.
+constexpr size_t kGroupsAtOnce = 256;
+
 const VExprAggregate* AsAggregate(const VelaExpr& expr)
 {
     return expr.Kind() == ExprKind::kAggregate ? static_cast<const VExprAggregate*>(&expr)
@@ -53,16 +56,44 @@ GroupTotals::GroupTotals(const std::vector<VelaExprPtr>& outputs, const VelaEval
     }
 }
 
-void GroupTotals::SetRow(uint32_t group, VelaValue* row) const
+void GroupTotals::Append(const std::vector<uint32_t>& groups, VelaTempTable* result)
 {
-    const VelaRecSet first = mList.At(mGrouper.FirstOf(group));
+    for (size_t start = 0; start < groups.size(); start += kGroupsAtOnce)
+        AppendSome(groups.data() + start, std::min(kGroupsAtOnce, groups.size() - start), result);
+}
+
+void GroupTotals::AppendSome(const uint32_t* groups, size_t count, VelaTempTable* result)
+{
+    VelaValue* values = result->AppendRows(count, nullptr);
+    const size_t width = mOutputs.size();
+    for (size_t i = 0; i < width; i++) {
+        if (const VExprField* field = AsField(mOutputs[i].get())) {
+            FillColumn(*field, groups, count, values + i);
+            continue;
+        }
+        const VExprAggregate* aggregate = AsAggregate(*mOutputs[i]);
+        for (size_t row = 0; row < count; row++)
+            values[row * width + i] = Result(*aggregate, mTotals[i], groups[row]);
+    }
+}
+
+// values: where the value of the first group goes; that of the next one is as many values on as there are outputs.
+void GroupTotals::FillColumn(const VExprField& field, const uint32_t* groups, size_t count,
+                             VelaValue* values)
+{
+    const size_t width = mOutputs.size();
+    if (const ColumnData* column = field.LoadedColumn(mContext)) {
+        mRows.resize(count);
+        for (size_t i = 0; i < count; i++)
+            mRows[i] = mList.At(mGrouper.FirstOf(groups[i])).RowID(field.Table());
+        column->GetValues(mRows.data(), 1, count, &mTexts, values, width);
+        return;
+    }
     VelaEvalContext context = mContext;
-    context.recSet = &first;
-    for (size_t i = 0; i < mOutputs.size(); i++) {
-        if (const VExprAggregate* aggregate = AsAggregate(*mOutputs[i]))
-            row[i] = Result(*aggregate, mTotals[i], group);
-        else
-            mOutputs[i]->Evaluate(context, &row[i]);
+    for (size_t i = 0; i < count; i++) {
+        const VelaRecSet first = mList.At(mGrouper.FirstOf(groups[i]));
+        context.recSet = &first;
+        field.Evaluate(context, &values[i * width]);
     }
 }
 

@@ -4,6 +4,9 @@
 
 #include "engine/query/RecSetGrouper.h"
 #include "engine/query/VExprAggregate.h"
+#include "engine/query/VExprField.h"
+#include "engine/query/VelaTempTable.h"
+#include "runtime/StringArena.h"
 
 namespace vela {
 
@@ -19,8 +22,8 @@ public:
     // Adds up. All is borrowed; the grouper has found the groups of the list.
     GroupTotals(const std::vector<VelaExprPtr>& outputs, const VelaEvalContext& context,
                 const RecSetList& list, const RecSetGrouper& grouper);
-    // Sets the values of a group's row, which are null.
-    void SetRow(uint32_t group, VelaValue* row) const;
+    // Appends a row for each of the groups, in that order.
+    void Append(const std::vector<uint32_t>& groups, VelaTempTable* result);
 
 private:
     // Of an output that is an aggregate of a column. What its function doesn't need is empty.
@@ -33,6 +36,9 @@ private:
             extremes;   // by group, the row of the first smallest or largest number
     };
 
+    void AppendSome(const uint32_t* groups, size_t count, VelaTempTable* result);
+    void FillColumn(const VExprField& field, const uint32_t* groups, size_t count,
+                    VelaValue* values);
     void AddUp(const VExprAggregate& aggregate, Totals* totals) const;
     template <class Take>
     void ForEachRow(size_t table, const Take& take) const;
@@ -46,6 +52,8 @@ private:
     const RecSetList& mList;
     const RecSetGrouper& mGrouper;
     std::vector<Totals> mTotals;   // by output
+    std::vector<uint32_t> mRows;   // of some groups' first record sets
+    StringArena mTexts;
 };
 
 }   // namespace vela

@@ -52,7 +52,7 @@ private:
     // Where the key is, or would be.
     [[nodiscard]] size_t SlotOf(int32_t key) const
     {
-        size_t slot = MixBits(static_cast<uint32_t>(key)) & mMask;
+        size_t slot = static_cast<size_t>(MixBits(static_cast<uint32_t>(key))) & mMask;
         while (mSlots[slot].head != kNone && mSlots[slot].key != key)
             slot = (slot + 1) & mMask;
         return slot;

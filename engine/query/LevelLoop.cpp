@@ -87,7 +87,7 @@ void LevelLoop::CollectRest(RecSetList* list)
     mPosition = all;
 }
 
-bool LevelLoop::Extend(const RecSetList& outer, bool isLast, RecSetList* result)
+bool LevelLoop::Extend(const RecSetList& outer, bool anyNumber, RecSetList* result)
 {
     Load(outer.Count());
     if (mLevel->joinTerms.empty() && outer.Count() == 1) {
@@ -96,7 +96,7 @@ bool LevelLoop::Extend(const RecSetList& outer, bool isLast, RecSetList* result)
         return true;
     }
     const size_t both = outer.Count() + mRows.Count();
-    const size_t limit = isLast ? SIZE_MAX : kFewRecSets + kRecSetsPerRow * both;
+    const size_t limit = anyNumber ? SIZE_MAX : kFewRecSets + kRecSetsPerRow * both;
     for (size_t i = 0; !mLooksUp && i < mLevel->joinTerms.size(); i++) {
         if (ExtendByTerm(i, outer, limit, result))
             return true;
@@ -308,7 +308,7 @@ void LevelLoop::ListRowIDs()
 {
     SimpleVector<uint32_t> rowIDs;
     Table()->GetRowIDs(&rowIDs);
-    mRows = RowList(std::vector<uint32_t>(rowIDs.begin(), rowIDs.end()));
+    mRows = RowList(LargeVector<uint32_t>(rowIDs.begin(), rowIDs.end()));
     KeepRows(mLevel->ownTerms);
 }
 

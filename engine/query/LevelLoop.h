@@ -54,8 +54,8 @@ public:
     void CollectRest(RecSetList* list);
     // Instead of Open and Next: appends to the result, for each record set of outer in turn, those that it comes to with
     // rows of this table. The first one of outer is bound. False: there is no way to do so for all at once, or it would
-    // give many more record sets than both sides have, and isLast is false; the result is as it was.
-    [[nodiscard]] bool Extend(const RecSetList& outer, bool isLast, RecSetList* result);
+    // give many more record sets than both sides have, and anyNumber is false; the result is as it was.
+    [[nodiscard]] bool Extend(const RecSetList& outer, bool anyNumber, RecSetList* result);
     // How many rows there are at most, for each row of the earlier levels. After Open.
     [[nodiscard]] uint32_t Count() const { return mRows.Count(); }
 

@@ -71,14 +71,17 @@ private:
         const int bits = std::min({width, kMostBits, countWidth - 2});
         const int shift = width - bits;
         const size_t mask = (size_t{1} << bits) - 1;
+        const auto digitOf = [shift, mask](const SortEntry& entry) {
+            return static_cast<size_t>(entry.word >> shift) & mask;
+        };
         std::fill_n(mEnds.begin(), mask + 1, size_t{0});
         for (size_t i = 0; i < part.count; i++)
-            mEnds[entries[i].word >> shift & mask]++;
+            mEnds[digitOf(entries[i])]++;
         size_t start = 0;
         for (size_t digit = 0; digit <= mask; digit++)
             start += std::exchange(mEnds[digit], start);
         for (size_t i = 0; i < part.count; i++)
-            mScratch[mEnds[entries[i].word >> shift & mask]++] = entries[i];
+            mScratch[mEnds[digitOf(entries[i])]++] = entries[i];
         std::copy_n(mScratch, part.count, entries);
         for (size_t digit = 0; shift > 0 && digit <= mask; digit++) {
             const size_t begin = digit == 0 ? 0 : mEnds[digit - 1];

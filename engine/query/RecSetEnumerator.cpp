@@ -88,7 +88,7 @@ uint64_t RecSetEnumerator::CountRest()
             count += mLoops.empty() ? 1 : 1 + mLoops.back().SkipRest();
         return count;
     }
-    ForEachOf(ExtendLevels(), [&] { count += 1 + mLoops.back().SkipRest(); });
+    ForEachOf(ExtendLevels(false), [&] { count += 1 + mLoops.back().SkipRest(); });
     return count;
 }
 
@@ -104,15 +104,16 @@ void RecSetEnumerator::CollectRest(RecSetList* list)
             add();
         return;
     }
-    RecSetList started = ExtendLevels();
+    RecSetList started = ExtendLevels(true);
     if (mBaseLevel == mLoops.size() && list->Count() == 0)
         *list = std::move(started);
     else
         ForEachOf(started, add);
 }
 
-// The record sets of the first levels, as many levels as can be gone through one by one: mBaseLevel.
-RecSetList RecSetEnumerator::ExtendLevels()
+// The record sets of the first levels, as many levels as can be gone through one by one: mBaseLevel. listsAll: complete
+// ones will be listed anyway, however many they are.
+RecSetList RecSetEnumerator::ExtendLevels(bool listsAll)
 {
     RecSetList list(mState.rows.size());
     if (!Start())
@@ -121,7 +122,7 @@ RecSetList RecSetEnumerator::ExtendLevels()
     while (mBaseLevel < mLoops.size() && list.Count() > 0) {
         RecSetList longer(mState.rows.size());
         Bind(list.At(0).Rows());
-        const bool isLast = mBaseLevel + 1 == mLoops.size();
+        const bool isLast = listsAll && mBaseLevel + 1 == mLoops.size();
         const bool isExtended = mLoops[mBaseLevel].Extend(list, isLast, &longer);
         std::fill(mState.rows.begin(), mState.rows.end(), kInvalidRowID);
         if (!isExtended)

@@ -46,7 +46,7 @@ private:
     [[nodiscard]] bool Start();
     [[nodiscard]] bool Advance(size_t level);
     void Open(size_t level);
-    [[nodiscard]] RecSetList ExtendLevels();
+    [[nodiscard]] RecSetList ExtendLevels(bool listsAll);
     void Bind(const uint32_t* rows);
     template <class Use>
     void ForEachOf(const RecSetList& started, const Use& use);

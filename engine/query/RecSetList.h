@@ -1,6 +1,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
+#include <new>
 #include <vector>
 
 #include "engine/query/VelaRecSet.h"
@@ -33,10 +35,12 @@ public:
         }
         mCount += count;
     }
-    // Adds count record sets; where the rows of the first one are to be put, and those of the others behind. Good until the
+    // Adds count record sets of at least one table; where the rows of the first one are to be put, and those of the others behind. Good until the
     // list grows.
     [[nodiscard]] uint32_t* Extend(size_t count)
     {
+        if (count > SIZE_MAX / 2 / mTableCount - mRows.size() / mTableCount)
+            throw std::bad_alloc();
         mRows.resize(mRows.size() + count * mTableCount);
         mCount += count;
         return mRows.data() + (mCount - count) * mTableCount;

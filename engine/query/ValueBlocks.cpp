@@ -1,7 +1,9 @@
 #include "engine/query/ValueBlocks.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <new>
 
 #include "runtime/LargeMemory.h"
 
@@ -43,8 +45,11 @@ void ValueBlocks::GiveBack(size_t count)
     std::destroy_n(block.values + block.used, count);
 }
 
-void ValueBlocks::Reserve(size_t count)
+void ValueBlocks::Reserve(size_t rows, size_t width)
 {
+    if (width > 0 && rows > SIZE_MAX / width)
+        throw std::bad_alloc();
+    const size_t count = rows * width;
     if (count > 0 && (mBlocks.empty() || mBlocks.back().size - mBlocks.back().used < count))
         StartBlock(count);
 }
@@ -52,6 +57,8 @@ void ValueBlocks::Reserve(size_t count)
 // What is left of a block stays unused.
 void ValueBlocks::StartBlock(size_t size)
 {
+    if (size > SIZE_MAX / sizeof(VelaValue))
+        throw std::bad_alloc();
     mBlocks.push_back({nullptr, 0, 0});
     void* memory = LargeMemory::Take(size * sizeof(VelaValue));
     mBlocks.back() = {static_cast<VelaValue*>(memory), size, 0};

@@ -20,8 +20,8 @@ public:
     [[nodiscard]] VelaValue* Take(size_t count);
     // Takes back the count values taken last.
     void GiveBack(size_t count);
-    // Makes a block for count values to come.
-    void Reserve(size_t count);
+    // Makes one block for the values of so many rows to come.
+    void Reserve(size_t rows, size_t width);
 
 private:
     struct Block {

@@ -214,8 +214,8 @@ void VelaQuery::AddGroupRows(const VelaEvalContext& context, RecSetList* list,
 {
     RecSetGrouper grouper(mGroupBy, context);
     grouper.FindGroups(*list);
-    if (mHaving == nullptr && GroupTotals::Serves(mOutputs, context)) {
-        AddTotalRows(context, *list, grouper, result);
+    if (mHaving == nullptr && !mDistinct && GroupTotals::Serves(mOutputs, context)) {
+        GroupTotals(mOutputs, context, *list, grouper).Append(grouper.SortedGroups(), result);
         return;
     }
     std::vector<size_t> starts = grouper.SortIntoGroups(list);
@@ -227,18 +227,6 @@ void VelaQuery::AddGroupRows(const VelaEvalContext& context, RecSetList* list,
         if (!HavingKeeps(groupContext))
             continue;
         EvaluateOutputs(groupContext, result->AppendRow(nullptr));
-        if (mDistinct)
-            DropUnlessNew(&distinctRows, result);
-    }
-}
-
-void VelaQuery::AddTotalRows(const VelaEvalContext& context, const RecSetList& list,
-                             const RecSetGrouper& grouper, VelaTempTable* result) const
-{
-    const GroupTotals totals(mOutputs, context, list, grouper);
-    DistinctRows distinctRows(*result);
-    for (const uint32_t group : grouper.SortedGroups()) {
-        totals.SetRow(group, result->AppendRow(nullptr));
         if (mDistinct)
             DropUnlessNew(&distinctRows, result);
     }

@@ -10,7 +10,6 @@
 namespace vela {
 
 class RecSetEnumerator;
-class RecSetGrouper;
 struct QueryTrace;
 
 // VelaQuery is one SELECT: it is filled with the statement's parts, then run.
@@ -68,8 +67,6 @@ private:
     void AddCountRow(RecSetEnumerator* recSets, VelaTempTable* result) const;
     void AddGroupRows(const VelaEvalContext& context, RecSetList* list,
                       VelaTempTable* result) const;
-    void AddTotalRows(const VelaEvalContext& context, const RecSetList& list,
-                      const RecSetGrouper& grouper, VelaTempTable* result) const;
     [[nodiscard]] bool HavingKeeps(const VelaEvalContext& context) const;
     void EvaluateOutputs(const VelaEvalContext& context, VelaValue* row) const;
 

@@ -59,13 +59,16 @@ VelaValue* VelaTempTable::AppendRows(size_t count, const uint32_t* sources)
         NoteWidth(width);
         mRows.push_back(values + i * width);
     }
-    NoteSources(count, sources);
+    if (sources)
+        NoteSources(count, sources);
+    else if (!mSourceNumber.empty())
+        mSourceNumber.resize(mRows.size(), kNoSource);
     return values;
 }
 
 void VelaTempTable::ReserveRows(size_t count)
 {
-    mValues.Reserve(count * mColumns.size());
+    mValues.Reserve(count, mColumns.size());
     mRows.reserve(mRows.size() + count);
     mSourceRows.reserve(mSourceRows.size() + count * mSourceTables);
     mSourceNumber.reserve(mSourceNumber.size() + count);

@@ -34,7 +34,7 @@ public:
     // stay where they are until the table dies or RemoveLastRow takes the row.
     VelaValue* AppendRow(const VelaRecSet* source);
     // The same for count rows at once, at least one, which lie one after another. sources: the record sets, one for each
-    // row; each covers as many tables as the sources of this table do.
+    // row; each covers as many tables as the sources of this table do. Null: they have none.
     VelaValue* AppendRows(size_t count, const uint32_t* sources);
     // Makes room for count rows that AppendRows or AppendRow will add, with sources.
     void ReserveRows(size_t count);
