@@ -14,8 +14,8 @@ namespace vela {
 class LargeMemory {
 public:
     static constexpr size_t kPage = size_t{2} << 20;
-    // Smaller pieces are ordinary memory.
-    static constexpr size_t kLeast = kPage;
+    // Smaller pieces are ordinary memory, which the allocator keeps for the next time.
+    static constexpr size_t kLeast = 2 * kPage;
 
     [[nodiscard]] static void* Take(size_t bytes);
     // bytes: as taken.

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "runtime/CaseMapping.h"
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -63,7 +64,7 @@ void CopyBytes(char* to, const char* from, size_t size)
 
 void StringChunk::Free()
 {
-    ::operator delete(this);
+    LargeMemory::GiveBack(this, size);
 }
 
 void StringStorage::Free()

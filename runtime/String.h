@@ -12,6 +12,7 @@ namespace vela {
 // Memory that several storages lie in (see StringArena.h), after this head.
 struct StringChunk {
     size_t references;   // storages in it, and the arena that still fills it
+    size_t size;         // bytes, with the head
 
     void Release()
     {

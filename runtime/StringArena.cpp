@@ -1,13 +1,16 @@
 #include "runtime/StringArena.h"
 
+#include <algorithm>
 #include <new>
+
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
 namespace {
 
 // Longer texts are rare enough, and large enough, for an allocation each.
-constexpr size_t kLongText = StringArena::kChunkSize / 16;
+constexpr size_t kLongText = StringArena::kFirstChunk / 16;
 
 constexpr size_t AlignedSize(size_t bytes)
 {
@@ -30,7 +33,7 @@ string StringArena::Make(std::string_view text, TextEncoding encoding)
     if (text.empty() || text.size() > kLongText)
         return string(text, encoding);
     const size_t size = AlignedSize(sizeof(StringStorage) + text.size() + 1);
-    if (!mChunk || size > kChunkSize - mUsed)
+    if (size > mSize - mUsed)
         StartChunk();
     char* place = reinterpret_cast<char*>(mChunk) + mUsed;
     auto* storage =
@@ -44,11 +47,14 @@ string StringArena::Make(std::string_view text, TextEncoding encoding)
 
 void StringArena::StartChunk()
 {
-    void* memory = ::operator new(kChunkSize);
+    const size_t size = std::clamp(mAllChunks, kFirstChunk, kLargestChunk);
+    void* memory = LargeMemory::Take(size);
     if (mChunk)
         mChunk->Release();
-    mChunk = new (memory) StringChunk{1};
+    mChunk = new (memory) StringChunk{1, size};
     mUsed = kFirstStorage;
+    mSize = size;
+    mAllChunks += size;
 }
 
 }   // namespace vela

@@ -55,6 +55,23 @@ AggregateState::AggregateState(VelaFuncCode func, bool distinct) : mFunc(func)
         mSeen = std::make_unique<DistinctValues>();
 }
 
+AggregateState AggregateState::OfIntegers(VelaFuncCode func, uint64_t count, int64_t sum)
+{
+    AggregateState state(func, false);
+    state.mCount = count;
+    state.mIntegers = sum;
+    return state;
+}
+
+AggregateState AggregateState::OfDoubles(VelaFuncCode func, uint64_t count, double sum)
+{
+    AggregateState state(func, false);
+    state.mCount = count;
+    state.mDoubles = sum;
+    state.mAreDoubles = count != 0;
+    return state;
+}
+
 void AggregateState::Take(const VelaValue& value)
 {
     if (value.IsNull() || (mSeen && !mSeen->Take(value)))
@@ -90,7 +107,7 @@ bool AggregateState::TakeColumn(const ColumnData& column, const VelaRecSetGroup&
 
 // A group has fewer than 2^32 rows, so their Integers add up in 64 bits; Doubles are added one after another, as ever.
 template <class Number>
-bool AggregateState::TakeNumbers(const ColumnData& column, const std::vector<Number>& numbers,
+bool AggregateState::TakeNumbers(const ColumnData& column, const LargeVector<Number>& numbers,
                                  const VelaRecSetGroup& group, size_t table)
 {
     constexpr bool kAreDoubles = std::is_same_v<Number, double>;

@@ -17,6 +17,9 @@ class AggregateState {
 public:
     // func is kFuncAvg to kFuncSum. distinct counts for AVG, COUNT and SUM.
     AggregateState(VelaFuncCode func, bool distinct);
+    // SUM or AVG after count values that are not null, Integers and Booleans or Doubles, with that sum.
+    [[nodiscard]] static AggregateState OfIntegers(VelaFuncCode func, uint64_t count, int64_t sum);
+    [[nodiscard]] static AggregateState OfDoubles(VelaFuncCode func, uint64_t count, double sum);
 
     // NULLs are skipped.
     void Take(const VelaValue& value);
@@ -32,7 +35,7 @@ private:
     void AddInteger(int32_t number);
     void KeepIfBeyond(const VelaValue& value);
     template <class Number>
-    [[nodiscard]] bool TakeNumbers(const ColumnData& column, const std::vector<Number>& numbers,
+    [[nodiscard]] bool TakeNumbers(const ColumnData& column, const LargeVector<Number>& numbers,
                                    const VelaRecSetGroup& group, size_t table);
     [[nodiscard]] VelaValue Sum() const;
 

@@ -167,9 +167,9 @@ bool AreSideBySide(const ColumnData& data)
 }
 
 // The rows whose texts contain the sought bytes, found by one search through all texts. The texts lie side by side.
-std::vector<uint32_t> RowsContaining(const ColumnData& data, std::string_view sought)
+LargeVector<uint32_t> RowsContaining(const ColumnData& data, std::string_view sought)
 {
-    std::vector<uint32_t> found;
+    LargeVector<uint32_t> found;
     if (data.texts.empty())
         return found;   // memmem takes no null pointer, not even for nothing
     const std::string_view all(data.texts.data(), data.texts.size());

@@ -28,6 +28,7 @@ FieldRows::FieldRows(const std::vector<VelaExprPtr>& outputs, const VelaEvalCont
 
 void FieldRows::Append(const RecSetList& list, VelaTempTable* result)
 {
+    result->ReserveRows(list.Count());
     for (size_t start = 0; start < list.Count(); start += kRowsAtOnce)
         AppendSome(list.Group(start, std::min(start + kRowsAtOnce, list.Count())), result);
 }

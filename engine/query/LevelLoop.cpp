@@ -1,6 +1,7 @@
 #include "engine/query/LevelLoop.h"
 
 #include "engine/query/ColumnFilter.h"
+#include "engine/query/IntegerJoin.h"
 #include "engine/query/RowLookup.h"
 #include "engine/query/VExprCompare.h"
 #include "engine/storage/TableColumns.h"
@@ -15,6 +16,9 @@ constexpr uint32_t kFewRows = 64;
 constexpr uint32_t kPartWorthLookingUp = 32;
 // When this part of the rows stays, columns for the output are worth loading.
 constexpr uint32_t kPartWorthLoading = 16;
+// Record sets that are not complete are listed up to this number, and so many for each row on either side.
+constexpr size_t kFewRecSets = 65536;
+constexpr size_t kRecSetsPerRow = 4;
 
 bool AreFew(uint64_t rows, size_t tableRows)
 {
@@ -38,7 +42,6 @@ void LevelLoop::Open(uint64_t outerCount)
     mWay = Way::kRows;
     if (!mIsLoaded) {
         Load(outerCount);
-        NoteRest();
     } else if (mLooksUp && !LookUp())
         ListRowIDs();
     if (mJoin && mJoin->Probe(mState->context))
@@ -84,6 +87,84 @@ void LevelLoop::CollectRest(RecSetList* list)
     mPosition = all;
 }
 
+bool LevelLoop::Extend(const RecSetList& outer, bool anyNumber, RecSetList* result)
+{
+    Load(outer.Count());
+    if (mLevel->joinTerms.empty() && outer.Count() == 1) {
+        mPosition = 0;
+        CollectRest(result);
+        return true;
+    }
+    const size_t both = outer.Count() + mRows.Count();
+    const size_t limit = anyNumber ? SIZE_MAX : kFewRecSets + kRecSetsPerRow * both;
+    for (size_t i = 0; !mLooksUp && i < mLevel->joinTerms.size(); i++) {
+        if (ExtendByTerm(i, outer, limit, result))
+            return true;
+    }
+    return false;
+}
+
+// By a term that says that a column equals something, all being Integers: then it needs no other judgement.
+bool LevelLoop::ExtendByTerm(size_t index, const RecSetList& outer, size_t limit,
+                             RecSetList* result)
+{
+    TableColumns* columns = mState->columns[mLevel->table];
+    const auto equality = AsColumnEquality(*mLevel->joinTerms[index].expr, mLevel->table);
+    if (!columns || !equality)
+        return false;
+    const ColumnData* column = columns->Load(static_cast<long>(equality->column));
+    LargeVector<int32_t> keys;
+    if (!column || !column->IsAllIntegers() || !ReadKeys(*equality->other, outer, &keys))
+        return false;
+    const IntegerJoin join(outer, keys, mLevel->table, *column, mRows, mLevel->reversed);
+    if (!join.Append(limit, result))
+        return false;
+    mState->considered += result->Count();
+    std::vector<QueryTerm> others = mLevel->joinTerms;
+    others.erase(others.begin() + static_cast<std::ptrdiff_t>(index));
+    KeepRecSets(others, result);
+    if (result->Count() >= columns->RowCount() / kPartWorthLoading)
+        columns->Prepare(mState->outputColumns[mLevel->table]);
+    return true;
+}
+
+void LevelLoop::KeepRecSets(const std::vector<QueryTerm>& terms, RecSetList* list)
+{
+    if (terms.empty())
+        return;
+    const VelaRecSet current = mState->recSet;
+    list->Retain([&](const VelaRecSet& recSet) {
+        mState->recSet = recSet;
+        return mState->AllKeep(terms);
+    });
+    mState->recSet = current;
+}
+
+// The Integers that expr comes to for the record sets. False: not all of them are Integers.
+bool LevelLoop::ReadKeys(const VelaExpr& expr, const RecSetList& outer,
+                         LargeVector<int32_t>* keys) const
+{
+    keys->resize(outer.Count());
+    const VExprField* field = AsField(&expr);
+    const ColumnData* column = field ? field->LoadedColumn(mState->context) : nullptr;
+    if (column && column->IsAllIntegers()) {
+        const VelaRecSetGroup all = outer.Group(0, outer.Count());
+        for (size_t i = 0; i < outer.Count(); i++)
+            (*keys)[i] = column->integers[all.RowID(i, field->Table())];
+        return true;
+    }
+    VelaEvalContext context = mState->context;
+    VelaValue value;
+    for (size_t i = 0; i < outer.Count(); i++) {
+        const VelaRecSet recSet = outer.At(i);
+        context.recSet = &recSet;
+        if (!expr.Evaluate(context, &value) || value.GetType() != kTypeInteger || value.IsNull())
+            return false;
+        (*keys)[i] = value.GetInteger();
+    }
+    return true;
+}
+
 bool LevelLoop::NextCandidate(uint32_t* row)
 {
     if (mWay == Way::kJoin)
@@ -98,23 +179,27 @@ bool LevelLoop::NextCandidate(uint32_t* row)
 void LevelLoop::Load(uint64_t outerCount)
 {
     mIsLoaded = true;
-    if (LoadNamedRows())
-        return;
-    if (IsWorthLookingUp(outerCount) && LookUp()) {
-        mLooksUp = true;
-        return;
+    if (!LoadNamedRows()) {
+        mLooksUp = IsWorthLookingUp(outerCount) && LookUp();
+        if (!mLooksUp)
+            LoadForJoin();
     }
+    NoteRest();
+}
+
+void LevelLoop::LoadForJoin()
+{
     NoteWay(LevelTrace::Way::kAllRows, 0);
     LoadAllRows();
     std::vector<ColumnEquality> equalities = Equalities();
-    if (!equalities.empty()) {
-        for (const QueryTerm& term : mLevel->joinTerms) {
-            if (AsColumnEquality(*term.expr, mLevel->table))
-                NoteUse(term.expr, TermUse::kHash);
-        }
-        mJoin = std::make_unique<EqualityJoin>(Table(), mState->columns[mLevel->table], mRows,
-                                               mLevel->reversed, std::move(equalities));
+    if (equalities.empty())
+        return;
+    for (const QueryTerm& term : mLevel->joinTerms) {
+        if (AsColumnEquality(*term.expr, mLevel->table))
+            NoteUse(term.expr, TermUse::kHash);
     }
+    mJoin = std::make_unique<EqualityJoin>(Table(), mState->columns[mLevel->table], mRows,
+                                           mLevel->reversed, std::move(equalities));
 }
 
 // The rows that an own term names by row id or by a key of an index. Then nothing else of the table
@@ -223,7 +308,7 @@ void LevelLoop::ListRowIDs()
 {
     SimpleVector<uint32_t> rowIDs;
     Table()->GetRowIDs(&rowIDs);
-    mRows = RowList(std::vector<uint32_t>(rowIDs.begin(), rowIDs.end()));
+    mRows = RowList(LargeVector<uint32_t>(rowIDs.begin(), rowIDs.end()));
     KeepRows(mLevel->ownTerms);
 }
 

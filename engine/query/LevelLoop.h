@@ -33,7 +33,8 @@ struct EnumerationState {
 // The first Open reads the table, once and for all: a few rows by row id or through an index when a
 // term names them, else all, and applies the terms that refer to this table alone. Terms that tie a
 // column to earlier tables by equality are then served by a hash table, or, where few rows of
-// earlier tables meet a large table, by looking rows up each time.
+// earlier tables meet a large table, by looking rows up each time. Where all rows of the earlier
+// tables are listed before, Extend ties them to this table in one go.
 class LevelLoop {
 public:
     // All are borrowed. trace, which may be null, is told what is done.
@@ -51,6 +52,10 @@ public:
     // Binds the rows that are left, one after another, and appends each record set to the list; only where SkipRest would pass
     // over them.
     void CollectRest(RecSetList* list);
+    // Instead of Open and Next: appends to the result, for each record set of outer in turn, those that it comes to with
+    // rows of this table. The first one of outer is bound. False: there is no way to do so for all at once, or it would
+    // give many more record sets than both sides have, and anyNumber is false; the result is as it was.
+    [[nodiscard]] bool Extend(const RecSetList& outer, bool anyNumber, RecSetList* result);
     // How many rows there are at most, for each row of the earlier levels. After Open.
     [[nodiscard]] uint32_t Count() const { return mRows.Count(); }
 
@@ -59,7 +64,13 @@ private:
     enum class Way { kRows, kJoin };
 
     void Load(uint64_t outerCount);
+    [[nodiscard]] bool ExtendByTerm(size_t index, const RecSetList& outer, size_t limit,
+                                    RecSetList* result);
+    void KeepRecSets(const std::vector<QueryTerm>& terms, RecSetList* list);
+    [[nodiscard]] bool ReadKeys(const VelaExpr& expr, const RecSetList& outer,
+                                LargeVector<int32_t>* keys) const;
     [[nodiscard]] bool LoadNamedRows();
+    void LoadForJoin();
     void LoadAllRows();
     void FilterRows(TableColumns* columns);
     void KeepRows(const std::vector<QueryTerm>& terms);

@@ -31,7 +31,8 @@ public:
     // Goes through all record sets that are left; how many there were. Rows that no term ties to
     // rows of other tables are counted without being looked at one by one.
     [[nodiscard]] uint64_t CountRest();
-    // Goes through all record sets that are left and appends them to the list.
+    // Goes through all record sets that are left and appends them to the list; before the first Next level by level, as
+    // far as LevelLoop::Extend serves.
     void CollectRest(RecSetList* list);
     // For evaluating expressions on the current record set. Without one, all its rows are unbound.
     [[nodiscard]] const VelaEvalContext& Context() const { return mState.context; }
@@ -43,12 +44,20 @@ public:
 
 private:
     [[nodiscard]] bool Start();
+    [[nodiscard]] bool Advance(size_t level);
     void Open(size_t level);
+    [[nodiscard]] RecSetList ExtendLevels(bool listsAll);
+    void Bind(const uint32_t* rows);
+    template <class Use>
+    void ForEachOf(const RecSetList& started, const Use& use);
 
     QueryPlan mPlan;
     EnumerationState mState;
     std::vector<LevelLoop> mLoops;   // one per level
     bool mStarted = false;
+    // The levels before this one are not walked: rows of theirs were bound, one combination of mBaseCount after another.
+    size_t mBaseLevel = 0;
+    uint64_t mBaseCount = 1;
 };
 
 }   // namespace vela

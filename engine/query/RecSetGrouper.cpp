@@ -12,39 +12,41 @@ constexpr uint64_t kRangePerRecSet = 4;
 
 }   // namespace
 
+void RecSetGrouper::FindGroups(const RecSetList& list)
+{
+    mGroupOf.resize(list.Count());
+    if (!FindGroupsByNumber(list)) {
+        for (size_t i = 0; i < list.Count(); i++)
+            mGroupOf[i] = FindOrAddGroup(mKey.Of(list.At(i)), static_cast<uint32_t>(i));
+    }
+    for (const uint32_t group : mGroupOf)
+        mGroups[group].count++;
+}
+
+std::vector<uint32_t> RecSetGrouper::SortedGroups() const
+{
+    return SortByWords(static_cast<uint32_t>(mGroups.size()), *this);
+}
+
 std::vector<size_t> RecSetGrouper::SortIntoGroups(RecSetList* list)
 {
-    std::vector<uint32_t> groupOf = FindGroups(*list);
-    for (const uint32_t group : groupOf)
-        mGroups[group].count++;
     std::vector<size_t> starts;
     std::vector<uint32_t> next(mGroups.size());   // where a group's next record set goes
     uint32_t position = 0;
-    for (const uint32_t group : SortByWords(static_cast<uint32_t>(mGroups.size()), *this)) {
+    for (const uint32_t group : SortedGroups()) {
         starts.push_back(position);
         next[group] = position;
         position += mGroups[group].count;
     }
-    for (uint32_t& group : groupOf)
+    for (uint32_t& group : mGroupOf)
         group = next[group]++;
-    list->Rearrange(groupOf);
+    list->Rearrange(mGroupOf);
     return starts;
-}
-
-// The group of each record set of the list.
-std::vector<uint32_t> RecSetGrouper::FindGroups(const RecSetList& list)
-{
-    std::vector<uint32_t> groupOf(list.Count());
-    if (FindGroupsByNumber(list, &groupOf))
-        return groupOf;
-    for (size_t i = 0; i < list.Count(); i++)
-        groupOf[i] = FindOrAddGroup(mKey.Of(list.At(i)));
-    return groupOf;
 }
 
 // The same where the key is one Integer of a range that is not much wider than the list is long: a table by number remembers
 // which group each number has. False: it is another key.
-bool RecSetGrouper::FindGroupsByNumber(const RecSetList& list, std::vector<uint32_t>* groupOf)
+bool RecSetGrouper::FindGroupsByNumber(const RecSetList& list)
 {
     size_t table = 0;
     const ColumnData* column = mKey.IntegerColumn(&table);
@@ -68,13 +70,13 @@ bool RecSetGrouper::FindGroupsByNumber(const RecSetList& list, std::vector<uint3
         const int32_t number = column->integers[all.RowID(i, table)];
         uint32_t& group = groupOfNumber[static_cast<size_t>(int64_t{number} - smallest)];
         if (group == HashChains::kNone)
-            group = FindOrAddGroup(mKey.Of(all.At(i)));
-        (*groupOf)[i] = group;
+            group = AddGroup(mKey.Of(all.At(i)), static_cast<uint32_t>(i));
+        mGroupOf[i] = group;
     }
     return true;
 }
 
-uint32_t RecSetGrouper::FindOrAddGroup(std::string_view key)
+uint32_t RecSetGrouper::FindOrAddGroup(std::string_view key, uint32_t first)
 {
     const uint64_t hash = HashBytes(key);
     const uint64_t firstWord = TextWord(key, 0);
@@ -83,9 +85,16 @@ uint32_t RecSetGrouper::FindOrAddGroup(std::string_view key)
         if (HasKey(mGroups[group], firstWord, key))
             return group;
     }
-    mGroups.push_back({mKeyBytes.size(), firstWord, static_cast<uint32_t>(key.size()), 0});
+    mChains.Add(hash);
+    return AddGroup(key, first);
+}
+
+uint32_t RecSetGrouper::AddGroup(std::string_view key, uint32_t first)
+{
+    mGroups.push_back(
+        {mKeyBytes.size(), TextWord(key, 0), static_cast<uint32_t>(key.size()), 0, first});
     mKeyBytes.append(key);
-    return mChains.Add(hash);
+    return static_cast<uint32_t>(mGroups.size() - 1);
 }
 
 bool RecSetGrouper::HasKey(const Group& group, uint64_t firstWord, std::string_view key) const
@@ -95,9 +104,12 @@ bool RecSetGrouper::HasKey(const Group& group, uint64_t firstWord, std::string_v
     return key.size() <= sizeof firstWord || KeyOf(group) == key;
 }
 
-uint64_t RecSetGrouper::Word(uint32_t group, SortStage stage) const
+void RecSetGrouper::SetWords(SortEntry* begin, SortEntry* end, SortStage stage) const
 {
-    return stage.word == 0 ? mGroups[group].firstWord : TextWord(KeyOf(mGroups[group]), stage.word);
+    for (SortEntry* entry = begin; entry < end; entry++) {
+        const Group& group = mGroups[entry->item];
+        entry->word = stage.word == 0 ? group.firstWord : TextWord(KeyOf(group), stage.word);
+    }
 }
 
 bool RecSetGrouper::GoToNextStage(SortStage* stage, const SortEntry* begin,

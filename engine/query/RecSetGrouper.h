@@ -19,9 +19,20 @@ public:
         : mKey(groupBy, context)
     {}
 
-    // Rearranges the list. The positions where the groups start, ascending; none when the list is
-    // empty. Once only.
+    // Finds the groups of the list, numbered from 0 as they are met. Once only, before all else.
+    void FindGroups(const RecSetList& list);
+    // The groups in order.
+    [[nodiscard]] std::vector<uint32_t> SortedGroups() const;
+    // Rearranges the list, whose groups were found. The positions where the groups start, ascending; none when the list is
+    // empty. The groups of its record sets are not known any more.
     [[nodiscard]] std::vector<size_t> SortIntoGroups(RecSetList* list);
+
+    [[nodiscard]] size_t GroupCount() const { return mGroups.size(); }
+    // The group of each record set.
+    [[nodiscard]] const uint32_t* GroupOf() const { return mGroupOf.data(); }
+    // How many record sets a group has, and the first one's position in the list.
+    [[nodiscard]] uint32_t CountOf(uint32_t group) const { return mGroups[group].count; }
+    [[nodiscard]] uint32_t FirstOf(uint32_t group) const { return mGroups[group].first; }
 
 private:
     struct Group {
@@ -29,24 +40,26 @@ private:
         uint64_t firstWord;   // of the key: all that must be looked at of a short one
         uint32_t keySize;
         uint32_t count;   // record sets
+        uint32_t first;   // of them
     };
 
-    [[nodiscard]] std::vector<uint32_t> FindGroups(const RecSetList& list);
-    [[nodiscard]] bool FindGroupsByNumber(const RecSetList& list, std::vector<uint32_t>* groupOf);
-    [[nodiscard]] uint32_t FindOrAddGroup(std::string_view key);
+    [[nodiscard]] bool FindGroupsByNumber(const RecSetList& list);
+    [[nodiscard]] uint32_t FindOrAddGroup(std::string_view key, uint32_t first);
+    uint32_t AddGroup(std::string_view key, uint32_t first);
     [[nodiscard]] bool HasKey(const Group& group, uint64_t firstWord, std::string_view key) const;
     [[nodiscard]] std::string_view KeyOf(const Group& group) const
     {
         return {mKeyBytes.data() + group.keyStart, group.keySize};
     }
-    [[nodiscard]] uint64_t Word(uint32_t group, SortStage stage) const override;
+    void SetWords(SortEntry* begin, SortEntry* end, SortStage stage) const override;
     [[nodiscard]] bool GoToNextStage(SortStage* stage, const SortEntry* begin,
                                      const SortEntry* end) const override;
 
     GroupKey mKey;
-    HashChains mChains;   // entry i is group i
-    std::vector<Group> mGroups;
-    std::string mKeyBytes;   // of all groups
+    HashChains mChains;   // entry i is group i; empty where groups are found by number
+    LargeVector<Group> mGroups;
+    LargeVector<uint32_t> mGroupOf;   // by record set
+    std::string mKeyBytes;            // of all groups
 };
 
 }   // namespace vela

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
+#include <new>
 #include <vector>
 
 #include "engine/query/VelaRecSet.h"
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -32,6 +35,36 @@ public:
         }
         mCount += count;
     }
+    // Adds count record sets of at least one table; where the rows of the first one are to be put, and those of the others behind. Good until the
+    // list grows.
+    [[nodiscard]] uint32_t* Extend(size_t count)
+    {
+        if (count > SIZE_MAX / 2 / mTableCount - mRows.size() / mTableCount)
+            throw std::bad_alloc();
+        mRows.resize(mRows.size() + count * mTableCount);
+        mCount += count;
+        return mRows.data() + (mCount - count) * mTableCount;
+    }
+    // Makes room for count record sets in all.
+    void Reserve(size_t count) { mRows.reserve(count * mTableCount); }
+    // Leaves the first count ones.
+    void Shorten(size_t count)
+    {
+        mRows.resize(count * mTableCount);
+        mCount = count;
+    }
+    // Keeps the record sets for which keeps(recSet) is true.
+    template <class Keeps>
+    void Retain(const Keeps& keeps)
+    {
+        size_t kept = 0;
+        for (size_t i = 0; i < mCount; i++) {
+            const uint32_t* rows = mRows.data() + i * mTableCount;
+            if (keeps(VelaRecSet(rows)))
+                std::copy(rows, rows + mTableCount, mRows.data() + kept++ * mTableCount);
+        }
+        Shorten(kept);
+    }
     [[nodiscard]] size_t Count() const { return mCount; }
     [[nodiscard]] size_t TableCount() const { return mTableCount; }
     [[nodiscard]] VelaRecSet At(size_t index) const
@@ -45,10 +78,12 @@ public:
     }
     // Moves record set i to newPositions[i], for all i; the new positions are those from 0 to
     // Count() - 1.
-    void Rearrange(const std::vector<uint32_t>& newPositions);
+    void Rearrange(const LargeVector<uint32_t>& newPositions);
+    // Moves record set order[i] to position i, for all i; the order has each position once.
+    void Arrange(const std::vector<uint32_t>& order);
 
 private:
-    std::vector<uint32_t> mRows;
+    LargeVector<uint32_t> mRows;
     size_t mTableCount;
     size_t mCount = 0;   // not told by mRows when there are no tables
 };

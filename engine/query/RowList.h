@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <utility>
+
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -10,7 +12,7 @@ namespace vela {
 class RowList {
 public:
     RowList() = default;
-    explicit RowList(std::vector<uint32_t> rows)
+    explicit RowList(LargeVector<uint32_t> rows)
         : mRows(std::move(rows)), mCount(static_cast<uint32_t>(mRows.size())), mIsRange(false)
     {}
     // The numbers 0 to count - 1.
@@ -43,7 +45,7 @@ public:
     }
 
 private:
-    std::vector<uint32_t> mRows;
+    LargeVector<uint32_t> mRows;
     uint32_t mCount = 0;
     bool mIsRange = true;
 };

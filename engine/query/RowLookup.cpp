@@ -11,7 +11,7 @@ std::optional<RowList> LookUpRowID(VelaTable* table, const VelaValue& value)
     const auto rowID = RowIDEqualTo(value);
     if (!rowID)
         return std::nullopt;
-    std::vector<uint32_t> rows;
+    LargeVector<uint32_t> rows;
     if (table->HasRow(*rowID))
         rows.push_back(*rowID);
     return RowList(std::move(rows));
@@ -22,7 +22,7 @@ std::optional<RowList> LookUpIndex(VelaTable* table, long column, const VelaValu
     SimpleVector<uint32_t> rowIDs;
     if (!table->FindRowsByIndex(column, key, &rowIDs))
         return std::nullopt;
-    return RowList(std::vector<uint32_t>(rowIDs.begin(), rowIDs.end()));
+    return RowList(LargeVector<uint32_t>(rowIDs.begin(), rowIDs.end()));
 }
 
 }   // namespace

@@ -1,28 +1,8 @@
 #include "engine/query/SortKeyColumn.h"
 
-#include <cstring>
-
 namespace vela {
 
 namespace {
-
-constexpr uint64_t kSignBit = uint64_t{1} << 63;
-
-// Numbers in the order of the integers; the sign bit would otherwise put the negative ones last.
-uint64_t IntegerWord(int32_t number)
-{
-    return static_cast<uint32_t>(number) ^ 0x80000000u;
-}
-
-// The bits of a double order like the number once negative ones are complemented. Adding 0.0 makes
-// -0.0 the 0.0 that it equals. Not-a-number lands beyond the infinities; any place will do.
-uint64_t DoubleWord(double number)
-{
-    const double normal = number + 0.0;
-    uint64_t bits;
-    std::memcpy(&bits, &normal, sizeof bits);
-    return (bits & kSignBit) != 0 ? ~bits : bits | kSignBit;
-}
 
 const VelaValue& MissingValue()
 {

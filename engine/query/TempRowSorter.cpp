@@ -27,9 +27,10 @@ class RowWords : public SortWords {
 public:
     explicit RowWords(const std::vector<SortKeyColumn>& keys) : mKeys(keys) {}
 
-    [[nodiscard]] uint64_t Word(uint32_t row, SortStage stage) const override
+    void SetWords(SortEntry* begin, SortEntry* end, SortStage stage) const override
     {
-        return mKeys[stage.key].Word(row, stage.word);
+        for (SortEntry* entry = begin; entry < end; entry++)
+            entry->word = mKeys[stage.key].Word(entry->item, stage.word);
     }
     [[nodiscard]] bool GoToNextStage(SortStage* stage, const SortEntry* begin,
                                      const SortEntry* end) const override

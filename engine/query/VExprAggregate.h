@@ -24,6 +24,7 @@ public:
     VExprAggregate(VelaFuncCode func, VelaExprPtr operand, bool distinct);
 
     [[nodiscard]] VelaFuncCode Func() const { return mFunc; }
+    [[nodiscard]] bool IsDistinct() const { return mDistinct; }
     // Null for COUNT(*).
     [[nodiscard]] const VelaExpr* Operand() const { return mOperand.get(); }
 

@@ -4,8 +4,10 @@
 #include "engine/query/DistinctRows.h"
 #include "engine/query/ExprShape.h"
 #include "engine/query/FieldRows.h"
+#include "engine/query/GroupTotals.h"
 #include "engine/query/RecSetEnumerator.h"
 #include "engine/query/RecSetGrouper.h"
+#include "engine/query/RecSetSorter.h"
 #include "engine/query/VExprAggregate.h"
 
 namespace vela {
@@ -58,12 +60,14 @@ std::unique_ptr<VelaTempTable> VelaQuery::RunQuery(QueryTrace* trace)
 {
     std::unique_ptr<VelaTempTable> result = MakeResultTable();
     RecSetEnumerator recSets(mDatabase, mTables, mWhere.get(), OutputExprs(), trace);
+    bool isSorted = false;
     if (IsAggregateQuery())
         AddAggregateRows(&recSets, result.get());
     else
-        AddPlainRows(&recSets, result.get());
+        isSorted = AddPlainRows(&recSets, result.get());
     mRecSetsConsidered += recSets.Considered();
-    result->Sort(mSortColumns, mSortDirections);
+    if (!isSorted)
+        result->Sort(mSortColumns, mSortDirections);
     return result;
 }
 
@@ -99,16 +103,19 @@ bool VelaQuery::IsAggregateQuery() const
     return false;
 }
 
-void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const
+// Whether the rows are in the order of ORDER BY already.
+bool VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const
 {
     if (FieldRows::Serves(mOutputs)) {
         RecSetList list(mTables.size());
         recSets->CollectRest(&list);
-        if (mDistinct)
+        if (mDistinct) {
             AddDistinctRows(recSets->Context(), list, result);
-        else
-            FieldRows(mOutputs, recSets->Context()).Append(list, result);
-        return;
+            return false;
+        }
+        const bool isSorted = SortRecSets(recSets->Context(), &list);
+        FieldRows(mOutputs, recSets->Context()).Append(list, result);
+        return isSorted;
     }
     DistinctRows distinctRows(*result);
     std::vector<uint32_t> rowIDs(mTables.size());
@@ -117,6 +124,22 @@ void VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) c
         if (mDistinct)
             DropUnlessNew(&distinctRows, result);
     }
+    return false;
+}
+
+// False: the keys are not all columns that sort in memory; the list is as it was.
+bool VelaQuery::SortRecSets(const VelaEvalContext& context, RecSetList* list) const
+{
+    RecSetSorter sorter;
+    for (size_t k = 0; k < mSortColumns.size(); k++) {
+        const auto column = static_cast<size_t>(mSortColumns[k]);
+        if (mSortColumns[k] < 0 || column >= mOutputs.size() ||
+            !sorter.AddKey(*mOutputs[column], mSortDirections[k] < 0, context))
+            return false;
+    }
+    if (!mSortColumns.empty())
+        sorter.Sort(list);
+    return true;
 }
 
 // Of outputs that are columns.
@@ -189,7 +212,13 @@ void VelaQuery::AddCountRow(RecSetEnumerator* recSets, VelaTempTable* result) co
 void VelaQuery::AddGroupRows(const VelaEvalContext& context, RecSetList* list,
                              VelaTempTable* result) const
 {
-    std::vector<size_t> starts = RecSetGrouper(mGroupBy, context).SortIntoGroups(list);
+    RecSetGrouper grouper(mGroupBy, context);
+    grouper.FindGroups(*list);
+    if (mHaving == nullptr && !mDistinct && GroupTotals::Serves(mOutputs, context)) {
+        GroupTotals(mOutputs, context, *list, grouper).Append(grouper.SortedGroups(), result);
+        return;
+    }
+    std::vector<size_t> starts = grouper.SortIntoGroups(list);
     starts.push_back(list->Count());
     DistinctRows distinctRows(*result);
     for (size_t i = 0; i + 1 < starts.size(); i++) {

@@ -56,7 +56,8 @@ private:
     [[nodiscard]] std::unique_ptr<VelaTempTable> MakeResultTable() const;
     [[nodiscard]] std::vector<const VelaExpr*> OutputExprs() const;
     [[nodiscard]] bool IsAggregateQuery() const;
-    void AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    [[nodiscard]] bool AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    [[nodiscard]] bool SortRecSets(const VelaEvalContext& context, RecSetList* list) const;
     void AddDistinctRows(const VelaEvalContext& recSets, const RecSetList& list,
                          VelaTempTable* result) const;
     void AddRow(const VelaEvalContext& context, std::vector<uint32_t>* rowIDs,

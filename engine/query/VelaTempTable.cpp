@@ -6,16 +6,14 @@ namespace vela {
 
 namespace {
 
-constexpr size_t kFirstBlock = 64;
-constexpr size_t kLargestBlock = 16384;
 constexpr uint32_t kNoSource = 0xFFFFFFFF;
 
-template <class T>
-void Permute(std::vector<T>* items, const std::vector<uint32_t>& order)
+template <class List>
+void Permute(List* items, const std::vector<uint32_t>& order)
 {
     if (items->empty())
         return;
-    std::vector<T> permuted;
+    List permuted;
     permuted.reserve(items->size());
     for (const uint32_t position : order)
         permuted.push_back((*items)[position]);
@@ -56,22 +54,30 @@ VelaValue* VelaTempTable::AppendRow(const VelaRecSet* source)
 VelaValue* VelaTempTable::AppendRows(size_t count, const uint32_t* sources)
 {
     const size_t width = mColumns.size();
-    VelaValue* values = TakeValues(count * width);
+    VelaValue* values = mValues.Take(count * width);
     for (size_t i = 0; i < count; i++) {
         NoteWidth(width);
         mRows.push_back(values + i * width);
     }
-    NoteSources(count, sources);
+    if (sources)
+        NoteSources(count, sources);
+    else if (!mSourceNumber.empty())
+        mSourceNumber.resize(mRows.size(), kNoSource);
     return values;
+}
+
+void VelaTempTable::ReserveRows(size_t count)
+{
+    mValues.Reserve(count, mColumns.size());
+    mRows.reserve(mRows.size() + count);
+    mSourceRows.reserve(mSourceRows.size() + count * mSourceTables);
+    mSourceNumber.reserve(mSourceNumber.size() + count);
 }
 
 void VelaTempTable::RemoveLastRow()
 {
-    const size_t last = mRows.size() - 1;
-    const size_t width = RowWidth(last);
-    for (size_t i = 0; i < width; i++)
-        mRows[last][i] = VelaValue();
-    mBlockUsed -= width;
+    const size_t width = RowWidth(mRows.size() - 1);
+    mValues.GiveBack(width);
     mRows.pop_back();
     if (!mWidths.empty())
         mWidths.pop_back();
@@ -124,24 +130,9 @@ std::optional<VelaRecSet> VelaTempTable::GetSourceRecSet(long row) const
 VelaValue* VelaTempTable::NewRow(size_t width)
 {
     NoteWidth(width);
-    VelaValue* row = TakeValues(width);
+    VelaValue* row = mValues.Take(width);
     mRows.push_back(row);
     return row;
-}
-
-// A row lies in one block; what is left of a block that can't hold it stays unused.
-VelaValue* VelaTempTable::TakeValues(size_t count)
-{
-    if (mBlocks.empty() || mBlockSize - mBlockUsed < count) {
-        size_t size = mBlocks.empty() ? kFirstBlock : mBlockSize * 2;
-        size = size > kLargestBlock ? kLargestBlock : size;
-        mBlockSize = size < count ? count : size;
-        mBlocks.push_back(std::make_unique<VelaValue[]>(mBlockSize));
-        mBlockUsed = 0;
-    }
-    VelaValue* values = mBlocks.back().get() + mBlockUsed;
-    mBlockUsed += count;
-    return values;
 }
 
 void VelaTempTable::NoteWidth(size_t width)

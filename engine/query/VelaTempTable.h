@@ -1,11 +1,12 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <vector>
 
+#include "engine/query/ValueBlocks.h"
 #include "engine/query/VelaRecSet.h"
 #include "engine/storage/VelaTable.h"
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -33,8 +34,10 @@ public:
     // stay where they are until the table dies or RemoveLastRow takes the row.
     VelaValue* AppendRow(const VelaRecSet* source);
     // The same for count rows at once, at least one, which lie one after another. sources: the record sets, one for each
-    // row; each covers as many tables as the sources of this table do.
+    // row; each covers as many tables as the sources of this table do. Null: they have none.
     VelaValue* AppendRows(size_t count, const uint32_t* sources);
+    // Makes room for count rows that AppendRows or AppendRow will add, with sources.
+    void ReserveRows(size_t count);
     // Takes back the row added last, which must be there, before any Sort.
     void RemoveLastRow();
     // Sorts the rows by the columns, in key order; a direction is +1 (ascending) or -1. Rows equal
@@ -66,7 +69,6 @@ public:
 
 private:
     VelaValue* NewRow(size_t width);
-    VelaValue* TakeValues(size_t count);
     void NoteWidth(size_t width);
     void NoteSource(const VelaRecSet* source);
     void NoteSources(size_t count, const uint32_t* sources);
@@ -75,17 +77,15 @@ private:
     string mName;
     SimpleVector<VelaColumnInfo> mColumns;
 
-    std::vector<std::unique_ptr<VelaValue[]>> mBlocks;
-    size_t mBlockSize = 0;   // values in the last block
-    size_t mBlockUsed = 0;   // of them taken
-    std::vector<VelaValue*> mRows;
+    ValueBlocks mValues;
+    LargeVector<VelaValue*> mRows;
     size_t mCommonWidth = 0;   // of every row while mWidths is empty
     std::vector<uint32_t>
         mWidths;   // one per row, from the first row on that differs from those before it
 
     size_t mSourceTables;
-    std::vector<uint32_t> mSourceRows;     // the sources one after another
-    std::vector<uint32_t> mSourceNumber;   // which of them a row has; empty while no row has one
+    LargeVector<uint32_t> mSourceRows;     // the sources one after another
+    LargeVector<uint32_t> mSourceNumber;   // which of them a row has; empty while no row has one
 };
 
 }   // namespace vela

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "runtime/ByteOrder.h"
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr size_t kWordSize = 8;
 constexpr size_t kLengthWord = SIZE_MAX;
+constexpr uint64_t kSignBit = uint64_t{1} << 63;
 
 // Entries whose words at all earlier stages are equal.
 struct Run {
@@ -19,17 +21,8 @@ struct Run {
     SortStage stage;
 };
 
-void SortRun(SortEntry* begin, SortEntry* end, SortStage stage, const SortWords& words)
-{
-    for (SortEntry* entry = begin; entry < end; entry++)
-        entry->word = words.Word(entry->item, stage);
-    std::sort(begin, end, [](const SortEntry& a, const SortEntry& b) {
-        return a.word != b.word ? a.word < b.word : a.item < b.item;
-    });
-}
-
 // Adds the runs within a sorted one that have another stage to go.
-void AddEqualRuns(const Run& sorted, const std::vector<SortEntry>& entries, const SortWords& words,
+void AddEqualRuns(const Run& sorted, const LargeVector<SortEntry>& entries, const SortWords& words,
                   std::vector<Run>* waiting)
 {
     for (size_t begin = sorted.begin; begin < sorted.end;) {
@@ -45,6 +38,22 @@ void AddEqualRuns(const Run& sorted, const std::vector<SortEntry>& entries, cons
 }
 
 }   // namespace
+
+// The sign bit would otherwise put the negative numbers last.
+uint64_t IntegerWord(int32_t number)
+{
+    return static_cast<uint32_t>(number) ^ 0x80000000u;
+}
+
+// The bits of a double order like the number once negative ones are complemented. Adding 0.0 makes
+// -0.0 the 0.0 that it equals.
+uint64_t DoubleWord(double number)
+{
+    const double normal = number + 0.0;
+    uint64_t bits;
+    std::memcpy(&bits, &normal, sizeof bits);
+    return (bits & kSignBit) != 0 ? ~bits : bits | kSignBit;
+}
 
 uint64_t TextWord(std::string_view text, size_t word)
 {
@@ -72,14 +81,16 @@ bool GoToNextTextWord(size_t* word, size_t shortest, size_t longest)
 
 std::vector<uint32_t> SortByWords(uint32_t count, const SortWords& words)
 {
-    std::vector<SortEntry> entries(count);
+    LargeVector<SortEntry> entries(count);
+    LargeVector<SortEntry> scratch(count);
     for (uint32_t item = 0; item < count; item++)
         entries[item].item = item;
     std::vector<Run> waiting = {{0, count, SortStage()}};
     while (!waiting.empty()) {
         const Run run = waiting.back();
         waiting.pop_back();
-        SortRun(entries.data() + run.begin, entries.data() + run.end, run.stage, words);
+        words.SetWords(entries.data() + run.begin, entries.data() + run.end, run.stage);
+        RadixSort(entries.data() + run.begin, run.end - run.begin, scratch.data());
         AddEqualRuns(run, entries, words, &waiting);
     }
     std::vector<uint32_t> order;

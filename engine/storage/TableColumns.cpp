@@ -1,6 +1,7 @@
 #include "engine/storage/TableColumns.h"
 
 #include <algorithm>
+#include <array>
 
 namespace vela {
 
@@ -8,8 +9,8 @@ namespace {
 
 constexpr size_t kFewBytes = size_t{1} << 16;
 
-template <class T>
-void RemoveAt(std::vector<T>* items, const std::vector<uint32_t>& rows)
+template <class List>
+void RemoveAt(List* items, const std::vector<uint32_t>& rows)
 {
     if (items->empty())
         return;
@@ -20,6 +21,22 @@ void RemoveAt(std::vector<T>* items, const std::vector<uint32_t>& rows)
             (*items)[kept++] = std::move((*items)[row]);
     }
     items->resize(kept);
+}
+
+// Calls use(i, fetch(i)) for i from 0 to count - 1, in batches: what fetch reads may lie anywhere in memory, and the waits
+// for it overlap.
+template <class Fetch, class Use>
+void FetchAhead(size_t count, const Fetch& fetch, const Use& use)
+{
+    constexpr size_t kBatch = 32;
+    std::array<decltype(fetch(0)), kBatch> fetched;
+    for (size_t start = 0; start < count; start += kBatch) {
+        const size_t end = std::min(count, start + kBatch);
+        for (size_t i = start; i < end; i++)
+            fetched[i - start] = fetch(i);
+        for (size_t i = start; i < end; i++)
+            use(i, fetched[i - start]);
+    }
 }
 
 }   // namespace
@@ -161,7 +178,7 @@ void ColumnData::CloseLargeGaps()
 {
     if (gapBytes < kFewBytes || gapBytes < texts.size() / 2)
         return;
-    std::vector<char> kept;
+    LargeVector<char> kept;
     kept.reserve(texts.size() - gapBytes);
     for (size_t row = 0; row < textStarts.size(); row++) {
         const auto start = texts.begin() + textStarts[row];
@@ -245,11 +262,36 @@ void ColumnData::GetValue(uint32_t row, VelaValue* value) const
 void ColumnData::GetValues(const uint32_t* rows, size_t rowStep, size_t count, StringArena* arena,
                            VelaValue* target, size_t targetStep) const
 {
-    const auto makeText = [arena](std::string_view text, TextEncoding encoding) {
-        return arena->Make(text, encoding);
-    };
-    for (size_t i = 0; i < count; i++)
-        GetValue(rows[i * rowStep], &target[i * targetStep], makeText);
+    const bool isPlain = nulls.empty() && type != kTypeBoolean;
+    if (isPlain && form == Form::kIntegers)
+        FetchAhead(
+            count, [&](size_t i) { return integers[rows[i * rowStep]]; },
+            [&](size_t i, int32_t number) { target[i * targetStep].SetInteger(number); });
+    else if (isPlain && form == Form::kDoubles)
+        FetchAhead(
+            count, [&](size_t i) { return doubles[rows[i * rowStep]]; },
+            [&](size_t i, double number) { target[i * targetStep].SetDouble(number); });
+    else if (isPlain && form == Form::kTexts)
+        FetchAhead(
+            count, [&](size_t i) { return TextAhead(rows[i * rowStep]); },
+            [&](size_t i, std::string_view text) {
+                const TextEncoding encoding = EncodingOf(rows[i * rowStep]);
+                target[i * targetStep].SetText(type, arena->Make(text, encoding));
+            });
+    else
+        for (size_t i = 0; i < count; i++)
+            GetValue(rows[i * rowStep], &target[i * targetStep],
+                     [arena](std::string_view text, TextEncoding encoding) {
+                         return arena->Make(text, encoding);
+                     });
+}
+
+// The text, whose bytes will be needed soon.
+std::string_view ColumnData::TextAhead(uint32_t row) const
+{
+    const std::string_view text = Text(row);
+    __builtin_prefetch(text.data());
+    return text;
 }
 
 template <class MakeText>
@@ -266,8 +308,7 @@ void ColumnData::GetValue(uint32_t row, VelaValue* value, const MakeText& makeTe
     if (form == Form::kDoubles)
         value->SetDouble(doubles[row]);
     else if (form == Form::kTexts)
-        value->SetText(
-            type, makeText(Text(row), encodings[encodingNumber.empty() ? 0 : encodingNumber[row]]));
+        value->SetText(type, makeText(Text(row), EncodingOf(row)));
     else if (type == kTypeBoolean)
         value->SetBoolean(integers[row] != 0);
     else

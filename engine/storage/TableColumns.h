@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/storage/VelaTable.h"
+#include "runtime/LargeMemory.h"
 #include "runtime/StringArena.h"
 
 namespace vela {
@@ -21,11 +22,11 @@ struct ColumnData {
 
     Form form = Form::kUnloaded;
     VelaDataType type = kTypeNone;   // of every value, but in kValues
-    std::vector<int32_t> integers;
-    std::vector<double> doubles;
-    std::vector<uint32_t> textStarts;    // kTexts: where text i starts in texts
-    std::vector<uint32_t> textLengths;   // kTexts: bytes of text i
-    std::vector<char> texts;   // the bytes of all texts, with gaps where texts were replaced
+    LargeVector<int32_t> integers;
+    LargeVector<double> doubles;
+    LargeVector<uint32_t> textStarts;    // kTexts: where text i starts in texts
+    LargeVector<uint32_t> textLengths;   // kTexts: bytes of text i
+    LargeVector<char> texts;   // the bytes of all texts, with gaps where texts were replaced
     size_t gapBytes = 0;       // kTexts: in those gaps
     std::vector<uint8_t>
         encodingNumber;   // kTexts: position in encodings; empty when all texts have encodings[0]
@@ -50,6 +51,11 @@ struct ColumnData {
     [[nodiscard]] size_t MemoryUse() const;
 
     [[nodiscard]] bool IsNull(uint32_t row) const { return row < nulls.size() && nulls[row]; }
+    // Whether every value is an Integer that isn't null.
+    [[nodiscard]] bool IsAllIntegers() const
+    {
+        return form == Form::kIntegers && type == kTypeInteger && nulls.empty();
+    }
     [[nodiscard]] std::string_view Text(uint32_t row) const
     {
         return {texts.data() + textStarts[row], textLengths[row]};
@@ -62,6 +68,11 @@ struct ColumnData {
 private:
     template <class MakeText>
     void GetValue(uint32_t row, VelaValue* value, const MakeText& makeText) const;
+    [[nodiscard]] std::string_view TextAhead(uint32_t row) const;
+    [[nodiscard]] TextEncoding EncodingOf(uint32_t row) const
+    {
+        return encodings[encodingNumber.empty() ? 0 : encodingNumber[row]];
+    }
     [[nodiscard]] bool StoreText(std::string_view text, TextEncoding encoding, uint32_t row);
     void CloseLargeGaps();
     [[nodiscard]] bool Holds(const VelaValue& value) const;

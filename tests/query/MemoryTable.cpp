@@ -36,6 +36,13 @@ public:
             mData[static_cast<size_t>(number - 1)].form != ColumnData::Form::kUnloaded;
         return isLoaded ? &mData[static_cast<size_t>(number - 1)] : nullptr;
     }
+    void Prepare(const std::vector<bool>& numbers) override
+    {
+        for (size_t number = 1; number < numbers.size(); number++) {
+            if (numbers[number])
+                (void)Load(static_cast<long>(number));
+        }
+    }
     bool GetValue(uint32_t row, long number, VelaValue* value) override
     {
         return row < RowCount() && mTable->GetValue(RowIDs()[row], number, value);

@@ -238,6 +238,35 @@ TEST(VelaQuery, JoinsLookAtFewCombinations)
     EXPECT_LT(product.query.RecSetsConsidered(), 10000u) << "a product is counted, not walked";
 }
 
+// Far more combinations of the first two tables than rows: too many to be listed for the third one.
+TEST(VelaQuery, JoinsOfManyEqualKeysComeToTheSameCounts)
+{
+    MemoryTable a("a");
+    MemoryTable b("b");
+    MemoryTable c("c");
+    for (MemoryTable* table : {&a, &b, &c}) {
+        table->AddColumn("k", kTypeInteger).AddColumn("v", kTypeInteger);
+        const int32_t rows = table == &c ? 3 : 700;
+        for (int32_t i = 0; i < rows; i++)
+            table->Row(static_cast<uint32_t>(i + 1), {I(7), I(i)});
+        table->OfferColumns();
+    }
+    Select two({&a, &b});
+    two.Output(CountAll()).Where(Equal(ExprField(0, 1), ExprField(1, 1)));
+    EXPECT_EQ("(490000)", two.Rows());
+
+    Select three({&a, &b, &c});
+    three.Output(CountAll())
+        .Where(
+            And(Equal(ExprField(0, 1), ExprField(1, 1)), Equal(ExprField(1, 2), ExprField(2, 2))));
+    EXPECT_EQ("(2100)", three.Rows());
+    Select ordered({&c, &a, &b});
+    ordered.Output(CountAll())
+        .Where(
+            And(Equal(ExprField(1, 1), ExprField(2, 1)), Equal(ExprField(0, 2), ExprField(1, 2))));
+    EXPECT_EQ("(2100)", ordered.Rows());
+}
+
 TEST(VelaQuery, ManyGroupsAreFoundAgain)
 {
     constexpr int32_t kGroups = 5000;
