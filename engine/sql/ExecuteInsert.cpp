@@ -56,7 +56,7 @@ bool FindTargets(const SQLInsertNode& node, const VelaTable& table, Targets* tar
             targets->push_back(number);
         return true;
     }
-    for (const string& name : node.mColumns) {
+    for (const SQLText& name : node.mColumns) {
         long number = 0;
         if (!FindColumn(table, name, &number, status))
             return false;
@@ -68,7 +68,7 @@ bool FindTargets(const SQLInsertNode& node, const VelaTable& table, Targets* tar
 // Computes the values of one row for one table.
 class ValueEvaluator {
 public:
-    ValueEvaluator(const string& tableName, VelaTable* table, VelaDatabase* database)
+    ValueEvaluator(const SQLText& tableName, VelaTable* table, VelaDatabase* database)
         : mNames{tableName}, mTables{table}, mDatabase(database)
     {}
 

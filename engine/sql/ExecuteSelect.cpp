@@ -12,9 +12,9 @@ namespace {
 const char* const kTablesTableName = "_TABLES";
 
 // The table for a FROM item: an open one, or _TABLES where no open one has that name.
-bool FindSource(const string& name, VelaDatabase& database, VelaTable** table, VelaStatus* status)
+bool FindSource(const SQLText& name, VelaDatabase& database, VelaTable** table, VelaStatus* status)
 {
-    const bool isTables = name == kTablesTableName;
+    const bool isTables = name.View() == kTablesTableName;
     if (FindOpenTable(database, name, table, isTables ? nullptr : status))
         return true;
     if (isTables)
@@ -70,9 +70,9 @@ bool SelectBuilder::AddTables(SimpleVector<string>* tableNames, SimpleVector<str
         mQuery.AddTable(table);
         mQualifiers.push_back(item->Qualifier());
         if (tableNames)
-            tableNames->push_back(item->mTableName);
+            tableNames->push_back(item->mTableName.ToString());
         if (rangeNames)
-            rangeNames->push_back(item->mTableName);
+            rangeNames->push_back(item->mTableName.ToString());
     }
     return true;
 }
@@ -179,7 +179,7 @@ VelaExprPtr SelectBuilder::TranslateCondition(const SQLScalarExpNode& condition)
 long SelectBuilder::FindOutput(const SQLFieldRefNode& item) const
 {
     for (size_t i = 0; i < mOutputs.size(); i++) {
-        if (mOutputs[i].name == item.Name())
+        if (mOutputs[i].name.View() == item.Name().View())
             return static_cast<long>(i);
     }
     if (item.Name().View().find('.') == std::string_view::npos)

@@ -9,11 +9,11 @@ namespace vela {
 namespace {
 
 // The column to set: the last one of that name, unlike everywhere else. Null when there is none.
-const VelaColumnInfo* FindLastColumn(const VelaTable& table, const string& name)
+const VelaColumnInfo* FindLastColumn(const VelaTable& table, std::string_view name)
 {
     for (long number = table.QtyColumns() - 1; number >= 0; number--) {
         const VelaColumnInfo* column = table.Column(number);
-        if (column && column->name == name)
+        if (column && column->name.View() == name)
             return column;
     }
     return nullptr;
@@ -23,7 +23,7 @@ const VelaColumnInfo* FindLastColumn(const VelaTable& table, const string& name)
 bool AddTarget(const SQLUpdateNode& node, size_t index, VelaTable* table, VelaUpdate* update,
                VelaStatus* status)
 {
-    const VelaColumnInfo* column = FindLastColumn(*table, node.mColumns[index]);
+    const VelaColumnInfo* column = FindLastColumn(*table, node.mColumns[index].View());
     if (!column)
         return FailColumnNotFound(node.mColumns[index], status);
     const SQLScalarExpNode& value = *node.mValues[index];

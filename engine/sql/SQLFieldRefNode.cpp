@@ -109,7 +109,7 @@ VelaExprPtr SQLFieldRefNode::ConvertToVelaExpr(const SQLNames& names, const SQLT
     FoundColumn found;
     if (FindColumn(name.column, range, tables, &found))
         return MakeField(found, columnNames, columnIDs);
-    (void)Fail(status, kVEColumnNotFound, "Error: Column " + mName + " not found.");
+    (void)Fail(status, kVEColumnNotFound, "Error: Column " + mName.ToString() + " not found.");
     return nullptr;
 }
 
@@ -124,7 +124,7 @@ bool SQLFieldRefNode::ConvertToExprList(const SQLNames& names, const SQLTables& 
         if (!expr)
             return false;
         if (!Alias().empty() || expr->Name().empty())
-            expr->SetName(Alias().empty() ? mName : Alias());
+            expr->SetName((Alias().empty() ? mName : Alias()).ToString());
         list->push_back(std::move(expr));
         return true;
     }

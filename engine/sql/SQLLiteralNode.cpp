@@ -30,7 +30,7 @@ VelaValue NumberValue(std::string_view text)
 
 void SQLLiteralNode::Describe(string* text) const
 {
-    DescribeText(string(mText, mStatement.Encoding()), text);
+    DescribeText(mText, text);
 }
 
 VelaExprPtr SQLLiteralNode::ConvertToVelaExpr(const SQLNames&, const SQLTables&, VelaStatus*) const
@@ -46,7 +46,7 @@ bool SQLLiteralNode::GetConstant(VelaValue* value) const
 
 VelaValue SQLLiteralNode::TextValue(std::string_view literal) const
 {
-    return VelaValue::String(StringLiteralValue(literal, mStatement.Encoding(), mEscape));
+    return VelaValue::String(StringLiteralValue(literal, mText.Encoding(), mEscape));
 }
 
 VelaValue SQLLiteralNode::Value() const
@@ -56,7 +56,7 @@ VelaValue SQLLiteralNode::Value() const
         VelaDataType type;
     } const kinds[] = {{"DATE ", kTypeDate}, {"TIME ", kTypeTime}, {"TIMESTAMP ", kTypeTimestamp}};
 
-    const std::string_view text = mText;
+    const std::string_view text = mText.View();
     if (text.empty() || (text[0] >= '0' && text[0] <= '9'))
         return NumberValue(text);
     if (text[0] == '\'')
@@ -70,8 +70,7 @@ VelaValue SQLLiteralNode::Value() const
         value.CoerceToType(kind.type);
         return value;
     }
-    return IsTrimWord(text) ? VelaValue::String(string(text, mStatement.Encoding()))
-                            : NumberValue(text);
+    return IsTrimWord(text) ? VelaValue::String(mText.ToString()) : NumberValue(text);
 }
 
 string StringLiteralValue(std::string_view text, TextEncoding encoding, char escape)

@@ -39,7 +39,6 @@ void VelaSQLLexer::Start(const string& statement)
     mPosition = mTokenStart = mStatement.CString();
     mTokenKind = kTokenNone;
     mTokenText = {};
-    mTextIsMade = false;
     mLastError = kNoError;
     mErrorOffset = 0;
 }
@@ -54,7 +53,6 @@ void VelaSQLLexer::GetToken()
         mTokenKind = kTokenEnd;
         return;
     }
-    mTextIsMade = false;
     if (Is(first, kDigit)) {
         GetNumber();
     } else if (first == '\'') {
@@ -79,14 +77,6 @@ void VelaSQLLexer::serror(ErrorType kind)
     ErrorAt(kind, mTokenStart);
 }
 
-const string& VelaSQLLexer::TokenText()
-{
-    if (!mTextIsMade)
-        mTokenString = string(mTokenText, mEncoding);
-    mTextIsMade = true;
-    return mTokenString;
-}
-
 bool VelaSQLLexer::IsBeforeListEnd() const
 {
     const char* next = mPosition;
@@ -100,7 +90,6 @@ void VelaSQLLexer::SetCurrentWord(std::string_view text)
     mTokenKind = kTokenWord;
     mTokenStart = text.data();
     mTokenText = text;
-    mTextIsMade = false;
 }
 
 void VelaSQLLexer::ErrorAt(ErrorType kind, const char* place)
@@ -113,10 +102,10 @@ void VelaSQLLexer::ErrorAt(ErrorType kind, const char* place)
     mErrorOffset = static_cast<size_t>(place - mStatement.CString());
 }
 
-string VelaSQLLexer::RestOfStatement()
+SQLText VelaSQLLexer::RestOfStatement()
 {
     SkipBlanks();
-    return string(std::string_view(mPosition), mEncoding);
+    return {std::string_view(mPosition), mEncoding};
 }
 
 void VelaSQLLexer::SkipBlanks()
