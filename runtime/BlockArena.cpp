@@ -10,6 +10,8 @@ constexpr size_t kLargestBlock = 65536;
 // Larger pieces get a block of their own, so that the one being filled isn't given up for them.
 constexpr size_t kPartOfBlock = 4;
 
+static_assert(BlockArena::kAlignment <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+
 }   // namespace
 
 BlockArena::~BlockArena()

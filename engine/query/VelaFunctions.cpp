@@ -32,6 +32,26 @@ bool IsName(std::string_view word, std::string_view name)
            EqualsIgnoringCase(word, name);
 }
 
+constexpr uint32_t LetterBit(char upper)
+{
+    return upper >= 'A' && upper <= 'Z' ? uint32_t{1} << (upper - 'A') : 0;
+}
+
+constexpr uint32_t FirstLetters()
+{
+    uint32_t letters = 0;
+    for (const std::string_view name : kNames)
+        letters |= LetterBit(name[0]);
+    return letters;
+}
+
+// Most words of a statement are no functions, and many can be told by their first letter.
+bool MayBeginName(std::string_view word)
+{
+    constexpr uint32_t kFirstLetters = FirstLetters();
+    return !word.empty() && (kFirstLetters & LetterBit(ToUpperASCII(word[0]))) != 0;
+}
+
 // An Integer; a number that doesn't fit one becomes the largest.
 VelaValue LengthValue(uint64_t length)
 {
@@ -273,6 +293,8 @@ bool GetVelaFuncCode(string* name, VelaFuncCode* code)
 
 bool FindVelaFunc(std::string_view name, VelaFuncCode* code)
 {
+    if (!MayBeginName(name))
+        return false;
     for (int i = 0; i < kFunctionCount; i++) {
         if (!IsName(name, kNames[i]))
             continue;

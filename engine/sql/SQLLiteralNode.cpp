@@ -18,9 +18,27 @@ bool IsTrimWord(std::string_view text)
            EqualsIgnoringCase(text, "BOTH");
 }
 
+constexpr size_t kIntegerDigits = 9;   // as many always fit 32 bits
+
+// Digits alone, and few of them.
+bool IsPlainInteger(std::string_view text, int32_t* number)
+{
+    if (text.empty() || text.size() > kIntegerDigits)
+        return false;
+    *number = 0;
+    for (const char byte : text) {
+        if (byte < '0' || byte > '9')
+            return false;
+        *number = *number * 10 + (byte - '0');
+    }
+    return true;
+}
+
 VelaValue NumberValue(std::string_view text)
 {
-    constexpr size_t kIntegerDigits = 9;   // as many always fit 32 bits
+    int32_t number = 0;
+    if (IsPlainInteger(text, &number))
+        return VelaValue::Integer(number);
     if (text.size() > kIntegerDigits || text.find('.') != std::string_view::npos)
         return VelaValue::Double(TextToDouble(text));
     return VelaValue::Integer(TextToInteger(text));

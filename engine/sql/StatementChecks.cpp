@@ -24,21 +24,12 @@ bool FindOpenTable(VelaDatabase& database, const SQLText& name, VelaTable** tabl
 
 int64_t FindColumnID(const VelaTable& table, std::string_view name, long* position)
 {
-    const long columns = table.QtyColumns();
-    for (long number = 0; number < columns; number++) {
-        const VelaColumnInfo* column = table.Column(number);
-        if (!column || column->name.View() != name)
-            continue;
-        if (position)
-            *position = number;
-        return column->columnID;
-    }
-    return -1;
-}
-
-bool FindColumn(const VelaTable& table, const SQLText& name, long* position, VelaStatus* status)
-{
-    return FindColumnID(table, name.View(), position) >= 0 || FailColumnNotFound(name, status);
+    const long number = table.FindColumnNamed(name);
+    if (number < 0)
+        return -1;
+    if (position)
+        *position = number;
+    return table.Column(number)->columnID;
 }
 
 bool TypeCodeFromName(const SQLText& name, VelaDataType* type, VelaStatus* status)

@@ -19,8 +19,6 @@ bool FindOpenTable(VelaDatabase& database, const SQLText& name, VelaTable** tabl
 // The id of the first column of exactly that name, which _rowid is too; -1 when there is none.
 // position, when not null, receives its number.
 [[nodiscard]] int64_t FindColumnID(const VelaTable& table, std::string_view name, long* position);
-// Sets position to the number of that column.
-bool FindColumn(const VelaTable& table, const SQLText& name, long* position, VelaStatus* status);
 
 // The type that a type name stands for, in any case.
 bool TypeCodeFromName(const SQLText& name, VelaDataType* type, VelaStatus* status);

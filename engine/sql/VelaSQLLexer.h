@@ -119,6 +119,7 @@ private:
     void GetDelimiter();
     void GetWord();
     void GetNumber();
+    void GetOther();
     void SetText(const char* from);
 
     VelaSQLErrorListener* mListener;

@@ -34,9 +34,9 @@ void VelaSQLParser::EvalScalarExp(SQLScalarExpNode** result)
         serror(kErrNotSupported);
         return;
     }
-    // Most expressions are but a literal in a list.
-    if ((Kind() == kTokenNumber || Kind() == kTokenString) && IsBeforeListEnd()) {
-        EvalAtom(result);
+    // Most expressions are but a literal or a column in a list.
+    if (Kind() != kTokenDelimiter && IsBeforeListEnd() && !IsWord("NOT")) {
+        EvalFunction(result);
         return;
     }
     mNesting++;
