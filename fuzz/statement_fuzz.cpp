@@ -60,7 +60,7 @@ const vela::SQLSelectNode* SelectOf(const vela::SQLSyntaxNode& tree)
     if (tree.IsSelect())
         return static_cast<const vela::SQLSelectNode*>(&tree);
     if (tree.IsInsert())
-        return static_cast<const vela::SQLInsertNode&>(tree).mSelect.get();
+        return static_cast<const vela::SQLInsertNode&>(tree).mSelect;
     return nullptr;
 }
 
@@ -69,7 +69,7 @@ bool IsSmall(const vela::SQLSyntaxNode& tree, vela::VelaDatabase& database)
     const vela::SQLSelectNode* select = SelectOf(tree);
     size_t combinations = 1;
     for (size_t i = 0; select && i < select->mTables.size(); i++) {
-        const long position = database.FindOpenTable(select->mTables[i]->mTableName);
+        const long position = database.FindOpenTable(select->mTables[i]->mTableName.View());
         if (position >= 0)
             combinations *= database.OpenTables()[static_cast<size_t>(position)]->QtyRows() + 1;
         if (combinations > kMostCombinations)

@@ -11,6 +11,13 @@ namespace {
 constexpr double kPlainFrom = 1e-5;    // plain notation from here ...
 constexpr double kPlainBelow = 1e15;   // ... to below here
 
+// Numbers up to here, and these powers of ten, are doubles without rounding.
+constexpr uint64_t kExactWholes = uint64_t{1} << 53;
+constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int64_t kLargestPower = 22;
+
 bool IsDigit(char byte)
 {
     return byte >= '0' && byte <= '9';
@@ -125,11 +132,6 @@ int64_t WrittenExponent(std::string_view number)
 // and so round twice.
 bool FewDigitsToDouble(std::string_view number, double* value)
 {
-    constexpr uint64_t kExactWholes = uint64_t{1} << 53;
-    constexpr double kExactPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                       1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                       1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    constexpr int64_t kLargestPower = 22;
     uint64_t digits = 0;
     int64_t power = WrittenExponent(number);
     bool isFraction = false;
@@ -147,6 +149,29 @@ bool FewDigitsToDouble(std::string_view number, double* value)
         return false;
     const double whole = static_cast<double>(digits);
     *value = power < 0 ? whole / kExactPowers[-power] : whole * kExactPowers[power];
+    return true;
+}
+
+// The same for digits with at most one point among or behind them, as nearly all numbers are written, in one pass over the text.
+bool PlainDecimalToDouble(std::string_view text, double* value)
+{
+    constexpr size_t kLongest = 16;   // fifteen digits and a point
+    if (text.empty() || text.size() > kLongest || !IsDigit(text[0]))
+        return false;
+    uint64_t digits = 0;
+    size_t point = text.size();
+    for (size_t i = 0; i < text.size(); i++) {
+        if (IsDigit(text[i]))
+            digits = digits * 10 + static_cast<uint64_t>(text[i] - '0');
+        else if (text[i] == '.' && point == text.size())
+            point = i;
+        else
+            return false;
+    }
+    const size_t fraction = point == text.size() ? 0 : text.size() - point - 1;
+    if (digits > kExactWholes)
+        return false;
+    *value = static_cast<double>(digits) / kExactPowers[fraction];
     return true;
 }
 
@@ -203,12 +228,14 @@ int32_t TextToInteger(std::string_view text)
 
 double TextToDouble(std::string_view text)
 {
+    double number = 0.0;
+    if (PlainDecimalToDouble(text, &number))
+        return number;
     text = WithoutLeadingBlanks(text);
     const bool isNegative = TakeSign(&text);
     text = text.substr(0, NumberSize(text));
     if (text.empty())
         return 0.0;
-    double number = 0.0;
     if (FewDigitsToDouble(text, &number))
         return isNegative ? -number : number;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -94,6 +95,8 @@ public:
     // Never null; a NUL follows the last byte. Good until the string changes or dies.
     [[nodiscard]] const char* CString() const { return mStorage ? mStorage->Bytes() : ""; }
     [[nodiscard]] std::string_view View() const { return {CString(), length()}; }
+    // The same, for who takes any bytes.
+    operator std::string_view() const { return View(); }
     [[nodiscard]] unsigned char operator[](size_t position) const
     {
         return static_cast<unsigned char>(mStorage->Bytes()[position]);
@@ -197,11 +200,9 @@ private:
 {
     return !(a == b);
 }
-[[nodiscard]] inline bool operator==(const string& a, std::string_view b)
-{
-    return a.View() == b;
-}
-[[nodiscard]] inline bool operator==(const string& a, const char* b)
+// A template, so that a std::string_view that meets a literal isn't compared by making a string of the latter.
+template <std::same_as<string> String>
+[[nodiscard]] bool operator==(const String& a, std::string_view b)
 {
     return a.View() == b;
 }

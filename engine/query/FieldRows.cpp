@@ -22,6 +22,7 @@ bool FieldRows::Serves(const std::vector<VelaExprPtr>& outputs)
 FieldRows::FieldRows(const std::vector<VelaExprPtr>& outputs, const VelaEvalContext& context)
     : mContext(context)
 {
+    mFields.reserve(outputs.size());
     for (const VelaExprPtr& output : outputs)
         mFields.push_back(AsField(output.get()));
 }

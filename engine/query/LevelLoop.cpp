@@ -25,6 +25,14 @@ bool AreFew(uint64_t rows, size_t tableRows)
     return rows <= kFewRows + tableRows / kPartWorthLookingUp;
 }
 
+// A list for CollectColumns that takes those of one table.
+std::vector<std::vector<bool>> NoColumns(const SimpleVector<VelaTable*>& tables, size_t table)
+{
+    std::vector<std::vector<bool>> columns(tables.size());
+    columns[table].resize(static_cast<size_t>(tables[table]->QtyColumns()));
+    return columns;
+}
+
 }   // namespace
 
 bool EnumerationState::AllKeep(const std::vector<QueryTerm>& terms) const
@@ -34,6 +42,14 @@ bool EnumerationState::AllKeep(const std::vector<QueryTerm>& terms) const
             return false;
     }
     return true;
+}
+
+std::vector<bool> EnumerationState::OutputColumns(size_t table) const
+{
+    std::vector<std::vector<bool>> read = NoColumns(tables, table);
+    for (const VelaExpr* output : outputs)
+        CollectColumns(*output, &read);
+    return read[table];
 }
 
 void LevelLoop::Open(uint64_t outerCount)
@@ -124,7 +140,7 @@ bool LevelLoop::ExtendByTerm(size_t index, const RecSetList& outer, size_t limit
     others.erase(others.begin() + static_cast<std::ptrdiff_t>(index));
     KeepRecSets(others, result);
     if (result->Count() >= columns->RowCount() / kPartWorthLoading)
-        columns->Prepare(mState->outputColumns[mLevel->table]);
+        columns->Prepare(mState->OutputColumns(mLevel->table));
     return true;
 }
 
@@ -233,12 +249,12 @@ void LevelLoop::LoadAllRows()
     }
     std::vector<bool> wanted = TermColumns();
     if (mLevel->ownTerms.empty() && mLevel->joinTerms.empty())
-        wanted = mState->outputColumns[mLevel->table];   // every row stays
+        wanted = mState->OutputColumns(mLevel->table);   // every row stays
     columns->Prepare(wanted);
     mRows = RowList::Range(columns->RowCount());
     FilterRows(columns);
     if (mRows.Count() >= columns->RowCount() / kPartWorthLoading && mLevel->joinTerms.empty())
-        columns->Prepare(mState->outputColumns[mLevel->table]);
+        columns->Prepare(mState->OutputColumns(mLevel->table));
 }
 
 // Terms that can go over a column as it lies in memory come first: they leave fewer rows to the
@@ -359,8 +375,7 @@ void LevelLoop::NoteRest()
 // The columns of this table that the level's terms read.
 std::vector<bool> LevelLoop::TermColumns() const
 {
-    std::vector<std::vector<bool>> columns(mState->tables.size());
-    columns[mLevel->table].resize(static_cast<size_t>(Table()->QtyColumns()));
+    std::vector<std::vector<bool>> columns = NoColumns(mState->tables, mLevel->table);
     for (const QueryTerm& term : mLevel->ownTerms)
         CollectColumns(*term.expr, &columns);
     for (const QueryTerm& term : mLevel->joinTerms)

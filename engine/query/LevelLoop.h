@@ -15,9 +15,8 @@ namespace vela {
 // are bound at the moment.
 struct EnumerationState {
     const SimpleVector<VelaTable*>& tables;
-    // By table and column, what is read of complete record sets; worth loading where many rows
-    // stay.
-    std::vector<std::vector<bool>> outputColumns;
+    // What is evaluated on complete record sets.
+    std::vector<const VelaExpr*> outputs;
     SimpleVector<TableColumns*> columns;
     std::vector<uint32_t> rows;
     VelaRecSet recSet;         // of rows
@@ -25,6 +24,8 @@ struct EnumerationState {
     uint64_t considered = 0;
 
     [[nodiscard]] bool AllKeep(const std::vector<QueryTerm>& terms) const;
+    // The columns of a table that the outputs read; worth loading where many rows stay.
+    [[nodiscard]] std::vector<bool> OutputColumns(size_t table) const;
 };
 
 // LevelLoop is the loop over the rows of one table, inside the loops of earlier levels. It binds,

@@ -1,12 +1,20 @@
 #include "engine/query/QueryPlan.h"
 
+#include <algorithm>
+
+#include "runtime/ShortArray.h"
+
 namespace vela {
 
 namespace {
 
 constexpr uint32_t kAnyRow = 0;
 
-size_t FirstUnbound(const std::vector<uint32_t>& rows)
+// By table; few statements have more tables.
+template <class T>
+using PerTable = ShortArray<T, 8>;
+
+size_t FirstUnbound(const PerTable<uint32_t>& rows)
 {
     size_t table = 0;
     while (rows[table] != kInvalidRowID)
@@ -17,7 +25,7 @@ size_t FirstUnbound(const std::vector<uint32_t>& rows)
 std::vector<QueryLevel> OrderTables(const VelaExpr* where, size_t tableCount)
 {
     std::vector<QueryLevel> levels(tableCount);
-    std::vector<uint32_t> rows(tableCount, kInvalidRowID);
+    PerTable<uint32_t> rows(tableCount, kInvalidRowID);
     const VelaRecSet recSet(rows.data());
     for (size_t i = 0; i < tableCount; i++) {
         bool single = true;
@@ -31,20 +39,26 @@ std::vector<QueryLevel> OrderTables(const VelaExpr* where, size_t tableCount)
     return levels;
 }
 
-std::vector<size_t> LevelsByTable(const std::vector<QueryLevel>& levels)
-{
-    std::vector<size_t> levelOf(levels.size());
-    for (size_t level = 0; level < levels.size(); level++)
-        levelOf[levels[level].table] = level;
-    return levelOf;
-}
+// What the place of a term in the plan follows from.
+struct TermTables {
+    size_t count = 0;       // how many tables it refers to
+    size_t lastLevel = 0;   // the highest of their levels
+};
 
-size_t LastLevel(const QueryTerm& term, const std::vector<size_t>& levelOf)
+// tables is room for the work.
+TermTables TablesOf(const VelaExpr& term, const PerTable<size_t>& levelOf,
+                    std::vector<bool>* tables)
 {
-    size_t last = 0;
-    for (const size_t table : term.tables)
-        last = levelOf[table] > last ? levelOf[table] : last;
-    return last;
+    tables->assign(levelOf.size(), false);
+    term.CollectTables(tables);
+    TermTables result;
+    for (size_t table = 0; table < levelOf.size(); table++) {
+        if (!(*tables)[table])
+            continue;
+        result.count++;
+        result.lastLevel = std::max(result.lastLevel, levelOf[table]);
+    }
+    return result;
 }
 
 }   // namespace
@@ -55,14 +69,18 @@ QueryPlan MakeQueryPlan(const VelaExpr* where, size_t tableCount)
     plan.levels = OrderTables(where, tableCount);
     if (where == nullptr)
         return plan;
-    const std::vector<size_t> levelOf = LevelsByTable(plan.levels);
-    for (QueryTerm& term : SplitIntoTerms(*where, tableCount)) {
-        if (term.tables.empty()) {
+    PerTable<size_t> levelOf(tableCount, 0);
+    for (size_t level = 0; level < tableCount; level++)
+        levelOf[plan.levels[level].table] = level;
+    std::vector<bool> room;
+    for (const QueryTerm& term : SplitIntoTerms(*where)) {
+        const TermTables tables = TablesOf(*term.expr, levelOf, &room);
+        if (tables.count == 0) {
             plan.constantTerms.push_back(term);
             continue;
         }
-        QueryLevel& level = plan.levels[LastLevel(term, levelOf)];
-        (term.tables.size() == 1 ? level.ownTerms : level.joinTerms).push_back(term);
+        QueryLevel& level = plan.levels[tables.lastLevel];
+        (tables.count == 1 ? level.ownTerms : level.joinTerms).push_back(term);
     }
     return plan;
 }

@@ -6,18 +6,6 @@ namespace vela {
 
 namespace {
 
-std::vector<size_t> TablesOf(const VelaExpr& expr, size_t tableCount)
-{
-    std::vector<bool> refersTo(tableCount);
-    expr.CollectTables(&refersTo);
-    std::vector<size_t> tables;
-    for (size_t table = 0; table < tableCount; table++) {
-        if (refersTo[table])
-            tables.push_back(table);
-    }
-    return tables;
-}
-
 // A missing term is UNKNOWN and rejects nothing. Nesting may be deep: the open conjunctions wait in
 // a list.
 std::vector<const VelaExpr*> ConjunctionTerms(const VelaExpr& conjunction)
@@ -49,13 +37,13 @@ bool QueryTerm::Keeps(const VelaEvalContext& context) const
     return value.GetInteger() != 0 || (inConjunction && !known);
 }
 
-std::vector<QueryTerm> SplitIntoTerms(const VelaExpr& where, size_t tableCount)
+std::vector<QueryTerm> SplitIntoTerms(const VelaExpr& where)
 {
     if (where.Kind() != ExprKind::kAnd)
-        return {QueryTerm{&where, false, TablesOf(where, tableCount)}};
+        return {QueryTerm{&where, false}};
     std::vector<QueryTerm> terms;
     for (const VelaExpr* term : ConjunctionTerms(where))
-        terms.push_back(QueryTerm{term, true, TablesOf(*term, tableCount)});
+        terms.push_back(QueryTerm{term, true});
     return terms;
 }
 

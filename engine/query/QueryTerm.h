@@ -15,14 +15,12 @@ namespace vela {
 struct QueryTerm {
     const VelaExpr* expr = nullptr;
     bool inConjunction = false;
-    std::vector<size_t> tables;   // that it refers to, ascending
 
-    // context has rows for all of tables.
+    // context has rows for all tables that it refers to.
     [[nodiscard]] bool Keeps(const VelaEvalContext& context) const;
 };
 
-// The terms of a WHERE over that many tables, in the order in which they are written; nested
-// conjunctions come apart.
-[[nodiscard]] std::vector<QueryTerm> SplitIntoTerms(const VelaExpr& where, size_t tableCount);
+// The terms of a WHERE, in the order in which they are written; nested conjunctions come apart.
+[[nodiscard]] std::vector<QueryTerm> SplitIntoTerms(const VelaExpr& where);
 
 }   // namespace vela

@@ -8,17 +8,6 @@ namespace vela {
 
 namespace {
 
-std::vector<std::vector<bool>> ColumnsOf(const SimpleVector<VelaTable*>& tables,
-                                         const std::vector<const VelaExpr*>& exprs)
-{
-    std::vector<std::vector<bool>> columns;
-    for (const VelaTable* table : tables)
-        columns.emplace_back(static_cast<size_t>(table->QtyColumns()));
-    for (const VelaExpr* expr : exprs)
-        CollectColumns(*expr, &columns);
-    return columns;
-}
-
 void StartTrace(const QueryPlan& plan, QueryTrace* trace)
 {
     *trace = QueryTrace();
@@ -34,10 +23,10 @@ void StartTrace(const QueryPlan& plan, QueryTrace* trace)
 }   // namespace
 
 RecSetEnumerator::RecSetEnumerator(VelaDatabase* database, const SimpleVector<VelaTable*>& tables,
-                                   const VelaExpr* where,
-                                   const std::vector<const VelaExpr*>& outputs, QueryTrace* trace)
-    : mPlan(MakeQueryPlan(where, tables.size())),
-      mState{tables, ColumnsOf(tables, outputs), {}, {}, VelaRecSet(), VelaEvalContext(), 0}
+                                   const VelaExpr* where, std::vector<const VelaExpr*> outputs,
+                                   QueryTrace* trace)
+    : mPlan(MakeQueryPlan(where, tables.size())), mState{tables,       std::move(outputs), {}, {},
+                                                         VelaRecSet(), VelaEvalContext(),  0}
 {
     mState.columns.resize(tables.size());
     mState.rows.assign(tables.size(), kInvalidRowID);
@@ -48,6 +37,7 @@ RecSetEnumerator::RecSetEnumerator(VelaDatabase* database, const SimpleVector<Ve
     mState.context.columns = &mState.columns;
     if (trace)
         StartTrace(mPlan, trace);
+    mLoops.reserve(mPlan.levels.size());
     for (size_t i = 0; i < mPlan.levels.size(); i++)
         mLoops.emplace_back(&mPlan.levels[i], &mState, trace ? &trace->levels[i] : nullptr);
 }

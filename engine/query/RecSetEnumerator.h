@@ -17,10 +17,10 @@ namespace vela {
 class RecSetEnumerator {
 public:
     // where may be null. outputs: what will be evaluated on the record sets, so that its columns
-    // can be loaded along with those of the WHERE; only looked at here. trace may be null; what is
+    // can be loaded along with those of the WHERE. trace may be null; what is
     // done is taken down in it, for its life.
     RecSetEnumerator(VelaDatabase* database, const SimpleVector<VelaTable*>& tables,
-                     const VelaExpr* where, const std::vector<const VelaExpr*>& outputs,
+                     const VelaExpr* where, std::vector<const VelaExpr*> outputs,
                      QueryTrace* trace = nullptr);
     RecSetEnumerator(const RecSetEnumerator&) = delete;
     RecSetEnumerator& operator=(const RecSetEnumerator&) = delete;

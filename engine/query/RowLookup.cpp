@@ -11,10 +11,7 @@ std::optional<RowList> LookUpRowID(VelaTable* table, const VelaValue& value)
     const auto rowID = RowIDEqualTo(value);
     if (!rowID)
         return std::nullopt;
-    LargeVector<uint32_t> rows;
-    if (table->HasRow(*rowID))
-        rows.push_back(*rowID);
-    return RowList(std::move(rows));
+    return RowList::Range(table->HasRow(*rowID) ? 1 : 0, *rowID);
 }
 
 std::optional<RowList> LookUpIndex(VelaTable* table, long column, const VelaValue& key)
@@ -22,6 +19,8 @@ std::optional<RowList> LookUpIndex(VelaTable* table, long column, const VelaValu
     SimpleVector<uint32_t> rowIDs;
     if (!table->FindRowsByIndex(column, key, &rowIDs))
         return std::nullopt;
+    if (rowIDs.size() == 1)
+        return RowList::Range(1, rowIDs[0]);
     return RowList(LargeVector<uint32_t>(rowIDs.begin(), rowIDs.end()));
 }
 

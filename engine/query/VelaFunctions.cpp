@@ -5,13 +5,14 @@
 #include <limits>
 
 #include "engine/storage/VelaDatabase.h"
+#include "runtime/CaseMapping.h"
 
 namespace vela {
 
 namespace {
 
 // By code.
-constexpr const char* kNames[] = {
+constexpr std::string_view kNames[] = {
     "BIT_LENGTH",   "OCTET_LENGTH", "CHAR_LENGTH",
     "CURRENT_DATE", "CURRENT_TIME", "CURRENT_TIMESTAMP",
     "LOWER",        "UPPER",        "POSITION",
@@ -21,6 +22,35 @@ constexpr const char* kNames[] = {
 };
 constexpr int kFunctionCount = sizeof kNames / sizeof *kNames;
 static_assert(kFunctionCount == kFuncSum + 1, "every function has a name");
+
+constexpr std::string_view kOtherNameOfCharLength = "CHARACTER_LENGTH";
+
+// Most names differ in length or first letter.
+bool IsName(std::string_view word, std::string_view name)
+{
+    return word.size() == name.size() && ToUpperASCII(word[0]) == name[0] &&
+           EqualsIgnoringCase(word, name);
+}
+
+constexpr uint32_t LetterBit(char upper)
+{
+    return upper >= 'A' && upper <= 'Z' ? uint32_t{1} << (upper - 'A') : 0;
+}
+
+constexpr uint32_t FirstLetters()
+{
+    uint32_t letters = 0;
+    for (const std::string_view name : kNames)
+        letters |= LetterBit(name[0]);
+    return letters;
+}
+
+// Most words of a statement are no functions, and many can be told by their first letter.
+bool MayBeginName(std::string_view word)
+{
+    constexpr uint32_t kFirstLetters = FirstLetters();
+    return !word.empty() && (kFirstLetters & LetterBit(ToUpperASCII(word[0]))) != 0;
+}
 
 // An Integer; a number that doesn't fit one becomes the largest.
 VelaValue LengthValue(uint64_t length)
@@ -246,21 +276,35 @@ bool EvalOfText(VelaFuncCode code, const VelaValue& arg1, const VelaValue* arg2,
 
 string VelaFuncName(VelaFuncCode code)
 {
-    return kNames[code];
+    return string(kNames[code], kEncodingASCII);
 }
 
 bool GetVelaFuncCode(string* name, VelaFuncCode* code)
 {
-    if (name->EqualsIgnoringCase("CHARACTER_LENGTH"))
+    if (name->EqualsIgnoringCase(kOtherNameOfCharLength))
         *name = "CHAR_LENGTH";
+    VelaFuncCode found;
+    if (!FindVelaFunc(name->View(), &found))
+        return false;
+    if (code)
+        *code = found;
+    return true;
+}
+
+bool FindVelaFunc(std::string_view name, VelaFuncCode* code)
+{
+    if (!MayBeginName(name))
+        return false;
     for (int i = 0; i < kFunctionCount; i++) {
-        if (!name->EqualsIgnoringCase(kNames[i]))
+        if (!IsName(name, kNames[i]))
             continue;
-        if (code)
-            *code = static_cast<VelaFuncCode>(i);
+        *code = static_cast<VelaFuncCode>(i);
         return true;
     }
-    return false;
+    if (!IsName(name, kOtherNameOfCharLength))
+        return false;
+    *code = kFuncCharLength;
+    return true;
 }
 
 VelaDataType VelaFuncResultType(VelaFuncCode code)

@@ -32,6 +32,8 @@ enum VelaFuncCode {
 // Finds a function by name, ignoring case. "CHARACTER_LENGTH" is first replaced by "CHAR_LENGTH",
 // in the caller's string too. code may be null. False for an unknown name.
 bool GetVelaFuncCode(string* name, VelaFuncCode* code);
+// The same by the bytes of the name alone.
+[[nodiscard]] bool FindVelaFunc(std::string_view name, VelaFuncCode* code);
 // Integer or String, by a fixed table.
 [[nodiscard]] VelaDataType VelaFuncResultType(VelaFuncCode code);
 // Evaluates a scalar function; absent arguments are null pointers. False, with result untouched,

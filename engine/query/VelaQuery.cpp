@@ -85,6 +85,7 @@ std::unique_ptr<VelaTempTable> VelaQuery::MakeResultTable() const
 std::vector<const VelaExpr*> VelaQuery::OutputExprs() const
 {
     std::vector<const VelaExpr*> exprs;
+    exprs.reserve(mOutputs.size() + mGroupBy.size() + 1);
     for (const VelaExprPtr& output : mOutputs)
         exprs.push_back(output.get());
     for (const VelaExprPtr& column : mGroupBy)

@@ -32,6 +32,8 @@ public:
     // A result column: named by the expression's name, else its description; of the expression's
     // type.
     void AddOutput(VelaExprPtr output) { mOutputs.push_back(std::move(output)); }
+    // Makes room for so many outputs in all.
+    void ReserveOutputs(size_t count) { mOutputs.reserve(count); }
     void SetWhere(VelaExprPtr where) { mWhere = std::move(where); }
     // Gives the WHERE back; the query has none then.
     [[nodiscard]] VelaExprPtr TakeWhere() { return std::move(mWhere); }
@@ -49,6 +51,7 @@ public:
 
     // The tables, for translating expressions.
     [[nodiscard]] const SimpleVector<VelaTable*>& Tables() const { return mTables; }
+    [[nodiscard]] const std::vector<VelaExprPtr>& Outputs() const { return mOutputs; }
     // How many combinations of rows, complete or not, all runs together looked at.
     [[nodiscard]] uint64_t RecSetsConsidered() const { return mRecSetsConsidered; }
 

@@ -1,8 +1,7 @@
 #include "engine/query/VelaUpdate.h"
 
 #include "engine/query/ExprShape.h"
-#include "engine/query/VExprField.h"
-#include "engine/query/VelaQuery.h"
+#include "engine/query/RowChooser.h"
 
 namespace vela {
 
@@ -25,10 +24,7 @@ bool EvaluateInto(const VelaEvalContext& context, const VelaExpr& expr, VelaValu
 
 void VelaUpdate::AddTarget(const VelaColumnInfo& column, VelaExprPtr value)
 {
-    auto target = std::make_unique<Target>();
-    target->value = VelaValueWithID(column.defaultValue, column.columnID);
-    target->expr = std::move(value);
-    mTargets.push_back(std::move(target));
+    mTargets.push_back({VelaValueWithID(column.defaultValue, column.columnID), std::move(value)});
 }
 
 bool VelaUpdate::RunUpdate()
@@ -40,20 +36,20 @@ bool VelaUpdate::RunUpdate()
     const std::vector<Target*> perRow = FillRowBuffer();
     if (!mWhere)
         LoadColumns(perRow);
-    return WriteRows(ChooseRows(), perRow);
+    return WriteRows(RowsToUpdate(), perRow);
 }
 
 std::vector<VelaUpdate::Target*> VelaUpdate::FillRowBuffer()
 {
     std::vector<Target*> perRow;
-    for (const std::unique_ptr<Target>& target : mTargets) {
-        if (target->expr == nullptr)
+    for (Target& target : mTargets) {
+        if (target.expr == nullptr)
             continue;
         VelaValue value;
-        if (target->expr->EvaluateInIsolation(&value, mDatabase))
-            target->value.SetValue(value);
+        if (target.expr->EvaluateInIsolation(&value, mDatabase))
+            target.value.SetValue(value);
         else
-            perRow.push_back(target.get());
+            perRow.push_back(&target);
     }
     return perRow;
 }
@@ -71,30 +67,12 @@ void VelaUpdate::LoadColumns(const std::vector<Target*>& perRow)
     columns->Prepare(wanted[0]);
 }
 
-SimpleVector<uint32_t> VelaUpdate::ChooseRows()
+SimpleVector<uint32_t> VelaUpdate::RowsToUpdate()
 {
     if (mWhere)
-        return QueryRows();
+        return ChooseRows(mDatabase, mTable, std::move(mWhere));
     SimpleVector<uint32_t> rowIDs;
     mTable->GetRowIDs(&rowIDs);
-    return rowIDs;
-}
-
-// The query has the WHERE for its run only.
-SimpleVector<uint32_t> VelaUpdate::QueryRows()
-{
-    VelaQuery query(mDatabase);
-    query.AddTable(mTable);
-    auto rowIDField = std::make_unique<VExprField>(0, 0);
-    rowIDField->SetName("_rowid");
-    query.AddOutput(std::move(rowIDField));
-    query.SetWhere(std::move(mWhere));
-    const std::unique_ptr<VelaTempTable> result = query.RunQuery();
-    mWhere = query.TakeWhere();
-    SimpleVector<uint32_t> rowIDs;
-    rowIDs.reserve(result->RowCount());
-    for (size_t row = 0; row < result->RowCount(); row++)
-        rowIDs.push_back(static_cast<uint32_t>(result->RowValues(row)[0].GetInteger()));
     return rowIDs;
 }
 
@@ -110,8 +88,9 @@ bool VelaUpdate::WriteRows(const SimpleVector<uint32_t>& rowIDs, const std::vect
     context.columns = &columns;
     context.database = mDatabase;
     VelaRow buffer;
-    for (const std::unique_ptr<Target>& target : mTargets)
-        buffer.push_back(&target->value);
+    buffer.reserve(mTargets.size());
+    for (Target& target : mTargets)
+        buffer.push_back(&target.value);
     const bool useColumns = !perRow.empty() && rowIDs.size() > kFewRows &&
                             rowIDs.size() >= mTable->QtyRows() / kPartOfRows;
     for (const uint32_t rowID : rowIDs) {

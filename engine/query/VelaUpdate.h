@@ -37,14 +37,13 @@ private:
     // The targets whose value must be computed for each row.
     [[nodiscard]] std::vector<Target*> FillRowBuffer();
     void LoadColumns(const std::vector<Target*>& perRow);
-    [[nodiscard]] SimpleVector<uint32_t> ChooseRows();
-    [[nodiscard]] SimpleVector<uint32_t> QueryRows();
+    [[nodiscard]] SimpleVector<uint32_t> RowsToUpdate();
     [[nodiscard]] bool WriteRows(const SimpleVector<uint32_t>& rowIDs,
                                  const std::vector<Target*>& perRow);
 
     VelaDatabase* mDatabase;
     VelaTable* mTable;
-    std::vector<std::unique_ptr<Target>> mTargets;
+    std::vector<Target> mTargets;
     VelaExprPtr mWhere;   // may be null
 };
 

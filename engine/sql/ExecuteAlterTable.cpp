@@ -25,15 +25,15 @@ bool FindSchemaColumns(const VelaSchema& schema, SchemaColumns* columns, VelaSta
                 "Internal Error: Couldn't find column data in schema.");
 }
 
-bool ColumnHolds(VelaSchema* schema, uint32_t rowID, long column, const string& text)
+bool ColumnHolds(VelaSchema* schema, uint32_t rowID, long column, const SQLText& text)
 {
     VelaValue value;
     return schema->GetValue(rowID, column, &value) && value.TextView() == text.View();
 }
 
 // The schema row of a column; kInvalidRowID when the table has no such column.
-uint32_t FindSchemaRow(VelaSchema* schema, const SchemaColumns& columns, const string& tableName,
-                       const string& columnName)
+uint32_t FindSchemaRow(VelaSchema* schema, const SchemaColumns& columns, const SQLText& tableName,
+                       const SQLText& columnName)
 {
     SimpleVector<uint32_t> rowIDs;
     schema->GetRowIDs(&rowIDs);
@@ -78,8 +78,9 @@ bool AddColumn(const Alteration& alteration, VelaStatus* status)
     if (!CheckNewName(node.mColumn->mName, status) ||
         !TypeCodeFromName(node.mColumn->mTypeName, &type, status))
         return false;
-    alteration.schema->AddSchemaRow(node.mTableName, alteration.table->NextUnusedColumnID(),
-                                    node.mColumn->mName, type, 0, true, "");
+    alteration.schema->AddSchemaRow(node.mTableName.ToString(),
+                                    alteration.table->NextUnusedColumnID(),
+                                    node.mColumn->mName.ToString(), type, 0, true, "");
     return true;
 }
 
@@ -99,11 +100,11 @@ bool DropColumn(const Alteration& alteration, VelaStatus* status)
 
 bool RenameColumn(const Alteration& alteration, VelaStatus* status)
 {
-    const string& newName = alteration.node.mNewName;
+    const SQLText& newName = alteration.node.mNewName;
     if (!ColumnIsThere(alteration, status) || !CheckNewName(newName, status))
         return false;
     UpdateSchemaRow(alteration.schema, alteration.row, alteration.columns.columnName,
-                    VelaValue::String(newName));
+                    VelaValue::String(newName.ToString()));
     return true;
 }
 

@@ -33,7 +33,7 @@ bool FindTypes(const SQLCreateTableNode& node, SimpleVector<VelaDataType>* types
 
 void ExecuteCreateTable(const SQLCreateTableNode& node, VelaDatabase& database, VelaStatus* status)
 {
-    if (database.FindOpenTable(node.mTableName) >= 0) {
+    if (database.FindOpenTable(node.mTableName.View()) >= 0) {
         FailTableExists(node.mTableName, status);
         return;
     }
@@ -45,10 +45,10 @@ void ExecuteCreateTable(const SQLCreateTableNode& node, VelaDatabase& database, 
     database.BeginSchemaChange();
     for (size_t i = 0; i < node.mColumns.size(); i++) {
         const uint32_t columnID = static_cast<uint32_t>(i) + 1;
-        schema->AddSchemaRow(node.mTableName, columnID, node.mColumns[i]->mName, types[i], 0, true,
-                             "");
+        schema->AddSchemaRow(node.mTableName.ToString(), columnID,
+                             node.mColumns[i]->mName.ToString(), types[i], 0, true, "");
     }
-    std::unique_ptr<VelaTable> table = schema->CreateTable(node.mTableName);
+    std::unique_ptr<VelaTable> table = schema->CreateTable(node.mTableName.ToString());
     if (table)
         database.AddOpenTable(std::move(table));
     else

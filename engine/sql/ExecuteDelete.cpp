@@ -1,5 +1,4 @@
-#include "engine/query/VExprField.h"
-#include "engine/query/VelaQuery.h"
+#include "engine/query/RowChooser.h"
 #include "engine/sql/SQLDeleteNode.h"
 #include "engine/sql/StatementChecks.h"
 #include "engine/sql/StatementExecutors.h"
@@ -8,29 +7,18 @@ namespace vela {
 
 namespace {
 
-void DeleteAllRows(VelaTable* table)
+// The rows are all chosen before the first one is deleted.
+void DeleteRows(const SimpleVector<uint32_t>& rowIDs, VelaTable* table)
 {
-    SimpleVector<uint32_t> rowIDs;
-    table->GetRowIDs(&rowIDs);
     for (const uint32_t rowID : rowIDs)
         table->DeleteRow(rowID);
 }
 
-// The rows are all chosen before the first one is deleted.
-void DeleteRowsWhere(VelaExprPtr where, VelaTable* table, VelaDatabase& database)
+SimpleVector<uint32_t> AllRows(VelaTable* table)
 {
-    VelaQuery query(&database);
-    query.AddTable(table);
-    query.AddOutput(std::make_unique<VExprField>(0, 0));   // _rowid
-    query.SetWhere(std::move(where));
-    const std::unique_ptr<VelaTempTable> result = query.RunQuery();
-    SimpleVector<uint32_t> resultRows;
-    result->GetRowIDs(&resultRows);
-    VelaValue rowID;
-    for (const uint32_t resultRow : resultRows) {
-        if (result->GetValue(resultRow, 0, &rowID))
-            table->DeleteRow(static_cast<uint32_t>(rowID.GetInteger()));
-    }
+    SimpleVector<uint32_t> rowIDs;
+    table->GetRowIDs(&rowIDs);
+    return rowIDs;
 }
 
 }   // namespace
@@ -41,12 +29,12 @@ void ExecuteDelete(const SQLDeleteNode& node, VelaDatabase& database, VelaStatus
     if (!FindOpenTable(database, node.mTableName, &table, status))
         return;
     if (!node.mWhere) {
-        DeleteAllRows(table);
+        DeleteRows(AllRows(table), table);
         return;
     }
     VelaExprPtr where = node.mWhere->ConvertToVelaExpr({node.mTableName}, {table}, status);
     if (where && where->Valid())
-        DeleteRowsWhere(std::move(where), table, database);
+        DeleteRows(ChooseRows(&database, table, std::move(where)), table);
 }
 
 }   // namespace vela

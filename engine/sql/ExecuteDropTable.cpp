@@ -6,7 +6,7 @@ namespace vela {
 
 void ExecuteDropTable(const SQLDropTableNode& node, VelaDatabase& database, VelaStatus* status)
 {
-    const string& name = node.mTableName;
+    const SQLText& name = node.mTableName;
     if (name.EqualsIgnoringCase(kSchemaTableName)) {
         Fail(status, kVEDynamicSQLError, "Error: Can't drop the schema table (nice try!).");
         return;
@@ -21,7 +21,8 @@ void ExecuteDropTable(const SQLDropTableNode& node, VelaDatabase& database, Vela
     }
     VelaStatus deleteStatus;
     database.BeginSchemaChange();
-    RunStatement("DELETE FROM _schema WHERE TableName='" + name + "'", database, &deleteStatus);
+    RunStatement("DELETE FROM _schema WHERE TableName='" + name.ToString() + "'", database,
+                 &deleteStatus);
     if (deleteStatus.State() == kVEStateSuccess)
         database.MoveToDropped(position);
     database.EndSchemaChange();

@@ -7,23 +7,23 @@ namespace vela {
 
 namespace {
 
-bool CheckNewIndexName(VelaTable& table, const string& name, VelaStatus* status)
+bool CheckNewIndexName(VelaTable& table, const SQLText& name, VelaStatus* status)
 {
     SimpleVector<string> taken;
     table.GetIndexNames(taken);
     for (const string& other : taken) {
-        if (other == name)   // the quote that is never closed belongs to the message
+        if (other.View() == name.View())   // the quote that is never closed belongs to the message
             return Fail(status, kVEIndexAlreadyExists,
-                        "Error: Index '" + name + " already exists.");
+                        "Error: Index '" + name.ToString() + " already exists.");
     }
     return CheckNewName(name, status);
 }
 
-bool FindColumnIDs(VelaTable& table, const SimpleVector<string>& names,
+bool FindColumnIDs(VelaTable& table, const ArenaList<SQLText>& names,
                    SimpleVector<uint32_t>* columnIDs, VelaStatus* status)
 {
-    for (const string& name : names) {
-        const int64_t columnID = FindColumnID(table, name, nullptr);
+    for (const SQLText& name : names) {
+        const int64_t columnID = FindColumnID(table, name.View(), nullptr);
         if (columnID < 0)
             return FailColumnNotFound(name, status);
         columnIDs->push_back(static_cast<uint32_t>(columnID));
@@ -54,7 +54,7 @@ void ExecuteCreateIndex(const SQLCreateIndexNode& node, VelaDatabase& database, 
         !CheckNewIndexName(*table, node.mIndexName, status) ||
         !FindColumnIDs(*table, node.mColumns, &columnIDs, status))
         return;
-    if (!table->AddIndex(node.mIndexName, columnIDs))
+    if (!table->AddIndex(node.mIndexName.ToString(), columnIDs))
         Fail(status, kVEInternalSQLError, "");
 }
 
@@ -62,7 +62,7 @@ void ExecuteDropIndex(const SQLDropIndexNode& node, VelaDatabase& database, Vela
 {
     string tableName;
     string indexName;
-    if (!SplitSpecifier(node.mSpecifier, &tableName, &indexName, status))
+    if (!SplitSpecifier(node.mSpecifier.ToString(), &tableName, &indexName, status))
         return;
     if (tableName.EqualsIgnoringCase(kSchemaTableName)) {
         Fail(status, kVEDynamicSQLError, "Error: Can't drop schema indexes.");

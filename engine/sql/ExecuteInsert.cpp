@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <vector>
 
 #include "engine/sql/SQLInsertNode.h"
@@ -8,16 +9,12 @@ namespace vela {
 
 namespace {
 
-// The numbers of the columns that an INSERT fills.
-using Targets = SimpleVector<long>;
+// The columns that an INSERT fills.
+using Targets = SimpleVector<const VelaColumnInfo*>;
 
 bool HasRowID(const Targets& targets)
 {
-    for (const long target : targets) {
-        if (target == 0)
-            return true;
-    }
-    return false;
+    return std::find(targets.begin(), targets.end(), &RowIDColumn()) != targets.end();
 }
 
 bool FailConstraint(VelaStatus* status)
@@ -28,11 +25,11 @@ bool FailConstraint(VelaStatus* status)
 // A row on its way into a table: a NULL for each target column.
 class RowSlots {
 public:
-    RowSlots(const VelaTable& table, const Targets& targets) : mValues(targets.size())
+    explicit RowSlots(const Targets& targets) : mValues(targets.size())
     {
         mRow.reserve(targets.size());
         for (size_t i = 0; i < targets.size(); i++) {
-            mValues[i].SetColumnID(table.Column(targets[i])->columnID);
+            mValues[i].SetColumnID(targets[i]->columnID);
             mRow.push_back(&mValues[i]);
         }
     }
@@ -48,19 +45,28 @@ private:
     VelaRow mRow;
 };
 
+// All columns but _rowid.
+void TakeAllColumns(const VelaTable& table, Targets* targets)
+{
+    const long columns = table.QtyColumns();
+    targets->reserve(static_cast<size_t>(columns));
+    for (long number = 1; number < columns; number++)
+        targets->push_back(table.Column(number));
+}
+
 bool FindTargets(const SQLInsertNode& node, const VelaTable& table, Targets* targets,
                  VelaStatus* status)
 {
     if (node.mColumns.empty()) {
-        for (long number = 1; number < table.QtyColumns(); number++)
-            targets->push_back(number);
+        TakeAllColumns(table, targets);
         return true;
     }
-    for (const string& name : node.mColumns) {
-        long number = 0;
-        if (!FindColumn(table, name, &number, status))
-            return false;
-        targets->push_back(number);
+    targets->reserve(node.mColumns.size());
+    for (const SQLText& name : node.mColumns) {
+        const long number = table.FindColumnNamed(name.View());
+        if (number < 0)
+            return FailColumnNotFound(name, status);
+        targets->push_back(table.Column(number));
     }
     return true;
 }
@@ -68,8 +74,8 @@ bool FindTargets(const SQLInsertNode& node, const VelaTable& table, Targets* tar
 // Computes the values of one row for one table.
 class ValueEvaluator {
 public:
-    ValueEvaluator(const string& tableName, VelaTable* table, VelaDatabase* database)
-        : mNames{tableName}, mTables{table}, mDatabase(database)
+    ValueEvaluator(const SQLText& tableName, VelaTable* table, VelaDatabase* database)
+        : mTableName(tableName), mTable(table), mDatabase(database)
     {}
 
     // Sets value to what the expression gives, in the column's type.
@@ -81,7 +87,7 @@ public:
             return true;
         }
         if (!expression.GetConstant(value)) {
-            const VelaExprPtr expr = expression.ConvertToVelaExpr(mNames, mTables, status);
+            const VelaExprPtr expr = expression.ConvertToVelaExpr({mTableName}, {mTable}, status);
             if (!expr)
                 return false;
             if (!expr->EvaluateInIsolation(value, mDatabase))
@@ -92,19 +98,18 @@ public:
     }
 
 private:
-    SQLNames mNames;
-    SQLTables mTables;
+    SQLText mTableName;
+    VelaTable* mTable;
     VelaDatabase* mDatabase;
 };
 
 void InsertDefaults(VelaTable* table, VelaStatus* status)
 {
     Targets targets;
-    for (long number = 1; number < table->QtyColumns(); number++)
-        targets.push_back(number);
-    RowSlots slots(*table, targets);
+    TakeAllColumns(*table, &targets);
+    RowSlots slots(targets);
     for (size_t i = 0; i < targets.size(); i++)
-        slots[i].SetValue(table->Column(targets[i])->defaultValue);
+        slots[i].SetValue(targets[i]->defaultValue);
     if (!slots.AddTo(table))
         FailConstraint(status);
 }
@@ -120,10 +125,9 @@ void InsertValues(const SQLInsertNode& node, VelaTable* table, VelaDatabase& dat
         return;
     }
     const ValueEvaluator evaluator(node.mTableName, table, &database);
-    RowSlots slots(*table, targets);
+    RowSlots slots(targets);
     for (size_t i = 0; i < targets.size(); i++) {
-        const VelaColumnInfo& column = *table->Column(targets[i]);
-        if (!evaluator.Evaluate(*node.mValues[i], column, &slots[i], status))
+        if (!evaluator.Evaluate(*node.mValues[i], *targets[i], &slots[i], status))
             return;
     }
     if (!slots.AddTo(table))
@@ -137,7 +141,7 @@ void InsertRows(VelaTable* result, const Targets& targets, VelaTable* table, Vel
     const bool hasRowID = HasRowID(targets);
     SimpleVector<uint32_t> rowIDs;
     result->GetRowIDs(&rowIDs);
-    RowSlots slots(*table, targets);
+    RowSlots slots(targets);
     for (const uint32_t rowID : rowIDs) {
         for (size_t i = 0; i < targets.size(); i++)
             result->GetValue(rowID, static_cast<long>(i), &slots[i]);

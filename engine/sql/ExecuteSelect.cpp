@@ -1,4 +1,4 @@
-#include "engine/query/VExprField.h"
+#include "engine/query/ExprShape.h"
 #include "engine/query/VelaQuery.h"
 #include "engine/sql/QueryStory.h"
 #include "engine/sql/SQLSelectNode.h"
@@ -12,9 +12,9 @@ namespace {
 const char* const kTablesTableName = "_TABLES";
 
 // The table for a FROM item: an open one, or _TABLES where no open one has that name.
-bool FindSource(const string& name, VelaDatabase& database, VelaTable** table, VelaStatus* status)
+bool FindSource(const SQLText& name, VelaDatabase& database, VelaTable** table, VelaStatus* status)
 {
-    const bool isTables = name == kTablesTableName;
+    const bool isTables = name.View() == kTablesTableName;
     if (FindOpenTable(database, name, table, isTables ? nullptr : status))
         return true;
     if (isTables)
@@ -41,12 +41,6 @@ public:
     [[nodiscard]] std::unique_ptr<VelaTempTable> Explain(SimpleVector<string>* lines);
 
 private:
-    // What ORDER BY can match, and what callers are told of it.
-    struct Output {
-        string name;
-        const VExprField* field;   // null when the column is computed; the query owns it
-    };
-
     [[nodiscard]] VelaExprPtr Translate(const SQLScalarExpNode& expression) const;
     [[nodiscard]] VelaExprPtr TranslateCondition(const SQLScalarExpNode& condition) const;
     // The output column that an ORDER BY item names; -1 for none.
@@ -58,7 +52,6 @@ private:
     VelaStatus* mStatus;
     VelaQuery mQuery;
     SQLNames mQualifiers;
-    SimpleVector<Output> mOutputs;
 };
 
 bool SelectBuilder::AddTables(SimpleVector<string>* tableNames, SimpleVector<string>* rangeNames)
@@ -70,9 +63,9 @@ bool SelectBuilder::AddTables(SimpleVector<string>* tableNames, SimpleVector<str
         mQuery.AddTable(table);
         mQualifiers.push_back(item->Qualifier());
         if (tableNames)
-            tableNames->push_back(item->mTableName);
+            tableNames->push_back(item->mTableName.ToString());
         if (rangeNames)
-            rangeNames->push_back(item->mTableName);
+            rangeNames->push_back(item->mTableName.ToString());
     }
     return true;
 }
@@ -94,12 +87,10 @@ bool SelectBuilder::AddOutputs(SimpleVector<long>* sourceColumns)
         if (!item->mExpression->ConvertToExprList(mQualifiers, mQuery.Tables(), &outputs, mStatus))
             return false;
     }
+    mQuery.ReserveOutputs(outputs.size());
     for (VelaExprPtr& output : outputs) {
-        const VExprField* field = dynamic_cast<const VExprField*>(output.get());
-        mOutputs.push_back(
-            {output->Name().empty() ? output->Description() : output->Name(), field});
         if (sourceColumns)
-            sourceColumns->push_back(SourceColumn(field));
+            sourceColumns->push_back(SourceColumn(AsField(output.get())));
         mQuery.AddOutput(std::move(output));
     }
     return true;
@@ -178,22 +169,25 @@ VelaExprPtr SelectBuilder::TranslateCondition(const SQLScalarExpNode& condition)
 
 long SelectBuilder::FindOutput(const SQLFieldRefNode& item) const
 {
-    for (size_t i = 0; i < mOutputs.size(); i++) {
-        if (mOutputs[i].name == item.Name())
+    const std::vector<VelaExprPtr>& outputs = mQuery.Outputs();
+    for (size_t i = 0; i < outputs.size(); i++) {
+        const string& name = outputs[i]->Name();
+        if ((name.empty() ? outputs[i]->Description() : name) == item.Name().View())
             return static_cast<long>(i);
     }
     if (item.Name().View().find('.') == std::string_view::npos)
         return -1;
     // An item that names no column is ignored like any other that matches nothing.
     const VelaExprPtr expr = item.ConvertToVelaExpr(mQualifiers, mQuery.Tables(), nullptr);
-    const VExprField* field = dynamic_cast<const VExprField*>(expr.get());
+    const VExprField* field = AsField(expr.get());
     return field ? FindOutputOf(*field) : -1;
 }
 
 long SelectBuilder::FindOutputOf(const VExprField& field) const
 {
-    for (size_t i = 0; i < mOutputs.size(); i++) {
-        const VExprField* output = mOutputs[i].field;
+    const std::vector<VelaExprPtr>& outputs = mQuery.Outputs();
+    for (size_t i = 0; i < outputs.size(); i++) {
+        const VExprField* output = AsField(outputs[i].get());
         if (output && output->Table() == field.Table() &&
             output->ColumnNumber() == field.ColumnNumber())
             return static_cast<long>(i);

@@ -9,21 +9,21 @@ namespace vela {
 namespace {
 
 // The column to set: the last one of that name, unlike everywhere else. Null when there is none.
-const VelaColumnInfo* FindLastColumn(const VelaTable& table, const string& name)
+const VelaColumnInfo* FindLastColumn(const VelaTable& table, std::string_view name)
 {
     for (long number = table.QtyColumns() - 1; number >= 0; number--) {
         const VelaColumnInfo* column = table.Column(number);
-        if (column && column->name == name)
+        if (column && column->name.View() == name)
             return column;
     }
     return nullptr;
 }
 
 // Adds the item of that index in the SET list.
-bool AddTarget(const SQLUpdateNode& node, size_t index, VelaTable* table, VelaUpdate* update,
-               VelaStatus* status)
+bool AddTarget(const SQLUpdateNode& node, size_t index, const SQLNames& names,
+               const SQLTables& tables, VelaUpdate* update, VelaStatus* status)
 {
-    const VelaColumnInfo* column = FindLastColumn(*table, node.mColumns[index]);
+    const VelaColumnInfo* column = FindLastColumn(*tables[0], node.mColumns[index].View());
     if (!column)
         return FailColumnNotFound(node.mColumns[index], status);
     const SQLScalarExpNode& value = *node.mValues[index];
@@ -31,7 +31,7 @@ bool AddTarget(const SQLUpdateNode& node, size_t index, VelaTable* table, VelaUp
         update->AddTarget(*column, nullptr);
         return true;
     }
-    VelaExprPtr expr = value.ConvertToVelaExpr({node.mTableName}, {table}, status);
+    VelaExprPtr expr = value.ConvertToVelaExpr(names, tables, status);
     if (!expr)
         return Fail(status, kVEDataException,
                     "Error: Couldn't evaluate " + value.Description() + ".");
@@ -46,13 +46,15 @@ void ExecuteUpdate(const SQLUpdateNode& node, VelaDatabase& database, VelaStatus
     VelaTable* table = nullptr;
     if (!FindOpenTable(database, node.mTableName, &table, status))
         return;
+    const SQLNames names = {node.mTableName};
+    const SQLTables tables = {table};
     VelaUpdate update(&database, table);
     for (size_t i = 0; i < node.mColumns.size(); i++) {
-        if (!AddTarget(node, i, table, &update, status))
+        if (!AddTarget(node, i, names, tables, &update, status))
             return;
     }
     if (node.mWhere) {
-        VelaExprPtr where = node.mWhere->ConvertToVelaExpr({node.mTableName}, {table}, status);
+        VelaExprPtr where = node.mWhere->ConvertToVelaExpr(names, tables, status);
         if (!where || !where->Valid())
             return;
         update.SetWhere(std::move(where));

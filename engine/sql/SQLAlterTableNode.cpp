@@ -44,7 +44,7 @@ void SQLAlterTableNode::DescribeColumnAction(string* text) const
             *text += " ALTER ";
             DescribeText(mColumn->mName, text);
             *text += " SET ";
-            DescribeChild(mColumn->mDefault.get(), text);
+            DescribeChild(mColumn->mDefault, text);
             break;
         case kRenameTable:
             break;

@@ -18,17 +18,17 @@ public:
         kRenameTable = 6,
     };
 
-    explicit SQLAlterTableNode(const string& tableName) : mTableName(tableName) {}
+    explicit SQLAlterTableNode(const SQLText& tableName) : mTableName(tableName) {}
 
     void Describe(string* text) const override;
     [[nodiscard]] bool IsAlterTable() const override { return true; }
 
-    string mTableName;
+    SQLText mTableName;
     Action mAction = kAddColumn;
     // The definition, or for actions on a column that is there just its name, and in kSetDefault
     // the default; null for kRenameTable.
-    std::unique_ptr<SQLColumnDefNode> mColumn;
-    string mNewName;   // for the two that rename
+    SQLColumnDefNode* mColumn = nullptr;
+    SQLText mNewName;   // for the two that rename
     SQLDropBehavior mBehavior = SQLDropBehavior::kNotWritten;
 
 private:

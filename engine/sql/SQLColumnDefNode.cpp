@@ -9,7 +9,7 @@ void SQLColumnDefNode::Describe(string* text) const
     DescribeText(mTypeName, text);
     if (mDefault)
         *text += " DEFAULT ";
-    DescribeChild(mDefault.get(), text);
+    DescribeChild(mDefault, text);
 }
 
 }   // namespace vela

@@ -10,11 +10,11 @@ public:
     // Name, type and default; PRIMARY KEY and NOT NULL are not printed.
     void Describe(string* text) const override;
 
-    string mName;
-    string mTypeName;   // as written; whether there is such a type is seen at execution
+    SQLText mName;
+    SQLText mTypeName;   // as written; whether there is such a type is seen at execution
     bool mPrimaryKey = false;
     bool mNotNull = false;
-    SQLScalarExpPtr mDefault;   // null when there is none
+    SQLScalarExpNode* mDefault = nullptr;   // null when there is none
 };
 
 }   // namespace vela

@@ -7,14 +7,14 @@ namespace vela {
 // CREATE INDEX index ON table (columns).
 class SQLCreateIndexNode : public SQLSyntaxNode {
 public:
-    explicit SQLCreateIndexNode(const string& indexName) : mIndexName(indexName) {}
+    explicit SQLCreateIndexNode(const SQLText& indexName) : mIndexName(indexName) {}
 
     void Describe(string* text) const override;
     [[nodiscard]] bool IsCreateIndex() const override { return true; }
 
-    string mIndexName;
-    string mTableName;
-    SimpleVector<string> mColumns;
+    SQLText mIndexName;
+    SQLText mTableName;
+    ArenaList<SQLText> mColumns;
 };
 
 }   // namespace vela

@@ -7,13 +7,13 @@ namespace vela {
 // CREATE TABLE table (columns).
 class SQLCreateTableNode : public SQLSyntaxNode {
 public:
-    explicit SQLCreateTableNode(const string& tableName) : mTableName(tableName) {}
+    explicit SQLCreateTableNode(const SQLText& tableName) : mTableName(tableName) {}
 
     void Describe(string* text) const override;
     [[nodiscard]] bool IsCreateTable() const override { return true; }
 
-    string mTableName;
-    SimpleVector<std::unique_ptr<SQLColumnDefNode>> mColumns;
+    SQLText mTableName;
+    ArenaList<SQLColumnDefNode*> mColumns;
 };
 
 }   // namespace vela

@@ -8,7 +8,7 @@ void SQLDeleteNode::Describe(string* text) const
     DescribeText(mTableName, text);
     if (mWhere)
         *text += " WHERE ";
-    DescribeChild(mWhere.get(), text);
+    DescribeChild(mWhere, text);
 }
 
 }   // namespace vela

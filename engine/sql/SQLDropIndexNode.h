@@ -7,12 +7,12 @@ namespace vela {
 // DROP INDEX table.index.
 class SQLDropIndexNode : public SQLSyntaxNode {
 public:
-    explicit SQLDropIndexNode(const string& specifier) : mSpecifier(specifier) {}
+    explicit SQLDropIndexNode(const SQLText& specifier) : mSpecifier(specifier) {}
 
     void Describe(string* text) const override;
     [[nodiscard]] bool IsDropIndex() const override { return true; }
 
-    string mSpecifier;   // as written; it is taken apart at execution
+    SQLText mSpecifier;   // as written; it is taken apart at execution
 };
 
 }   // namespace vela

@@ -8,12 +8,12 @@ namespace vela {
 // DROP TABLE table [RESTRICT | CASCADE].
 class SQLDropTableNode : public SQLSyntaxNode {
 public:
-    explicit SQLDropTableNode(const string& tableName) : mTableName(tableName) {}
+    explicit SQLDropTableNode(const SQLText& tableName) : mTableName(tableName) {}
 
     void Describe(string* text) const override;
     [[nodiscard]] bool IsDropTable() const override { return true; }
 
-    string mTableName;
+    SQLText mTableName;
     SQLDropBehavior mBehavior = SQLDropBehavior::kNotWritten;
 };
 

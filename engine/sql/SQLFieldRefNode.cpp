@@ -57,14 +57,12 @@ bool FindColumn(std::string_view column, const TableRange& range, const SQLTable
                 FoundColumn* found)
 {
     for (size_t t = range.first; t < range.last; t++) {
-        const long columns = tables[t]->QtyColumns();
-        for (long c = 0; c < columns; c++) {
-            const VelaColumnInfo* info = tables[t]->Column(c);
-            if (!info || info->name.View() != column)
-                continue;
-            *found = {static_cast<uint32_t>(t), static_cast<uint32_t>(c), info};
-            return true;
-        }
+        const long number = tables[t]->FindColumnNamed(column);
+        if (number < 0)
+            continue;
+        *found = {static_cast<uint32_t>(t), static_cast<uint32_t>(number),
+                  tables[t]->Column(number)};
+        return true;
     }
     return false;
 }
@@ -109,7 +107,7 @@ VelaExprPtr SQLFieldRefNode::ConvertToVelaExpr(const SQLNames& names, const SQLT
     FoundColumn found;
     if (FindColumn(name.column, range, tables, &found))
         return MakeField(found, columnNames, columnIDs);
-    (void)Fail(status, kVEColumnNotFound, "Error: Column " + mName + " not found.");
+    (void)Fail(status, kVEColumnNotFound, "Error: Column " + mName.ToString() + " not found.");
     return nullptr;
 }
 
@@ -124,7 +122,7 @@ bool SQLFieldRefNode::ConvertToExprList(const SQLNames& names, const SQLTables& 
         if (!expr)
             return false;
         if (!Alias().empty() || expr->Name().empty())
-            expr->SetName(Alias().empty() ? mName : Alias());
+            expr->SetName((Alias().empty() ? mName : Alias()).ToString());
         list->push_back(std::move(expr));
         return true;
     }

@@ -8,10 +8,10 @@ namespace vela {
 // NULL and, where a value is assigned, DEFAULT arrive here too.
 class SQLFieldRefNode : public SQLScalarExpNode {
 public:
-    explicit SQLFieldRefNode(const string& name) : mName(name) {}
+    explicit SQLFieldRefNode(const SQLText& name) : mName(name) {}
 
     // As written.
-    [[nodiscard]] const string& Name() const { return mName; }
+    [[nodiscard]] const SQLText& Name() const { return mName; }
     void Describe(string* text) const override { DescribeText(mName, text); }
     [[nodiscard]] bool IsKeywordDefault() const override;
 
@@ -31,7 +31,7 @@ public:
                            SimpleVector<uint32_t>* columnIDs = nullptr) const override;
 
 private:
-    string mName;
+    SQLText mName;
 };
 
 }   // namespace vela

@@ -14,10 +14,10 @@ bool TakesNoArguments(VelaFuncCode code)
 
 }   // namespace
 
-void SQLFunctionNode::SetArgument(Argument which, SQLScalarExpPtr argument)
+void SQLFunctionNode::SetArgument(Argument which, SQLScalarExpNode* argument)
 {
-    GrowOver(argument.get());
-    mArguments[which] = std::move(argument);
+    GrowOver(argument);
+    mArguments[which] = argument;
 }
 
 void SQLFunctionNode::Describe(string* text) const
@@ -50,9 +50,9 @@ VelaExprPtr SQLFunctionNode::ConvertToVelaExpr(const SQLNames& names, const SQLT
 
 void SQLFunctionNode::DescribeArguments(string* text) const
 {
-    const SQLSyntaxNode* first = mArguments[kFirst].get();
-    const SQLSyntaxNode* second = mArguments[kSecond].get();
-    const SQLSyntaxNode* third = mArguments[kThird].get();
+    const SQLSyntaxNode* first = mArguments[kFirst];
+    const SQLSyntaxNode* second = mArguments[kSecond];
+    const SQLSyntaxNode* third = mArguments[kThird];
     if (mCode == kFuncCount && !first) {
         *text += '*';
     } else if (mCode >= kFuncAvg) {
@@ -81,12 +81,12 @@ void SQLFunctionNode::DescribeTrim(string* text) const
         DescribeText(mArguments[kThird]->Description().Uppercase(), text);
         *text += ' ';
     }
-    DescribeChild(mArguments[kSecond].get(), text);
+    DescribeChild(mArguments[kSecond], text);
     if (mArguments[kSecond])
         *text += ' ';
     if (mArguments[kThird] || mArguments[kSecond])
         *text += "FROM ";
-    DescribeChild(mArguments[kFirst].get(), text);
+    DescribeChild(mArguments[kFirst], text);
 }
 
 }   // namespace vela

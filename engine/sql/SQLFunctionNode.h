@@ -17,7 +17,7 @@ public:
 
     explicit SQLFunctionNode(VelaFuncCode code) : mCode(code) {}
 
-    void SetArgument(Argument which, SQLScalarExpPtr argument);
+    void SetArgument(Argument which, SQLScalarExpNode* argument);
     // DISTINCT before the argument of an aggregate.
     void SetDistinct(bool distinct) { mDistinct = distinct; }
 
@@ -30,7 +30,7 @@ private:
     void DescribeTrim(string* text) const;
 
     VelaFuncCode mCode;
-    SQLScalarExpPtr mArguments[3];
+    SQLScalarExpNode* mArguments[3] = {};
     bool mDistinct = false;
 };
 

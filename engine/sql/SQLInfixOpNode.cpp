@@ -30,10 +30,10 @@ bool IsMathOperator(std::string_view op)
 
 }   // namespace
 
-void SQLInfixOpNode::AddOperand(SQLScalarExpPtr operand)
+void SQLInfixOpNode::AddOperand(BlockArena* arena, SQLScalarExpNode* operand)
 {
-    GrowOver(operand.get());
-    mOperands.push_back(std::move(operand));
+    GrowOver(operand);
+    mOperands.Add(arena, operand);
 }
 
 void SQLInfixOpNode::Describe(string* text) const
@@ -44,10 +44,10 @@ void SQLInfixOpNode::Describe(string* text) const
         if (i > 0 && isWord)
             *text += ' ';
         if (i > 0)
-            *text += mOperator;
+            *text += mOperator.View();
         if (i > 0 && isWord)
             *text += ' ';
-        DescribeChild(mOperands[i].get(), text);
+        DescribeChild(mOperands[i], text);
     }
     *text += ')';
 }
@@ -69,7 +69,7 @@ VelaExprPtr SQLInfixOpNode::ConvertJunction(const SQLNames& names, const SQLTabl
 {
     SimpleVector<VelaExprPtr> terms;
     terms.reserve(mOperands.size());
-    for (const SQLScalarExpPtr& operand : mOperands) {
+    for (const SQLScalarExpNode* operand : mOperands) {
         VelaExprPtr term = operand ? operand->ConvertToVelaExpr(names, tables, status) : nullptr;
         if (!term)
             return nullptr;
@@ -98,7 +98,7 @@ VelaExprPtr SQLInfixOpNode::ConvertPair(const SQLNames& names, const SQLTables& 
         return nullptr;
     if (compareCode != 0)
         return std::make_unique<VExprCompare>(std::move(left), compareCode, std::move(right));
-    const char op = mOperator.CString()[0];
+    const char op = mOperator.View()[0];
     return std::make_unique<VExprMath>(std::move(left), op, std::move(right));
 }
 

@@ -7,9 +7,9 @@ namespace vela {
 // An operator between operands: + - * / = <> < <= > >= with two of them, AND and OR with two or more.
 class SQLInfixOpNode : public SQLScalarExpNode {
 public:
-    explicit SQLInfixOpNode(const string& op) : mOperator(op) {}
+    explicit SQLInfixOpNode(const SQLText& op) : mOperator(op) {}
 
-    void AddOperand(SQLScalarExpPtr operand);
+    void AddOperand(BlockArena* arena, SQLScalarExpNode* operand);
 
     void Describe(string* text) const override;
     // Null, without a message, for an unknown operator or the wrong number of operands.
@@ -23,8 +23,8 @@ private:
     [[nodiscard]] VelaExprPtr ConvertPair(const SQLNames& names, const SQLTables& tables,
                                           VelaStatus* status) const;
 
-    string mOperator;
-    SimpleVector<SQLScalarExpPtr> mOperands;
+    SQLText mOperator;
+    ArenaList<SQLScalarExpNode*> mOperands;
 };
 
 }   // namespace vela

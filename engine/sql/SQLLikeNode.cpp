@@ -5,32 +5,32 @@
 
 namespace vela {
 
-SQLLikeNode::SQLLikeNode(SQLScalarExpPtr subject, bool negated)
-    : mSubject(std::move(subject)), mNegated(negated)
+SQLLikeNode::SQLLikeNode(SQLScalarExpNode* subject, bool negated)
+    : mSubject(subject), mNegated(negated)
 {
-    GrowOver(mSubject.get());
+    GrowOver(mSubject);
 }
 
-void SQLLikeNode::SetPattern(SQLScalarExpPtr pattern)
+void SQLLikeNode::SetPattern(SQLScalarExpNode* pattern)
 {
-    mPattern = std::move(pattern);
-    GrowOver(mPattern.get());
+    mPattern = pattern;
+    GrowOver(mPattern);
 }
 
-void SQLLikeNode::SetEscape(SQLScalarExpPtr escape)
+void SQLLikeNode::SetEscape(SQLScalarExpNode* escape)
 {
-    mEscape = std::move(escape);
-    GrowOver(mEscape.get());
+    mEscape = escape;
+    GrowOver(mEscape);
 }
 
 void SQLLikeNode::Describe(string* text) const
 {
-    DescribeChild(mSubject.get(), text);
+    DescribeChild(mSubject, text);
     *text += mNegated ? " NOT LIKE " : " LIKE ";
-    DescribeChild(mPattern.get(), text);
+    DescribeChild(mPattern, text);
     if (mEscape)
         *text += " ESCAPE ";
-    DescribeChild(mEscape.get(), text);
+    DescribeChild(mEscape, text);
 }
 
 VelaExprPtr SQLLikeNode::ConvertToVelaExpr(const SQLNames& names, const SQLTables& tables,

@@ -7,19 +7,19 @@ namespace vela {
 // subject [NOT] LIKE pattern [ESCAPE escape]. It prints without parentheses around it.
 class SQLLikeNode : public SQLScalarExpNode {
 public:
-    SQLLikeNode(SQLScalarExpPtr subject, bool negated);
+    SQLLikeNode(SQLScalarExpNode* subject, bool negated);
 
-    void SetPattern(SQLScalarExpPtr pattern);
-    void SetEscape(SQLScalarExpPtr escape);
+    void SetPattern(SQLScalarExpNode* pattern);
+    void SetEscape(SQLScalarExpNode* escape);
 
     void Describe(string* text) const override;
     [[nodiscard]] VelaExprPtr ConvertToVelaExpr(const SQLNames& names, const SQLTables& tables,
                                                 VelaStatus* status) const override;
 
 private:
-    SQLScalarExpPtr mSubject;
-    SQLScalarExpPtr mPattern;
-    SQLScalarExpPtr mEscape;   // null when there is none
+    SQLScalarExpNode* mSubject;
+    SQLScalarExpNode* mPattern = nullptr;
+    SQLScalarExpNode* mEscape = nullptr;   // null when there is none
     bool mNegated;
 };
 

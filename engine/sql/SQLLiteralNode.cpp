@@ -18,9 +18,27 @@ bool IsTrimWord(std::string_view text)
            EqualsIgnoringCase(text, "BOTH");
 }
 
+constexpr size_t kIntegerDigits = 9;   // as many always fit 32 bits
+
+// Digits alone, and few of them.
+bool IsPlainInteger(std::string_view text, int32_t* number)
+{
+    if (text.empty() || text.size() > kIntegerDigits)
+        return false;
+    *number = 0;
+    for (const char byte : text) {
+        if (byte < '0' || byte > '9')
+            return false;
+        *number = *number * 10 + (byte - '0');
+    }
+    return true;
+}
+
 VelaValue NumberValue(std::string_view text)
 {
-    constexpr size_t kIntegerDigits = 9;   // as many always fit 32 bits
+    int32_t number = 0;
+    if (IsPlainInteger(text, &number))
+        return VelaValue::Integer(number);
     if (text.size() > kIntegerDigits || text.find('.') != std::string_view::npos)
         return VelaValue::Double(TextToDouble(text));
     return VelaValue::Integer(TextToInteger(text));
@@ -30,7 +48,7 @@ VelaValue NumberValue(std::string_view text)
 
 void SQLLiteralNode::Describe(string* text) const
 {
-    DescribeText(string(mText, mStatement.Encoding()), text);
+    DescribeText(mText, text);
 }
 
 VelaExprPtr SQLLiteralNode::ConvertToVelaExpr(const SQLNames&, const SQLTables&, VelaStatus*) const
@@ -46,7 +64,7 @@ bool SQLLiteralNode::GetConstant(VelaValue* value) const
 
 VelaValue SQLLiteralNode::TextValue(std::string_view literal) const
 {
-    return VelaValue::String(StringLiteralValue(literal, mStatement.Encoding(), mEscape));
+    return VelaValue::String(StringLiteralValue(literal, mText.Encoding(), mEscape));
 }
 
 VelaValue SQLLiteralNode::Value() const
@@ -56,7 +74,7 @@ VelaValue SQLLiteralNode::Value() const
         VelaDataType type;
     } const kinds[] = {{"DATE ", kTypeDate}, {"TIME ", kTypeTime}, {"TIMESTAMP ", kTypeTimestamp}};
 
-    const std::string_view text = mText;
+    const std::string_view text = mText.View();
     if (text.empty() || (text[0] >= '0' && text[0] <= '9'))
         return NumberValue(text);
     if (text[0] == '\'')
@@ -70,8 +88,7 @@ VelaValue SQLLiteralNode::Value() const
         value.CoerceToType(kind.type);
         return value;
     }
-    return IsTrimWord(text) ? VelaValue::String(string(text, mStatement.Encoding()))
-                            : NumberValue(text);
+    return IsTrimWord(text) ? VelaValue::String(mText.ToString()) : NumberValue(text);
 }
 
 string StringLiteralValue(std::string_view text, TextEncoding encoding, char escape)

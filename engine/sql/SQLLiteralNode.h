@@ -9,11 +9,7 @@ namespace vela {
 class SQLLiteralNode : public SQLScalarExpNode {
 public:
     // escape is the escape character that text was lexed with, 0 for none.
-    SQLLiteralNode(const string& text, char escape) : SQLLiteralNode(text, text.View(), escape) {}
-    // The same for a text that lies in statement, which the node then shares instead of copying the text.
-    SQLLiteralNode(const string& statement, std::string_view text, char escape)
-        : mStatement(statement), mText(text), mEscape(escape)
-    {}
+    SQLLiteralNode(const SQLText& text, char escape) : mEscape(escape), mText(text) {}
 
     void Describe(string* text) const override;
     // The constant. A number with a "." or of ten or more characters is a Double, any other an
@@ -26,9 +22,8 @@ private:
     [[nodiscard]] VelaValue Value() const;
     [[nodiscard]] VelaValue TextValue(std::string_view literal) const;
 
-    string mStatement;   // keeps mText's bytes
-    std::string_view mText;
     char mEscape;
+    SQLText mText;
 };
 
 // What a string literal stands for: its text without the quotes around it, doubled quotes taken as

@@ -5,15 +5,15 @@
 
 namespace vela {
 
-SQLNegationNode::SQLNegationNode(SQLScalarExpPtr operand) : mOperand(std::move(operand))
+SQLNegationNode::SQLNegationNode(SQLScalarExpNode* operand) : mOperand(operand)
 {
-    GrowOver(mOperand.get());
+    GrowOver(mOperand);
 }
 
 void SQLNegationNode::Describe(string* text) const
 {
     *text += "-(";
-    DescribeChild(mOperand.get(), text);
+    DescribeChild(mOperand, text);
     *text += ')';
 }
 

@@ -4,15 +4,15 @@
 
 namespace vela {
 
-SQLNotNode::SQLNotNode(SQLScalarExpPtr operand) : mOperand(std::move(operand))
+SQLNotNode::SQLNotNode(SQLScalarExpNode* operand) : mOperand(operand)
 {
-    GrowOver(mOperand.get());
+    GrowOver(mOperand);
 }
 
 void SQLNotNode::Describe(string* text) const
 {
     *text += "NOT (";
-    DescribeChild(mOperand.get(), text);
+    DescribeChild(mOperand, text);
     *text += ')';
 }
 

@@ -11,7 +11,7 @@ bool SQLScalarExpNode::ConvertToExprList(const SQLNames& names, const SQLTables&
     VelaExprPtr expr = ConvertToVelaExpr(names, tables, status);
     if (!expr)
         return false;
-    expr->SetName(mAlias.empty() ? Description() : mAlias);
+    expr->SetName(Alias().empty() ? Description() : Alias().ToString());
     list->push_back(std::move(expr));
     return true;
 }

@@ -3,13 +3,14 @@
 #include "engine/core/VelaStatus.h"
 #include "engine/query/VelaExpr.h"
 #include "engine/sql/SQLSyntaxNode.h"
+#include "runtime/SimpleVector.h"
 
 namespace vela {
 
 // What the names in an expression can refer to: the tables of a statement, in FROM order, and for
 // each the name that qualifies its columns (the range variable, else the table's name). Both lists
 // are equally long and borrowed.
-using SQLNames = SimpleVector<string>;
+using SQLNames = SimpleVector<SQLText>;
 using SQLTables = SimpleVector<VelaTable*>;
 
 // SQLScalarExpNode is an expression as written. It translates itself into the expression tree that
@@ -41,20 +42,20 @@ public:
     [[nodiscard]] virtual bool IsKeywordDefault() const { return false; }
 
     // The name that a select item gives to its column; empty when none.
-    [[nodiscard]] const string& Alias() const { return mAlias; }
-    void SetAlias(const string& alias) { mAlias = alias; }
+    [[nodiscard]] SQLText Alias() const { return mAlias ? *mAlias : SQLText(); }
+    // Null for none.
+    void SetAlias(const SQLText* alias) { mAlias = alias; }
     // How many levels the tree has from here down; 1 for a leaf.
     [[nodiscard]] uint32_t Height() const { return mHeight; }
 
 protected:
+    ~SQLScalarExpNode() = default;
     // Raises the height for a child, which may be null.
     void GrowOver(const SQLScalarExpNode* child);
 
 private:
-    string mAlias;
+    const SQLText* mAlias = nullptr;   // most have none
     uint32_t mHeight = 1;
 };
-
-using SQLScalarExpPtr = std::unique_ptr<SQLScalarExpNode>;
 
 }   // namespace vela

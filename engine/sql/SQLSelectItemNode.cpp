@@ -4,7 +4,7 @@ namespace vela {
 
 void SQLSelectItemNode::Describe(string* text) const
 {
-    DescribeChild(mExpression.get(), text);
+    DescribeChild(mExpression, text);
     if (!mExpression || mExpression->Alias().empty())
         return;
     *text += " AS ";

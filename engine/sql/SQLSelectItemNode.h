@@ -7,11 +7,11 @@ namespace vela {
 // One item of a select list. Its alias is the expression's.
 class SQLSelectItemNode : public SQLSyntaxNode {
 public:
-    explicit SQLSelectItemNode(SQLScalarExpPtr expression) : mExpression(std::move(expression)) {}
+    explicit SQLSelectItemNode(SQLScalarExpNode* expression) : mExpression(expression) {}
 
     void Describe(string* text) const override;
 
-    SQLScalarExpPtr mExpression;
+    SQLScalarExpNode* mExpression;
 };
 
 }   // namespace vela

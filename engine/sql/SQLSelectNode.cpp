@@ -7,8 +7,7 @@ namespace {
 // A clause that is not there prints nothing.
 
 template <class Node>
-void DescribeListClause(const char* keyword, const SimpleVector<std::unique_ptr<Node>>& nodes,
-                        string* text)
+void DescribeListClause(const char* keyword, const ArenaList<Node*>& nodes, string* text)
 {
     if (nodes.empty())
         return;
@@ -16,7 +15,7 @@ void DescribeListClause(const char* keyword, const SimpleVector<std::unique_ptr<
     DescribeList(nodes, text);
 }
 
-void DescribeCondition(const char* keyword, const SQLScalarExpPtr& condition, string* text)
+void DescribeCondition(const char* keyword, const SQLScalarExpNode* condition, string* text)
 {
     if (!condition)
         return;
@@ -41,7 +40,7 @@ void SQLSelectNode::DescribeOrderBy(string* text) const
 {
     for (size_t i = 0; i < mOrderBy.size(); i++) {
         *text += i == 0 ? " ORDER BY " : ", ";
-        DescribeChild(mOrderBy[i].column.get(), text);
+        DescribeChild(mOrderBy[i].column, text);
         if (mOrderBy[i].isDescending)
             *text += " DESC";
     }

@@ -11,7 +11,7 @@ namespace vela {
 class SQLSelectNode : public SQLSyntaxNode {
 public:
     struct SortKey {
-        std::unique_ptr<SQLFieldRefNode> column;
+        SQLFieldRefNode* column;
         bool isDescending;
     };
 
@@ -19,12 +19,12 @@ public:
     [[nodiscard]] bool IsSelect() const override { return true; }
 
     bool mDistinct = false;
-    SimpleVector<std::unique_ptr<SQLSelectItemNode>> mItems;
-    SimpleVector<std::unique_ptr<SQLTableRefNode>> mTables;   // empty without FROM
-    SimpleVector<std::unique_ptr<SQLFieldRefNode>> mGroupBy;
-    SQLScalarExpPtr mWhere;   // null when there is none
-    SimpleVector<SortKey> mOrderBy;
-    SQLScalarExpPtr mHaving;   // null when there is none
+    ArenaList<SQLSelectItemNode*> mItems;
+    ArenaList<SQLTableRefNode*> mTables;   // empty without FROM
+    ArenaList<SQLFieldRefNode*> mGroupBy;
+    SQLScalarExpNode* mWhere = nullptr;   // null when there is none
+    ArenaList<SortKey> mOrderBy;
+    SQLScalarExpNode* mHaving = nullptr;   // null when there is none
 
 private:
     void DescribeOrderBy(string* text) const;

@@ -9,16 +9,16 @@ string SQLSyntaxNode::Description() const
     return text;
 }
 
-void DescribeText(const string& part, string* text)
+void DescribeText(const SQLText& part, string* text)
 {
     if (part.empty())
         return;
-    *text += part;
+    *text += part.View();
     if (text->Encoding() != part.Encoding())
         text->SetEncoding(part.Encoding());
 }
 
-void DescribeNames(const SimpleVector<string>& names, string* text)
+void DescribeNames(const ArenaList<SQLText>& names, string* text)
 {
     for (size_t i = 0; i < names.size(); i++) {
         if (i > 0)

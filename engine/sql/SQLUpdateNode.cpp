@@ -19,7 +19,7 @@ void SQLUpdateNode::Describe(string* text) const
     }
     if (mWhere)
         *text += " WHERE ";
-    DescribeChild(mWhere.get(), text);
+    DescribeChild(mWhere, text);
 }
 
 }   // namespace vela

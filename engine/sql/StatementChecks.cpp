@@ -2,16 +2,17 @@
 
 namespace vela {
 
-bool FindOpenTable(VelaDatabase& database, const string& name, size_t* position, VelaStatus* status)
+bool FindOpenTable(VelaDatabase& database, const SQLText& name, size_t* position,
+                   VelaStatus* status)
 {
-    const long found = database.FindOpenTable(name);
+    const long found = database.FindOpenTable(name.View());
     if (found < 0)
         return FailTableNotFound(name, status);
     *position = static_cast<size_t>(found);
     return true;
 }
 
-bool FindOpenTable(VelaDatabase& database, const string& name, VelaTable** table,
+bool FindOpenTable(VelaDatabase& database, const SQLText& name, VelaTable** table,
                    VelaStatus* status)
 {
     size_t position = 0;
@@ -21,26 +22,17 @@ bool FindOpenTable(VelaDatabase& database, const string& name, VelaTable** table
     return true;
 }
 
-int64_t FindColumnID(const VelaTable& table, const string& name, long* position)
+int64_t FindColumnID(const VelaTable& table, std::string_view name, long* position)
 {
-    const long columns = table.QtyColumns();
-    for (long number = 0; number < columns; number++) {
-        const VelaColumnInfo* column = table.Column(number);
-        if (!column || column->name != name)
-            continue;
-        if (position)
-            *position = number;
-        return column->columnID;
-    }
-    return -1;
+    const long number = table.FindColumnNamed(name);
+    if (number < 0)
+        return -1;
+    if (position)
+        *position = number;
+    return table.Column(number)->columnID;
 }
 
-bool FindColumn(const VelaTable& table, const string& name, long* position, VelaStatus* status)
-{
-    return FindColumnID(table, name, position) >= 0 || FailColumnNotFound(name, status);
-}
-
-bool TypeCodeFromName(const string& name, VelaDataType* type, VelaStatus* status)
+bool TypeCodeFromName(const SQLText& name, VelaDataType* type, VelaStatus* status)
 {
     struct {
         const char* name;
@@ -57,45 +49,48 @@ bool TypeCodeFromName(const string& name, VelaDataType* type, VelaStatus* status
         *type = candidate.type;
         return true;
     }
-    return Fail(status, kVEInvalidParameter, "Error: Invalid type \"" + name + "\".");
+    return Fail(status, kVEInvalidParameter, "Error: Invalid type \"" + name.ToString() + "\".");
 }
 
-bool CheckNewName(const string& name, VelaStatus* status)
+bool CheckNewName(const SQLText& name, VelaStatus* status)
 {
     constexpr size_t kLongest = 200;   // leaves room in a file name for the rest of it
-    bool isGood = name.length() <= kLongest;
+    bool isGood = name.View().size() <= kLongest;
     for (const char c : name.View()) {
         const bool isControl = static_cast<unsigned char>(c) < ' ' || c == '\x7F';
         if (c == '/' || c == '.' || isControl)
             isGood = false;
     }
-    return isGood || Fail(status, kVEInvalidParameter, "Error: Invalid name " + name + ".");
+    return isGood ||
+           Fail(status, kVEInvalidParameter, "Error: Invalid name " + name.ToString() + ".");
 }
 
-bool FailTableNotFound(const string& name, VelaStatus* status)
+bool FailTableNotFound(const SQLText& name, VelaStatus* status)
 {
-    return Fail(status, kVETableNotFound, "Error: Table " + name + " not found.");
+    return Fail(status, kVETableNotFound, "Error: Table " + name.ToString() + " not found.");
 }
 
-bool FailTableExists(const string& name, VelaStatus* status)
+bool FailTableExists(const SQLText& name, VelaStatus* status)
 {
-    return Fail(status, kVETableAlreadyExists, "Error: Table " + name + " already exists.");
+    return Fail(status, kVETableAlreadyExists,
+                "Error: Table " + name.ToString() + " already exists.");
 }
 
-bool FailTableInTransaction(const string& name, VelaStatus* status)
+bool FailTableInTransaction(const SQLText& name, VelaStatus* status)
 {
     return Fail(status, kVEInvalidTransactionState,
-                "Error: Table " + name + " has a transaction in progress.");
+                "Error: Table " + name.ToString() + " has a transaction in progress.");
 }
 
-bool FailColumnNotFound(const string& name, VelaStatus* status)
+bool FailColumnNotFound(const SQLText& name, VelaStatus* status)
 {
-    return Fail(status, kVEColumnNotFound, "Error: Column " + name + " not found.");
+    return Fail(status, kVEColumnNotFound, "Error: Column " + name.ToString() + " not found.");
 }
 
-bool FailColumnExists(const string& name, VelaStatus* status)
+bool FailColumnExists(const SQLText& name, VelaStatus* status)
 {
-    return Fail(status, kVEColumnAlreadyExists, "Error: Column " + name + " already exists.");
+    return Fail(status, kVEColumnAlreadyExists,
+                "Error: Column " + name.ToString() + " already exists.");
 }
 
 }   // namespace vela

@@ -39,52 +39,30 @@ void VelaSQLLexer::Start(const string& statement)
     mPosition = mTokenStart = mStatement.CString();
     mTokenKind = kTokenNone;
     mTokenText = {};
-    mTextIsMade = false;
     mLastError = kNoError;
     mErrorOffset = 0;
 }
 
 void VelaSQLLexer::GetToken()
 {
-    mTokenKind = kTokenNone;
     SkipBlanks();
     mTokenStart = mPosition;
     const char first = *mPosition;
-    if (first == '\0' || first == ';') {
-        mTokenKind = kTokenEnd;
-        return;
-    }
-    mTextIsMade = false;
-    if (Is(first, kDigit)) {
-        GetNumber();
-    } else if (first == '\'') {
-        GetStringLiteral();
-    } else if (first == 'N' && mPosition[1] == '\'') {
-        mPosition++;
-        GetStringLiteral();
-    } else if (Is(first, kWordStart)) {
-        GetWord();
-    } else if (Is(first, kDelimiter)) {
+    if (Is(first, kDelimiter))
         GetDelimiter();
-    } else if (first == '"') {
-        mTokenKind = kTokenEnd;
-        serror(kErrSyntax);   // quoted identifiers are not part of the dialect
-    } else {
-        mTokenText = {};
-    }
+    else if (Is(first, kWordStart))
+        GetWord();
+    else if (Is(first, kDigit))
+        GetNumber();
+    else if (first == '\'')
+        GetStringLiteral();
+    else
+        GetOther();
 }
 
 void VelaSQLLexer::serror(ErrorType kind)
 {
     ErrorAt(kind, mTokenStart);
-}
-
-const string& VelaSQLLexer::TokenText()
-{
-    if (!mTextIsMade)
-        mTokenString = string(mTokenText, mEncoding);
-    mTextIsMade = true;
-    return mTokenString;
 }
 
 bool VelaSQLLexer::IsBeforeListEnd() const
@@ -100,7 +78,6 @@ void VelaSQLLexer::SetCurrentWord(std::string_view text)
     mTokenKind = kTokenWord;
     mTokenStart = text.data();
     mTokenText = text;
-    mTextIsMade = false;
 }
 
 void VelaSQLLexer::ErrorAt(ErrorType kind, const char* place)
@@ -113,44 +90,59 @@ void VelaSQLLexer::ErrorAt(ErrorType kind, const char* place)
     mErrorOffset = static_cast<size_t>(place - mStatement.CString());
 }
 
-string VelaSQLLexer::RestOfStatement()
+SQLText VelaSQLLexer::RestOfStatement()
 {
     SkipBlanks();
-    return string(std::string_view(mPosition), mEncoding);
+    return {std::string_view(mPosition), mEncoding};
 }
 
+// Here and below a loop over bytes has its position in a local variable, which can stay in a register.
 void VelaSQLLexer::SkipBlanks()
 {
-    while (Is(*mPosition, kBlank))
-        mPosition++;
+    const char* end = mPosition;
+    while (Is(*end, kBlank))
+        end++;
+    mPosition = end;
 }
 
 // Stands at the opening quote. The text is taken also when the literal is wrong.
 void VelaSQLLexer::GetStringLiteral()
 {
-    const char* start = mPosition++;
+    const char* start = mPosition;
+    const char* end = start + 1;
     bool isClosed = false;
-    while (!isClosed && *mPosition != '\0') {
-        const char c = *mPosition++;
-        if (mEscape != '\0' && c == mEscape) {
-            if (*mPosition != '\0')
-                mPosition++;
-        } else if (c == '\'') {
-            if (*mPosition == '\'')
-                mPosition++;
-            else
-                isClosed = true;
+    while (!isClosed) {
+        while (*end != '\'' && *end != mEscape && *end != '\0')
+            end++;
+        const char c = *end;
+        if (c == '\0')
+            break;
+        end++;
+        if (c == mEscape) {
+            if (*end != '\0')
+                end++;
+        } else if (*end == '\'') {
+            end++;
+        } else {
+            isClosed = true;
         }
     }
+    mPosition = end;
     mTokenKind = kTokenString;
     SetText(start);
     if (!isClosed || !Is(*mPosition, kDelimiter))
         serror(kErrSyntax);
 }
 
+// Also the end, which two of the delimiters are.
 void VelaSQLLexer::GetDelimiter()
 {
-    const char* start = mPosition++;
+    const char* start = mPosition;
+    if (*start == '\0' || *start == ';') {
+        mTokenKind = kTokenEnd;
+        return;
+    }
+    mPosition++;
     const char next = *mPosition;
     if ((*start == '<' && (next == '=' || next == '>')) || (*start == '>' && next == '='))
         mPosition++;
@@ -161,10 +153,17 @@ void VelaSQLLexer::GetDelimiter()
 void VelaSQLLexer::GetWord()
 {
     const char* start = mPosition;
-    while (!Is(*mPosition, kDelimiter))
+    if (*start == 'N' && start[1] == '\'') {
         mPosition++;
-    if (*mPosition == '*' && mPosition[-1] == '.')
-        mPosition++;
+        GetStringLiteral();
+        return;
+    }
+    const char* end = start + 1;
+    while (!Is(*end, kDelimiter))
+        end++;
+    if (*end == '*' && end[-1] == '.')
+        end++;
+    mPosition = end;
     mTokenKind = kTokenWord;
     SetText(start);
 }
@@ -172,13 +171,27 @@ void VelaSQLLexer::GetWord()
 void VelaSQLLexer::GetNumber()
 {
     const char* start = mPosition;
-    while (!Is(*mPosition, kDelimiter)) {
-        const bool isExponent = *mPosition++ == 'e';
-        if (isExponent && *mPosition != '\0')
-            mPosition++;   // whatever it is: the sign of an exponent, most often
+    const char* end = start;
+    while (!Is(*end, kDelimiter)) {
+        const bool isExponent = *end++ == 'e';
+        if (isExponent && *end != '\0')
+            end++;   // whatever it is: the sign of an exponent, most often
     }
+    mPosition = end;
     mTokenKind = kTokenNumber;
     SetText(start);
+}
+
+// A byte that starts no token.
+void VelaSQLLexer::GetOther()
+{
+    if (*mPosition == '"') {
+        mTokenKind = kTokenEnd;
+        serror(kErrSyntax);   // quoted identifiers are not part of the dialect
+        return;
+    }
+    mTokenKind = kTokenNone;
+    mTokenText = {};
 }
 
 void VelaSQLLexer::SetText(const char* from)

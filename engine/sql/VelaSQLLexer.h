@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "runtime/String.h"
+#include "engine/sql/SQLText.h"
+#include "runtime/CaseMapping.h"
 
 namespace vela {
 
@@ -77,14 +78,15 @@ public:
     [[nodiscard]] TokenKind Kind() const { return mTokenKind; }
     // The bytes of the current token, inside the statement.
     [[nodiscard]] std::string_view TokenView() const { return mTokenText; }
-    // The same as a text in the statement's encoding; good until the next token.
-    [[nodiscard]] const string& TokenText();
+    // The same as a text in the statement's encoding.
+    [[nodiscard]] SQLText TokenText() const { return {mTokenText, mEncoding}; }
     [[nodiscard]] bool IsEnd() const { return mTokenKind == kTokenEnd; }
     // Whether the token is this word, in any case. keyword is upper case.
     [[nodiscard]] bool IsWord(std::string_view keyword) const
     {
+        // Most words differ in length or first letter: cheaper than a call.
         return mTokenKind == kTokenWord && mTokenText.size() == keyword.size() &&
-               EqualsIgnoringCase(mTokenText, keyword);
+               ToUpperASCII(mTokenText[0]) == keyword[0] && EqualsIgnoringCase(mTokenText, keyword);
     }
     [[nodiscard]] bool IsDelimiter(std::string_view text) const
     {
@@ -101,8 +103,6 @@ public:
     [[nodiscard]] char Escape() const { return mEscape; }
 
 protected:
-    // The statement, of which every token's view is a part.
-    [[nodiscard]] const string& Statement() const { return mStatement; }
     // Whether a comma or a closing parenthesis comes next.
     [[nodiscard]] bool IsBeforeListEnd() const;
     // Makes a word that was already passed the current token again. text lies in the statement.
@@ -111,7 +111,7 @@ protected:
     void ErrorAt(ErrorType kind, const char* place);
     [[nodiscard]] const char* TokenStart() const { return mTokenStart; }
     // What is left of the statement after the current token, from its first byte that is no blank.
-    [[nodiscard]] string RestOfStatement();
+    [[nodiscard]] SQLText RestOfStatement();
 
 private:
     void SkipBlanks();
@@ -119,19 +119,18 @@ private:
     void GetDelimiter();
     void GetWord();
     void GetNumber();
+    void GetOther();
     void SetText(const char* from);
 
     VelaSQLErrorListener* mListener;
     ErrorType mLastError = kNoError;
     char mEscape;
     TokenKind mTokenKind = kTokenNone;
-    bool mTextIsMade = false;   // mTokenString holds mTokenText
-    string mStatement;          // keeps the bytes alive
+    string mStatement;   // keeps the bytes alive
     TextEncoding mEncoding = kEncodingASCII;
     const char* mPosition = "";   // the next byte to read
     const char* mTokenStart = mPosition;
     std::string_view mTokenText;
-    string mTokenString;
     size_t mErrorOffset = 0;
 };
 

@@ -9,16 +9,24 @@ namespace vela {
 
 SQLSyntaxNodePtr VelaSQLParser::Evaluate(const string& statement)
 {
+    auto memory = std::make_unique<SQLTreeMemory>(statement);
+    mArena = &memory->arena;
     Start(statement);
     mNesting = 0;
     mInsidePosition = false;
     GetToken();
+    const SQLSyntaxNode* root = EvalStatement();
+    mArena = nullptr;
+    return root ? SQLSyntaxNodePtr(root, SQLTreeDeleter{memory.release()}) : nullptr;
+}
 
-    SQLSyntaxNodePtr root;
+SQLSyntaxNode* VelaSQLParser::EvalStatement()
+{
+    SQLSyntaxNode* root = nullptr;
     if (IsWord("SELECT")) {
-        std::unique_ptr<SQLSelectNode> select;
+        SQLSelectNode* select = nullptr;
         EvalSelect(&select);
-        root = std::move(select);
+        root = select;
     } else if (IsWord("INSERT")) {
         EvalInsert(&root);
     } else if (IsWord("UPDATE")) {
@@ -35,7 +43,7 @@ SQLSyntaxNodePtr VelaSQLParser::Evaluate(const string& statement)
     } else if (SkipWord("DROP")) {
         EvalDrop(&root);
     } else if (IsWord("COMMIT") || IsWord("ROLLBACK")) {
-        root = std::make_unique<SQLEndTransactionNode>(IsWord("COMMIT"));
+        root = Make<SQLEndTransactionNode>(IsWord("COMMIT"));
     } else if (IsWord("SET")) {
         EvalSet(&root);
     } else {
@@ -72,7 +80,7 @@ const char* VelaSQLParser::ErrorMessage(ErrorType kind)
     return index < std::size(kMessages) ? kMessages[index] : "";
 }
 
-void VelaSQLParser::EvalCreate(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalCreate(SQLSyntaxNode** result)
 {
     if (IsWord("TABLE"))
         EvalCreateTable(result);
@@ -82,7 +90,7 @@ void VelaSQLParser::EvalCreate(SQLSyntaxNodePtr* result)
         serror(kErrKeywordExpected);
 }
 
-void VelaSQLParser::EvalDrop(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalDrop(SQLSyntaxNode** result)
 {
     if (IsWord("TABLE"))
         EvalDropTable(result);
@@ -92,15 +100,15 @@ void VelaSQLParser::EvalDrop(SQLSyntaxNodePtr* result)
         serror(kErrKeywordExpected);
 }
 
-void VelaSQLParser::EvalSet(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalSet(SQLSyntaxNode** result)
 {
     GetToken();
     if (!IsWord("ESCAPE")) {
         serror(kErrKeywordExpected);
         return;
     }
-    const string name = TokenText();
-    *result = std::make_unique<SQLSetOptionNode>(name, RestOfStatement());
+    const SQLText name = TokenText();
+    *result = Make<SQLSetOptionNode>(name, RestOfStatement());
 }
 
 bool VelaSQLParser::SkipWord(std::string_view keyword)
@@ -135,7 +143,7 @@ bool VelaSQLParser::ExpectDelimiter(std::string_view text, ErrorType kind)
     return false;
 }
 
-bool VelaSQLParser::ExpectName(string* name, ErrorType kind)
+bool VelaSQLParser::ExpectName(SQLText* name, ErrorType kind)
 {
     if (Kind() != kTokenWord) {
         serror(kind);

@@ -1,3 +1,5 @@
+#include <cstring>
+
 #include "engine/sql/SQLFieldRefNode.h"
 #include "engine/sql/SQLInfixOpNode.h"
 #include "engine/sql/SQLLikeNode.h"
@@ -18,23 +20,23 @@ bool IsComparison(std::string_view op)
     return op == "=" || op == "<>" || op == "<" || op == "<=" || op == ">" || op == ">=";
 }
 
-string OperatorText(std::string_view op)
+SQLText OperatorText(std::string_view op)
 {
-    return string(op, kEncodingASCII);
+    return {op, kEncodingASCII};
 }
 
 }   // namespace
 
 // The one place where the routines below call themselves, through parentheses and arguments.
-void VelaSQLParser::EvalScalarExp(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalScalarExp(SQLScalarExpNode** result)
 {
     if (mNesting == kMaxNesting) {
         serror(kErrNotSupported);
         return;
     }
-    // Most expressions are but a literal in a list.
-    if ((Kind() == kTokenNumber || Kind() == kTokenString) && IsBeforeListEnd()) {
-        EvalAtom(result);
+    // Most expressions are but a literal or a column in a list.
+    if (Kind() != kTokenDelimiter && IsBeforeListEnd() && !IsWord("NOT")) {
+        EvalFunction(result);
         return;
     }
     mNesting++;
@@ -42,14 +44,14 @@ void VelaSQLParser::EvalScalarExp(SQLScalarExpPtr* result)
     mNesting--;
 }
 
-void VelaSQLParser::EvalOr(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalOr(SQLScalarExpNode** result)
 {
     EvalAnd(result);
     if (IsWord("OR"))
         EvalTerms("OR", &VelaSQLParser::EvalAnd, result);
 }
 
-void VelaSQLParser::EvalAnd(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalAnd(SQLScalarExpNode** result)
 {
     EvalNot(result);
     if (IsWord("AND"))
@@ -57,36 +59,36 @@ void VelaSQLParser::EvalAnd(SQLScalarExpPtr* result)
 }
 
 // Makes *result the first operand of an AND or OR, and appends the others, which term reads.
-void VelaSQLParser::EvalTerms(const char* op, void (VelaSQLParser::*term)(SQLScalarExpPtr*),
-                              SQLScalarExpPtr* result)
+void VelaSQLParser::EvalTerms(const char* op, void (VelaSQLParser::*term)(SQLScalarExpNode**),
+                              SQLScalarExpNode** result)
 {
-    auto junction = std::make_unique<SQLInfixOpNode>(OperatorText(op));
-    junction->AddOperand(std::move(*result));
+    SQLInfixOpNode* junction = Make<SQLInfixOpNode>(OperatorText(op));
+    junction->AddOperand(mArena, *result);
     while (SkipWord(op)) {
-        SQLScalarExpPtr operand;
+        SQLScalarExpNode* operand = nullptr;
         (this->*term)(&operand);
-        junction->AddOperand(std::move(operand));
+        junction->AddOperand(mArena, operand);
     }
-    *result = std::move(junction);
+    *result = junction;
     CheckHeight(result);
 }
 
-void VelaSQLParser::EvalNot(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalNot(SQLScalarExpNode** result)
 {
     SkipWord("NOT");   // and forget it: this grammar knows NOT in "NOT LIKE" alone
     EvalIn(result);
 }
 
-void VelaSQLParser::EvalIn(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalIn(SQLScalarExpNode** result)
 {
     EvalCompare(result);
     if (mInsidePosition || !IsWord("IN"))
         return;
     serror(kErrNotSupported);
-    *result = std::make_unique<SQLLiteralNode>(OperatorText("FALSE"), '\0');
+    *result = Make<SQLLiteralNode>(OperatorText("FALSE"), '\0');
 }
 
-void VelaSQLParser::EvalCompare(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalCompare(SQLScalarExpNode** result)
 {
     EvalAddSubtract(result);
     if (Kind() == kTokenDelimiter) {
@@ -94,9 +96,9 @@ void VelaSQLParser::EvalCompare(SQLScalarExpPtr* result)
         if (!IsComparison(op))
             return;
         GetToken();
-        SQLScalarExpPtr right;
+        SQLScalarExpNode* right = nullptr;
         EvalAddSubtract(&right);
-        MakeInfix(op, std::move(right), result);
+        MakeInfix(op, right, result);
     } else if (IsWord("LIKE")) {
         EvalLike(false, result);
     } else if (IsWord("NOT")) {
@@ -106,7 +108,7 @@ void VelaSQLParser::EvalCompare(SQLScalarExpPtr* result)
 
 // A NOT behind an operand. Without LIKE it is left for whoever comes next: a column definition may
 // go on with NOT NULL.
-void VelaSQLParser::EvalNotLike(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalNotLike(SQLScalarExpNode** result)
 {
     const std::string_view wordNot = TokenView();
     GetToken();
@@ -118,46 +120,47 @@ void VelaSQLParser::EvalNotLike(SQLScalarExpPtr* result)
     SetCurrentWord(wordNot);
 }
 
-void VelaSQLParser::EvalLike(bool negated, SQLScalarExpPtr* result)
+void VelaSQLParser::EvalLike(bool negated, SQLScalarExpNode** result)
 {
-    auto like = std::make_unique<SQLLikeNode>(std::move(*result), negated);
+    SQLLikeNode* like = Make<SQLLikeNode>(*result, negated);
     GetToken();
-    SQLScalarExpPtr operand;
-    EvalAddSubtract(&operand);
-    like->SetPattern(std::move(operand));
+    SQLScalarExpNode* pattern = nullptr;
+    EvalAddSubtract(&pattern);
+    like->SetPattern(pattern);
     if (SkipWord("ESCAPE")) {
-        EvalAddSubtract(&operand);
-        like->SetEscape(std::move(operand));
+        SQLScalarExpNode* escape = nullptr;
+        EvalAddSubtract(&escape);
+        like->SetEscape(escape);
     }
-    *result = std::move(like);
+    *result = like;
     CheckHeight(result);
 }
 
-void VelaSQLParser::EvalAddSubtract(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalAddSubtract(SQLScalarExpNode** result)
 {
     EvalMultDiv(result);
     while (IsDelimiter("+") || IsDelimiter("-")) {
         const std::string_view op = TokenView();
         GetToken();
-        SQLScalarExpPtr right;
+        SQLScalarExpNode* right = nullptr;
         EvalMultDiv(&right);
-        MakeInfix(op, std::move(right), result);
+        MakeInfix(op, right, result);
     }
 }
 
-void VelaSQLParser::EvalMultDiv(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalMultDiv(SQLScalarExpNode** result)
 {
     EvalUnarySign(result);
     while (IsDelimiter("*") || IsDelimiter("/")) {
         const std::string_view op = TokenView();
         GetToken();
-        SQLScalarExpPtr right;
+        SQLScalarExpNode* right = nullptr;
         EvalUnarySign(&right);
-        MakeInfix(op, std::move(right), result);
+        MakeInfix(op, right, result);
     }
 }
 
-void VelaSQLParser::EvalUnarySign(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalUnarySign(SQLScalarExpNode** result)
 {
     const bool isNegation = IsDelimiter("-");
     if (isNegation || IsDelimiter("+"))
@@ -165,11 +168,11 @@ void VelaSQLParser::EvalUnarySign(SQLScalarExpPtr* result)
     EvalParen(result);
     if (!isNegation)
         return;
-    *result = std::make_unique<SQLNegationNode>(std::move(*result));
+    *result = Make<SQLNegationNode>(*result);
     CheckHeight(result);
 }
 
-void VelaSQLParser::EvalParen(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalParen(SQLScalarExpNode** result)
 {
     if (!IsDelimiter("(")) {
         EvalFunction(result);
@@ -188,27 +191,21 @@ void VelaSQLParser::CloseParen()
     GetToken();
 }
 
-void VelaSQLParser::EvalFunction(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalFunction(SQLScalarExpNode** result)
 {
     VelaFuncCode code = kFuncBitLength;
-    if (Kind() != kTokenWord || !IsFunctionName(&code)) {
+    if (Kind() != kTokenWord || !FindVelaFunc(TokenView(), &code)) {
         EvalAtom(result);
         return;
     }
-    auto function = std::make_unique<SQLFunctionNode>(code);
+    SQLFunctionNode* function = Make<SQLFunctionNode>(code);
     GetToken();
     if (SkipDelimiter("(")) {
-        EvalArguments(code, function.get());
+        EvalArguments(code, function);
         CloseParen();
     }
-    *result = std::move(function);
+    *result = function;
     CheckHeight(result);
-}
-
-bool VelaSQLParser::IsFunctionName(VelaFuncCode* code)
-{
-    string name = TokenText();
-    return GetVelaFuncCode(&name, code);
 }
 
 void VelaSQLParser::EvalArguments(VelaFuncCode code, SQLFunctionNode* function)
@@ -242,9 +239,9 @@ void VelaSQLParser::EvalArguments(VelaFuncCode code, SQLFunctionNode* function)
 
 void VelaSQLParser::EvalArgument(SQLFunctionNode::Argument which, SQLFunctionNode* function)
 {
-    SQLScalarExpPtr argument;
+    SQLScalarExpNode* argument = nullptr;
     EvalScalarExp(&argument);
-    function->SetArgument(which, std::move(argument));
+    function->SetArgument(which, argument);
 }
 
 void VelaSQLParser::EvalAggregateArgument(VelaFuncCode code, SQLFunctionNode* function)
@@ -285,43 +282,43 @@ void VelaSQLParser::EvalTrimArguments(SQLFunctionNode* function)
 {
     const bool hasSide = IsWord("LEADING") || IsWord("TRAILING") || IsWord("BOTH");
     if (hasSide) {
-        SQLScalarExpPtr side = std::make_unique<SQLLiteralNode>(TokenText(), '\0');
-        function->SetArgument(kThird, std::move(side));
+        SQLScalarExpNode* side = Make<SQLLiteralNode>(TokenText(), '\0');
+        function->SetArgument(kThird, side);
         GetToken();
     } else if (Kind() == kTokenWord) {
         serror(kErrKeywordExpected);
     }
-    SQLScalarExpPtr text;
+    SQLScalarExpNode* text = nullptr;
     if (!hasSide || !IsWord("FROM"))
         EvalScalarExp(&text);
     if (!hasSide && IsDelimiter(")")) {
-        function->SetArgument(kFirst, std::move(text));
+        function->SetArgument(kFirst, text);
         return;
     }
-    function->SetArgument(kSecond, std::move(text));
+    function->SetArgument(kSecond, text);
     if (ExpectWord("FROM", kErrKeywordExpected))
         EvalArgument(kFirst, function);
 }
 
-void VelaSQLParser::EvalAtom(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalAtom(SQLScalarExpNode** result)
 {
     if (Kind() == kTokenNumber || Kind() == kTokenString) {
-        *result = std::make_unique<SQLLiteralNode>(Statement(), TokenView(), Escape());
+        *result = Make<SQLLiteralNode>(TokenText(), Escape());
         GetToken();
     } else if (Kind() == kTokenWord) {
         EvalWord(result);
     } else if (IsDelimiter("*")) {
-        *result = std::make_unique<SQLFieldRefNode>(TokenText());
+        *result = Make<SQLFieldRefNode>(TokenText());
         GetToken();
     } else {
         serror(kErrSyntax);
     }
 }
 
-void VelaSQLParser::EvalWord(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalWord(SQLScalarExpNode** result)
 {
     if (IsWord("TRUE") || IsWord("FALSE")) {
-        *result = std::make_unique<SQLLiteralNode>(TokenText(), '\0');
+        *result = Make<SQLLiteralNode>(TokenText(), '\0');
         GetToken();
     } else if (IsWord("DATE") || IsWord("TIME") || IsWord("TIMESTAMP")) {
         EvalDatetime(result);
@@ -329,42 +326,52 @@ void VelaSQLParser::EvalWord(SQLScalarExpPtr* result)
         serror(kErrSyntax);
     } else {
         const char* place = TokenStart();
-        *result = std::make_unique<SQLFieldRefNode>(TokenText());
+        *result = Make<SQLFieldRefNode>(TokenText());
         GetToken();
         if (IsDelimiter("("))
             ErrorAt(kErrUnknownFunction, place);
     }
 }
 
-void VelaSQLParser::EvalDatetime(SQLScalarExpPtr* result)
+void VelaSQLParser::EvalDatetime(SQLScalarExpNode** result)
 {
-    string text = TokenText();
+    const std::string_view keyword = TokenView();
     GetToken();
     if (Kind() != kTokenString) {
         serror(kErrDatetimeIncomplete);
         return;
     }
-    text += ' ';
-    text += TokenView();
-    *result = std::make_unique<SQLLiteralNode>(text, Escape());
+    *result = Make<SQLLiteralNode>(Joined(keyword, TokenView()), Escape());
     GetToken();
 }
 
-void VelaSQLParser::MakeInfix(std::string_view op, SQLScalarExpPtr right, SQLScalarExpPtr* result)
+// Both with a blank between them.
+SQLText VelaSQLParser::Joined(std::string_view keyword, std::string_view literal)
 {
-    auto infix = std::make_unique<SQLInfixOpNode>(OperatorText(op));
-    infix->AddOperand(std::move(*result));
-    infix->AddOperand(std::move(right));
-    *result = std::move(infix);
+    const size_t size = keyword.size() + 1 + literal.size();
+    char* bytes = static_cast<char*>(mArena->Allocate(size, 1));
+    std::memcpy(bytes, keyword.data(), keyword.size());
+    bytes[keyword.size()] = ' ';
+    std::memcpy(bytes + keyword.size() + 1, literal.data(), literal.size());
+    return {{bytes, size}, TokenText().Encoding()};
+}
+
+void VelaSQLParser::MakeInfix(std::string_view op, SQLScalarExpNode* right,
+                              SQLScalarExpNode** result)
+{
+    SQLInfixOpNode* infix = Make<SQLInfixOpNode>(OperatorText(op));
+    infix->AddOperand(mArena, *result);
+    infix->AddOperand(mArena, right);
+    *result = infix;
     CheckHeight(result);
 }
 
-void VelaSQLParser::CheckHeight(SQLScalarExpPtr* expression)
+void VelaSQLParser::CheckHeight(SQLScalarExpNode** expression)
 {
     if ((*expression)->Height() <= SQLScalarExpNode::kMaxHeight)
         return;
     serror(kErrNotSupported);
-    expression->reset();
+    *expression = nullptr;
 }
 
 }   // namespace vela

@@ -11,10 +11,10 @@
 
 namespace vela {
 
-void VelaSQLParser::EvalSelect(std::unique_ptr<SQLSelectNode>* result)
+void VelaSQLParser::EvalSelect(SQLSelectNode** result)
 {
-    *result = std::make_unique<SQLSelectNode>();
-    SQLSelectNode* select = result->get();
+    *result = Make<SQLSelectNode>();
+    SQLSelectNode* select = *result;
     GetToken();
     if (SkipWord("DISTINCT") || SkipWord("UNIQUE"))
         select->mDistinct = true;
@@ -38,21 +38,21 @@ void VelaSQLParser::EvalSelect(std::unique_ptr<SQLSelectNode>* result)
 void VelaSQLParser::EvalSelectList(SQLSelectNode* select)
 {
     do {
-        std::unique_ptr<SQLSelectItemNode> item;
+        SQLSelectItemNode* item = nullptr;
         EvalSelectItem(&item);
         if (item)
-            select->mItems.push_back(std::move(item));
+            Add(&select->mItems, item);
     } while (SkipDelimiter(","));
 }
 
-void VelaSQLParser::EvalSelectItem(std::unique_ptr<SQLSelectItemNode>* result)
+void VelaSQLParser::EvalSelectItem(SQLSelectItemNode** result)
 {
-    SQLScalarExpPtr expression;
+    SQLScalarExpNode* expression = nullptr;
     EvalScalarExp(&expression);
     if (LastError() != kNoError)
         return;
-    EvalAlias(expression.get());
-    *result = std::make_unique<SQLSelectItemNode>(std::move(expression));
+    EvalAlias(expression);
+    *result = Make<SQLSelectItemNode>(expression);
 }
 
 void VelaSQLParser::EvalAlias(SQLScalarExpNode* expression)
@@ -65,26 +65,35 @@ void VelaSQLParser::EvalAlias(SQLScalarExpNode* expression)
         serror(kErrRangeVarExpected);
         return;
     }
-    expression->SetAlias(StringLiteralValue(TokenText(), Escape()));
+    expression->SetAlias(Make<SQLText>(Unquoted(TokenText())));
     GetToken();
+}
+
+// The same treatment as a string literal's, which hardly any alias needs.
+SQLText VelaSQLParser::Unquoted(const SQLText& text)
+{
+    const string value = StringLiteralValue(text.View(), text.Encoding(), Escape());
+    if (value == text.View())
+        return text;
+    return {mArena->Copy(value.View()), text.Encoding()};
 }
 
 void VelaSQLParser::EvalFromList(SQLSelectNode* select)
 {
     do {
-        std::unique_ptr<SQLTableRefNode> table;
+        SQLTableRefNode* table = nullptr;
         EvalTableRef(&table);
         if (table)
-            select->mTables.push_back(std::move(table));
+            Add(&select->mTables, table);
     } while (SkipDelimiter(","));
 }
 
-void VelaSQLParser::EvalTableRef(std::unique_ptr<SQLTableRefNode>* result)
+void VelaSQLParser::EvalTableRef(SQLTableRefNode** result)
 {
-    string name;
+    SQLText name;
     if (!ExpectName(&name, kErrTableNameExpected))
         return;
-    *result = std::make_unique<SQLTableRefNode>(name);
+    *result = Make<SQLTableRefNode>(name);
     const bool hasAs = SkipWord("AS");
     const bool isClause = IsWord("WHERE") || IsWord("ORDER") || IsWord("GROUP") || IsWord("HAVING");
     if (hasAs || (Kind() == kTokenWord && !isClause))
@@ -96,10 +105,10 @@ void VelaSQLParser::EvalGroupBy(SQLSelectNode* select)
     if (!ExpectWord("BY", kErrKeywordExpected))
         return;
     do {
-        string name;
+        SQLText name;
         if (!ExpectName(&name, kErrColumnNameExpected))
             return;
-        select->mGroupBy.push_back(std::make_unique<SQLFieldRefNode>(name));
+        Add(&select->mGroupBy, Make<SQLFieldRefNode>(name));
     } while (SkipDelimiter(","));
 }
 
@@ -108,25 +117,24 @@ void VelaSQLParser::EvalOrderBy(SQLSelectNode* select)
     if (!ExpectWord("BY", kErrKeywordExpected))
         return;
     do {
-        string name;
+        SQLText name;
         if (!ExpectName(&name, kErrColumnNameExpected))
             return;
         const bool isDescending = SkipWord("DESC");
         if (!isDescending)
             SkipWord("ASC");
-        select->mOrderBy.push_back({std::make_unique<SQLFieldRefNode>(name), isDescending});
+        Add(&select->mOrderBy, SQLSelectNode::SortKey{Make<SQLFieldRefNode>(name), isDescending});
     } while (SkipDelimiter(","));
 }
 
-void VelaSQLParser::EvalInsert(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalInsert(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectWord("INTO", kErrIntoExpected) || !ExpectName(&name, kErrTableNameExpected))
         return;
-    auto insert = std::make_unique<SQLInsertNode>(name);
-    SQLInsertNode* node = insert.get();
-    *result = std::move(insert);
+    SQLInsertNode* node = Make<SQLInsertNode>(name);
+    *result = node;
     if (SkipDelimiter("(") && !EvalColumnNames(&node->mColumns))
         return;
     if (IsWord("SELECT")) {
@@ -144,13 +152,13 @@ void VelaSQLParser::EvalInsert(SQLSyntaxNodePtr* result)
 }
 
 // Column words separated by commas, closed by a parenthesis.
-bool VelaSQLParser::EvalColumnNames(SimpleVector<string>* names)
+bool VelaSQLParser::EvalColumnNames(ArenaList<SQLText>* names)
 {
     do {
-        string name;
+        SQLText name;
         if (!ExpectName(&name, kErrColumnNameExpected))
             return false;
-        names->push_back(name);
+        Add(names, name);
     } while (SkipDelimiter(","));
     return ExpectDelimiter(")", kErrCommaOrParenExpected);
 }
@@ -159,23 +167,23 @@ void VelaSQLParser::EvalInsertValues(SQLInsertNode* insert)
 {
     if (!ExpectDelimiter("(", kErrParenExpected))
         return;
+    insert->mValues.Reserve(mArena, insert->mColumns.size());   // as many, when all is well
     do {
-        SQLScalarExpPtr value;
+        SQLScalarExpNode* value = nullptr;
         EvalScalarExp(&value);
-        insert->mValues.push_back(std::move(value));
+        Add(&insert->mValues, value);
     } while (SkipDelimiter(","));
     ExpectDelimiter(")", kErrCommaOrParenExpected);
 }
 
-void VelaSQLParser::EvalUpdate(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalUpdate(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectName(&name, kErrTableNameExpected))
         return;
-    auto update = std::make_unique<SQLUpdateNode>(name);
-    SQLUpdateNode* node = update.get();
-    *result = std::move(update);
+    SQLUpdateNode* node = Make<SQLUpdateNode>(name);
+    *result = node;
     if (!ExpectWord("SET", kErrSetExpected))
         return;
     do {
@@ -189,11 +197,11 @@ void VelaSQLParser::EvalUpdate(SQLSyntaxNodePtr* result)
 
 bool VelaSQLParser::EvalAssignment(SQLUpdateNode* update)
 {
-    string column;
+    SQLText column;
     if (!ExpectName(&column, kErrColumnNameExpected))
         return false;
-    update->mColumns.push_back(column);
-    update->mValues.push_back(nullptr);
+    Add(&update->mColumns, column);
+    Add(&update->mValues, static_cast<SQLScalarExpNode*>(nullptr));
     if (!ExpectDelimiter("=", kErrEqualsExpected))
         return false;
     // Nothing between "=" and what may follow a value: said here, where the value is known to be
@@ -206,44 +214,43 @@ bool VelaSQLParser::EvalAssignment(SQLUpdateNode* update)
     return true;
 }
 
-void VelaSQLParser::EvalDelete(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalDelete(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectWord("FROM", kErrFromExpected) || !ExpectName(&name, kErrTableNameExpected))
         return;
-    auto node = std::make_unique<SQLDeleteNode>(name);
+    SQLDeleteNode* node = Make<SQLDeleteNode>(name);
     if (SkipWord("WHERE"))
         EvalScalarExp(&node->mWhere);
-    *result = std::move(node);
+    *result = node;
     ExpectEnd();
 }
 
-void VelaSQLParser::EvalCreateTable(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalCreateTable(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectName(&name, kErrTableNameExpected))
         return;
-    auto create = std::make_unique<SQLCreateTableNode>(name);
-    SQLCreateTableNode* node = create.get();
-    *result = std::move(create);
+    SQLCreateTableNode* node = Make<SQLCreateTableNode>(name);
+    *result = node;
     if (!ExpectDelimiter("(", kErrParenExpected))
         return;
     do {
-        std::unique_ptr<SQLColumnDefNode> column;
+        SQLColumnDefNode* column = nullptr;
         EvalColumnDef(&column);
         if (column)
-            node->mColumns.push_back(std::move(column));
+            Add(&node->mColumns, column);
     } while (SkipDelimiter(","));
     if (ExpectDelimiter(")", kErrCommaOrParenExpected))
         ExpectEnd();
 }
 
-void VelaSQLParser::EvalColumnDef(std::unique_ptr<SQLColumnDefNode>* result)
+void VelaSQLParser::EvalColumnDef(SQLColumnDefNode** result)
 {
-    *result = std::make_unique<SQLColumnDefNode>();
-    SQLColumnDefNode* column = result->get();
+    *result = Make<SQLColumnDefNode>();
+    SQLColumnDefNode* column = *result;
     if (!ExpectName(&column->mName, kErrColumnNameExpected) ||
         !ExpectName(&column->mTypeName, kErrDataTypeExpected))
         return;
@@ -270,30 +277,29 @@ bool VelaSQLParser::EvalColumnOption(SQLColumnDefNode* column)
     return LastError() == kNoError;
 }
 
-void VelaSQLParser::EvalCreateIndex(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalCreateIndex(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectName(&name, kErrIndexNameExpected))
         return;
-    auto create = std::make_unique<SQLCreateIndexNode>(name);
-    SQLCreateIndexNode* node = create.get();
-    *result = std::move(create);
+    SQLCreateIndexNode* node = Make<SQLCreateIndexNode>(name);
+    *result = node;
     if (ExpectWord("ON", kErrKeywordExpected) &&
         ExpectName(&node->mTableName, kErrTableNameExpected) &&
         ExpectDelimiter("(", kErrParenExpected) && EvalColumnNames(&node->mColumns))
         ExpectEnd();
 }
 
-void VelaSQLParser::EvalAlterTable(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalAlterTable(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectName(&name, kErrTableNameExpected))
         return;
-    auto node = std::make_unique<SQLAlterTableNode>(name);
-    EvalAlterAction(node.get());
-    *result = std::move(node);
+    SQLAlterTableNode* node = Make<SQLAlterTableNode>(name);
+    EvalAlterAction(node);
+    *result = node;
     ExpectEnd();
 }
 
@@ -320,10 +326,10 @@ void VelaSQLParser::EvalAlterAction(SQLAlterTableNode* alter)
 bool VelaSQLParser::EvalNamedColumn(SQLAlterTableNode* alter)
 {
     SkipWord("COLUMN");
-    auto column = std::make_unique<SQLColumnDefNode>();
+    auto* column = Make<SQLColumnDefNode>();
     if (!ExpectName(&column->mName, kErrColumnNameExpected))
         return false;
-    alter->mColumn = std::move(column);
+    alter->mColumn = column;
     return true;
 }
 
@@ -367,15 +373,15 @@ void VelaSQLParser::EvalAlterColumn(SQLAlterTableNode* alter)
     EvalScalarExp(&alter->mColumn->mDefault);
 }
 
-void VelaSQLParser::EvalDropTable(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalDropTable(SQLSyntaxNode** result)
 {
     GetToken();
-    string name;
+    SQLText name;
     if (!ExpectName(&name, kErrTableNameExpected))
         return;
-    auto node = std::make_unique<SQLDropTableNode>(name);
+    SQLDropTableNode* node = Make<SQLDropTableNode>(name);
     node->mBehavior = EvalDropBehavior();
-    *result = std::move(node);
+    *result = node;
     ExpectEnd();
 }
 
@@ -386,13 +392,13 @@ SQLDropBehavior VelaSQLParser::EvalDropBehavior()
     return SkipWord("CASCADE") ? SQLDropBehavior::kCascade : SQLDropBehavior::kNotWritten;
 }
 
-void VelaSQLParser::EvalDropIndex(SQLSyntaxNodePtr* result)
+void VelaSQLParser::EvalDropIndex(SQLSyntaxNode** result)
 {
     GetToken();
-    string specifier;
+    SQLText specifier;
     if (!ExpectName(&specifier, kErrTableNameExpected))
         return;
-    *result = std::make_unique<SQLDropIndexNode>(specifier);
+    *result = Make<SQLDropIndexNode>(specifier);
     ExpectEnd();
 }
 

@@ -124,11 +124,11 @@ VelaSchema* VelaDatabase::Schema()
     return static_cast<VelaSchema*>(OpenTables()[0]);
 }
 
-long VelaDatabase::FindOpenTable(const string& name)
+long VelaDatabase::FindOpenTable(std::string_view name)
 {
     NeedTables();
     for (size_t i = 0; i < mOpenTables.size(); i++)
-        if (mOpenTables[i]->TableName().Compare(name) == 0)
+        if (mOpenTables[i]->TableName().View() == name)
             return static_cast<long>(i);
     return -1;
 }

@@ -106,7 +106,7 @@ public:
     }
     [[nodiscard]] VelaSchema* Schema();
     // The position of the open table of exactly that name; -1 when there is none. First match wins.
-    [[nodiscard]] long FindOpenTable(const string& name);
+    [[nodiscard]] long FindOpenTable(std::string_view name);
     // Takes a table object into the open tables.
     void AddOpenTable(std::unique_ptr<VelaTable> table);
     // Moves an open table to the dropped ones: its files go at the next Commit, Rollback brings it back.

@@ -12,6 +12,17 @@ long VelaTable::FindColumnNumber(uint32_t columnID) const
     return -1;
 }
 
+long VelaTable::FindColumnNamed(std::string_view name) const
+{
+    const long columns = QtyColumns();
+    for (long number = 0; number < columns; number++) {
+        const VelaColumnInfo* column = Column(number);
+        if (column && column->name.View() == name)
+            return number;
+    }
+    return -1;
+}
+
 uint32_t VelaTable::AddRow(VelaRow& values, bool takeOwnership)
 {
     if (takeOwnership)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "engine/core/VelaValueWithID.h"
 #include "engine/storage/VelaColumnInfo.h"
@@ -32,6 +33,8 @@ public:
     [[nodiscard]] virtual const VelaColumnInfo* Column(long number) const = 0;
     // The number of the first column with that id; -1 when there is none.
     [[nodiscard]] virtual long FindColumnNumber(uint32_t columnID) const;
+    // The number of the first column of exactly that name; -1 when there is none.
+    [[nodiscard]] virtual long FindColumnNamed(std::string_view name) const;
     // May count a changed row twice; the exact set is what GetRowIDs gives.
     [[nodiscard]] virtual size_t QtyRows() = 0;
     // Replaces the list by the row ids in table order.

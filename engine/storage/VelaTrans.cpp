@@ -73,6 +73,20 @@ const VelaColumnInfo* VelaTrans::Column(long number) const
     return &mColumns[static_cast<size_t>(number) - 1];
 }
 
+// Every name in every statement comes here: nothing is called for a column that it isn't.
+long VelaTrans::FindColumnNamed(std::string_view name) const
+{
+    const char first = name.empty() ? '\0' : name[0];
+    if (first == '_' && name == RowIDColumn().name.View())
+        return 0;
+    const auto hasName = [name, first](const VelaColumnInfo& column) {
+        return column.name.length() == name.size() && *column.name.CString() == first &&
+               column.name.View() == name;
+    };
+    const auto found = std::find_if(mColumns.begin(), mColumns.end(), hasName);
+    return found == mColumns.end() ? -1 : 1 + static_cast<long>(found - mColumns.begin());
+}
+
 // ---- reading
 
 size_t VelaTrans::QtyRows()

@@ -35,6 +35,7 @@ public:
         return static_cast<long>(mColumns.size()) + 1;
     }
     [[nodiscard]] const VelaColumnInfo* Column(long number) const override;
+    [[nodiscard]] long FindColumnNamed(std::string_view name) const override;
     [[nodiscard]] size_t QtyRows() override;
     void GetRowIDs(SimpleVector<uint32_t>* rowIDs) override;
     bool GetValue(uint32_t rowID, long number, VelaValue* value) override

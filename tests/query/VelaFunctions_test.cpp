@@ -48,6 +48,14 @@ TEST(VelaFunctions, NamesLeadToCodesInAnyLetterCase)
         EXPECT_EQ(i, code) << before;
         EXPECT_EQ(before, std::string(name.View())) << "the name is not normalised";
     }
+    VelaFuncCode found = kFuncBitLength;
+    EXPECT_TRUE(FindVelaFunc("character_LENGTH", &found));
+    EXPECT_EQ(kFuncCharLength, found);
+    EXPECT_TRUE(FindVelaFunc("sum", &found));
+    EXPECT_EQ(kFuncSum, found);
+    for (const char* other : {"", "_sum", "SUMS", "SU", "[UM", "\xD3UM", "k"})
+        EXPECT_FALSE(FindVelaFunc(other, &found)) << other;
+    EXPECT_EQ(kFuncSum, found) << "left alone";
     string longName("Character_Length");
     EXPECT_TRUE(GetVelaFuncCode(&longName, nullptr));
     EXPECT_EQ("CHAR_LENGTH", longName) << "but this one is";

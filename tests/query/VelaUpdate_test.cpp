@@ -4,6 +4,7 @@
 
 #include "engine/query/VExprCompare.h"
 #include "engine/query/VExprMath.h"
+#include "engine/query/VelaTempTable.h"
 #include "tests/query/ExprTesting.h"
 #include "tests/query/MemoryTable.h"
 
@@ -99,6 +100,29 @@ TEST(VelaUpdate, NeedsATable)
     EXPECT_FALSE(update.RunUpdate());
     update.AddTarget(RowIDColumn(), Expr(1));
     EXPECT_FALSE(update.RunUpdate());
+}
+
+// Column 0 of a result table is a column like any other: its values name the rows.
+TEST(VelaUpdate, WhereColumnZeroIsNoRowIDItsValuesNameTheRows)
+{
+    class Result : public VelaTempTable {
+    public:
+        bool UpdateRow(uint32_t rowID, VelaRow&, bool) override
+        {
+            updated.push_back(rowID);
+            return true;
+        }
+        std::vector<uint32_t> updated;
+    };
+    Result table;
+    table.AddColumn("number", kTypeInteger);
+    for (const int32_t number : {7, 2, 9})
+        table.AppendRow(nullptr)[0] = VelaValue::Integer(number);
+    VelaUpdate update(nullptr, &table);
+    update.AddTarget(*table.Column(0), Expr(1));
+    update.SetWhere(std::make_unique<VExprCompare>(ExprField(0, 0), kOpGreater, Expr(5)));
+    EXPECT_TRUE(update.RunUpdate());
+    EXPECT_EQ((std::vector<uint32_t>{7, 9}), table.updated);
 }
 
 }   // namespace vela

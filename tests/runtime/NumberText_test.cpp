@@ -187,6 +187,36 @@ TEST(NumberText, TextToDoubleBearsAMillionDigits)
     EXPECT_NEAR(0.111111, TextToDouble("0." + ones), 1e-5);
 }
 
+// The C library rounds correctly, in its own locale "C".
+TEST(NumberText, DecimalsOfAllLengthsReadAsTheNearestDouble)
+{
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    for (int i = 0; i < 300000; i++) {
+        std::string text;
+        const size_t digits = 1 + random() % 20;
+        const size_t point = random() % (digits + 8);   // beyond the digits: none
+        for (size_t d = 0; d < digits; d++) {
+            if (d == point && d > 0)
+                text += '.';
+            text += static_cast<char>('0' + (random() % 4 == 0 ? 0 : random() % 10));
+        }
+        if (point == digits)
+            text += '.';
+        if (random() % 8 == 0)
+            text += "e" + std::to_string(static_cast<int>(random() % 40) - 20);
+        ASSERT_EQ(strtod(text.c_str(), nullptr), TextToDouble(text)) << text;
+        ASSERT_EQ(strtod(text.c_str(), nullptr), TextToDouble(text + "x")) << text;
+        ASSERT_EQ(-strtod(text.c_str(), nullptr), TextToDouble("-" + text)) << text;
+    }
+    for (const char* text :
+         {"9007199254740991", "9007199254740992", "9007199254740993", "900719925474099.3",
+          "9.00719925474099", "9.007199254740993", "9999999999999999", "999999999999999.9",
+          "0.00000000000001", "0.30000000000000", "00000000000000.1"})
+        EXPECT_EQ(strtod(text, nullptr), TextToDouble(text)) << text;
+}
+
 TEST(NumberText, TextToIntegerReadsLeadingDigitsAndSaturates)
 {
     struct {

@@ -49,13 +49,14 @@ TEST(SQLTranslation, ColumnReferencesAreListed)
     VelaTempTable two;
     two.AddColumn("b", kTypeDouble);
     two.AddColumn("c", kTypeDate);
+    const SQLNames tableNames = {{"one", kEncodingUTF8}, {"t", kEncodingUTF8}};
     VelaSQLParser parser('\0');
     const SQLSyntaxNodePtr tree = parser.Evaluate(Sql("SELECT t.c AS x, b, NULL, one.*"));
     SimpleVector<VelaExprPtr> expressions;
     SimpleVector<string> names;
     SimpleVector<uint32_t> ids;
     for (const auto& item : static_cast<const SQLSelectNode&>(*tree).mItems)
-        EXPECT_TRUE(item->mExpression->ConvertToExprList({"one", "t"}, {&one, &two}, &expressions,
+        EXPECT_TRUE(item->mExpression->ConvertToExprList(tableNames, {&one, &two}, &expressions,
                                                          nullptr, &names, &ids));
     EXPECT_EQ(5u, expressions.size());
     std::string listed;
@@ -65,18 +66,36 @@ TEST(SQLTranslation, ColumnReferencesAreListed)
     EXPECT_EQ(names.size(), ids.size());
 }
 
-SQLScalarExpPtr Literal(const char* text)
-{
-    return std::make_unique<SQLLiteralNode>(Sql(text), '\0');
-}
+// Nodes as the parser makes them.
+class Nodes {
+public:
+    [[nodiscard]] SQLScalarExpNode* Literal(const char* text)
+    {
+        return mArena.Make<SQLLiteralNode>(SQLText(text, kEncodingUTF8), '\0');
+    }
+    [[nodiscard]] SQLInfixOpNode* Infix(const char* op,
+                                        std::initializer_list<SQLScalarExpNode*> operands)
+    {
+        auto* node = mArena.Make<SQLInfixOpNode>(SQLText(op, kEncodingUTF8));
+        for (SQLScalarExpNode* operand : operands)
+            node->AddOperand(&mArena, operand);
+        return node;
+    }
+    [[nodiscard]] SQLNotNode* Not(SQLScalarExpNode* operand)
+    {
+        return mArena.Make<SQLNotNode>(operand);
+    }
+    BlockArena mArena;
+};
 
 TEST(SQLTranslation, MalformedNodesYieldNothingAndLeaveTheStatus)
 {
     for (const char* op : {"=", "+", "AND", "or", "%", "||", ""}) {
         for (int operands = 0; operands <= 3; operands++) {
-            SQLInfixOpNode node(Sql(op));
+            Nodes nodes;
+            SQLInfixOpNode& node = *nodes.Infix(op, {});
             for (int i = 0; i < operands; i++)
-                node.AddOperand(Literal("1"));
+                node.AddOperand(&nodes.mArena, nodes.Literal("1"));
             const std::string name = op;
             const bool isJunction = name == "AND" || name == "or";
             const bool isGood =
@@ -87,27 +106,27 @@ TEST(SQLTranslation, MalformedNodesYieldNothingAndLeaveTheStatus)
             EXPECT_EQ(kVEStateSuccess, status.State());
         }
     }
-    SQLInfixOpNode half(Sql("="));
-    half.AddOperand(Literal("1"));
-    half.AddOperand(nullptr);
-    EXPECT_EQ(nullptr, half.ConvertToVelaExpr({}, {}, nullptr));
+    Nodes nodes;
+    const SQLInfixOpNode* half = nodes.Infix("=", {nodes.Literal("1"), nullptr});
+    EXPECT_EQ(nullptr, half->ConvertToVelaExpr({}, {}, nullptr));
 }
 
 TEST(SQLTranslation, NotNodePrintsAndTranslates)
 {
-    const SQLNotNode node(Literal("5"));
-    EXPECT_EQ("NOT (5)", Plain(node.Description()));
-    EXPECT_EQ(ExprKind::kNot, node.ConvertToVelaExpr({}, {}, nullptr)->Kind());
-    EXPECT_EQ(nullptr, SQLNotNode(nullptr).ConvertToVelaExpr({}, {}, nullptr));
+    Nodes nodes;
+    const SQLNotNode* node = nodes.Not(nodes.Literal("5"));
+    EXPECT_EQ("NOT (5)", Plain(node->Description()));
+    EXPECT_EQ(ExprKind::kNot, node->ConvertToVelaExpr({}, {}, nullptr)->Kind());
+    EXPECT_EQ(nullptr, nodes.Not(nullptr)->ConvertToVelaExpr({}, {}, nullptr));
 }
 
 TEST(SQLTranslation, DefaultIsKnownInAnyCase)
 {
     for (const char* name : {"DEFAULT", "default", "Default"})
-        EXPECT_TRUE(SQLFieldRefNode(Sql(name)).IsKeywordDefault()) << name;
+        EXPECT_TRUE(SQLFieldRefNode(SQLText(name, kEncodingUTF8)).IsKeywordDefault()) << name;
     for (const char* name : {"DEFAULTS", "t.DEFAULT", "NULL", ""})
-        EXPECT_FALSE(SQLFieldRefNode(Sql(name)).IsKeywordDefault()) << name;
-    EXPECT_FALSE(Literal("'DEFAULT'")->IsKeywordDefault());
+        EXPECT_FALSE(SQLFieldRefNode(SQLText(name, kEncodingUTF8)).IsKeywordDefault()) << name;
+    EXPECT_FALSE(Nodes().Literal("'DEFAULT'")->IsKeywordDefault());
 }
 
 }   // namespace

@@ -148,6 +148,27 @@ TEST_F(TableTest, GetValue_RowIDForAnyRowAndNothingOutsideTheColumns)
     EXPECT_EQ(-1, table->FindColumnNumber(3));
 }
 
+// As a reader of all the names finds them.
+TEST_F(TableTest, FindColumnNamed_FindsTheFirstOfExactlyThatName)
+{
+    const std::vector<const char*> names = {"_rowid", "a", "ab", "A", "b", "a", "_rowid", "_row"};
+    VelaSchema* schema = db.database->Schema();
+    for (size_t i = 1; i < names.size(); i++)
+        schema->AddSchemaRow("named", static_cast<uint32_t>(i), names[i], kTypeInteger, 0, true,
+                             "");
+    const std::unique_ptr<VelaTrans> named = schema->CreateTable("named");
+    ASSERT_EQ(8, named->QtyColumns());
+    const struct {
+        const char* name;
+        long number;
+    } cases[] = {{"_rowid", 0}, {"a", 1},  {"ab", 2},   {"A", 3},       {"b", 4}, {"_row", 7},
+                 {"", -1},      {"B", -1}, {"abc", -1}, {"_ROWID", -1}, {"_", -1}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.number, named->FindColumnNamed(c.name)) << c.name;
+        EXPECT_EQ(c.number, named->VelaTable::FindColumnNamed(c.name)) << c.name;
+    }
+}
+
 TEST_F(TableTest, ExplicitRowIDIsStoredAsAValueOfColumnZero)
 {
     AddAs(7, 1);

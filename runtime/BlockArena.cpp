@@ -1,0 +1,56 @@
+#include "runtime/BlockArena.h"
+
+#include <cstring>
+
+namespace vela {
+
+namespace {
+
+constexpr size_t kLargestBlock = 65536;
+// Larger pieces get a block of their own, so that the one being filled isn't given up for them.
+constexpr size_t kPartOfBlock = 4;
+
+static_assert(BlockArena::kAlignment <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+
+}   // namespace
+
+BlockArena::~BlockArena()
+{
+    while (mBlocks) {
+        Block* next = mBlocks->next;
+        ::operator delete(mBlocks);
+        mBlocks = next;
+    }
+}
+
+std::string_view BlockArena::Copy(std::string_view bytes)
+{
+    if (bytes.empty())
+        return {};
+    void* copy = Allocate(bytes.size(), 1);
+    std::memcpy(copy, bytes.data(), bytes.size());
+    return {static_cast<const char*>(copy), bytes.size()};
+}
+
+// The bytes of a block begin at a multiple of kAlignment.
+void* BlockArena::AllocateElsewhere(size_t size)
+{
+    if (size > mNextSize / kPartOfBlock)
+        return AddBlock(size);
+    char* block = AddBlock(mNextSize);
+    mPosition = block + size;
+    mEnd = block + mNextSize;
+    if (mNextSize < kLargestBlock)
+        mNextSize *= 2;
+    return block;
+}
+
+char* BlockArena::AddBlock(size_t size)
+{
+    if (size > SIZE_MAX - sizeof(Block))
+        throw std::bad_alloc();
+    mBlocks = new (::operator new(sizeof(Block) + size)) Block{mBlocks};
+    return reinterpret_cast<char*>(mBlocks + 1);
+}
+
+}   // namespace vela
