@@ -1,6 +1,6 @@
 #include "engine/query/VelaUpdate.h"
 
-#include "engine/query/RowChooser.h"
+#include "engine/query/RowsWhere.h"
 
 namespace vela {
 
@@ -33,7 +33,7 @@ bool VelaUpdate::RunUpdate()
     if (mTargets.empty())
         return true;
     const std::vector<Target*> perRow = FillRowBuffer();
-    return WriteRows(RowsToUpdate(), perRow);
+    return WriteRows(ChooseRows(), perRow);
 }
 
 std::vector<VelaUpdate::Target*> VelaUpdate::FillRowBuffer()
@@ -51,10 +51,10 @@ std::vector<VelaUpdate::Target*> VelaUpdate::FillRowBuffer()
     return perRow;
 }
 
-SimpleVector<uint32_t> VelaUpdate::RowsToUpdate()
+SimpleVector<uint32_t> VelaUpdate::ChooseRows()
 {
     if (mWhere)
-        return ChooseRows(mDatabase, mTable, std::move(mWhere));
+        return RowsWhere(mDatabase, mTable, std::move(mWhere));
     SimpleVector<uint32_t> rowIDs;
     mTable->GetRowIDs(&rowIDs);
     return rowIDs;
