@@ -7,6 +7,7 @@ namespace vela {
 namespace {
 
 constexpr size_t kLargestBlock = 65536;
+constexpr size_t kLargestPiece = SIZE_MAX / 4;   // more is no size of anything
 // Larger pieces get a block of their own, so that the one being filled isn't given up for them.
 constexpr size_t kPartOfBlock = 4;
 
@@ -47,7 +48,7 @@ void* BlockArena::AllocateElsewhere(size_t size)
 
 char* BlockArena::AddBlock(size_t size)
 {
-    if (size > SIZE_MAX - sizeof(Block))
+    if (size > kLargestPiece)
         throw std::bad_alloc();
     mBlocks = new (::operator new(sizeof(Block) + size)) Block{mBlocks};
     return reinterpret_cast<char*>(mBlocks + 1);

@@ -1,7 +1,7 @@
 #include "engine/query/VelaUpdate.h"
 
 #include "engine/query/ExprShape.h"
-#include "engine/query/RowChooser.h"
+#include "engine/query/RowsWhere.h"
 
 namespace vela {
 
@@ -36,7 +36,7 @@ bool VelaUpdate::RunUpdate()
     const std::vector<Target*> perRow = FillRowBuffer();
     if (!mWhere)
         LoadColumns(perRow);
-    return WriteRows(RowsToUpdate(), perRow);
+    return WriteRows(ChooseRows(), perRow);
 }
 
 std::vector<VelaUpdate::Target*> VelaUpdate::FillRowBuffer()
@@ -67,10 +67,10 @@ void VelaUpdate::LoadColumns(const std::vector<Target*>& perRow)
     columns->Prepare(wanted[0]);
 }
 
-SimpleVector<uint32_t> VelaUpdate::RowsToUpdate()
+SimpleVector<uint32_t> VelaUpdate::ChooseRows()
 {
     if (mWhere)
-        return ChooseRows(mDatabase, mTable, std::move(mWhere));
+        return RowsWhere(mDatabase, mTable, std::move(mWhere));
     SimpleVector<uint32_t> rowIDs;
     mTable->GetRowIDs(&rowIDs);
     return rowIDs;

@@ -1,4 +1,4 @@
-#include "engine/query/RowChooser.h"
+#include "engine/query/RowsWhere.h"
 #include "engine/sql/SQLDeleteNode.h"
 #include "engine/sql/StatementChecks.h"
 #include "engine/sql/StatementExecutors.h"
@@ -34,7 +34,7 @@ void ExecuteDelete(const SQLDeleteNode& node, VelaDatabase& database, VelaStatus
     }
     VelaExprPtr where = node.mWhere->ConvertToVelaExpr({node.mTableName}, {table}, status);
     if (where && where->Valid())
-        DeleteRows(ChooseRows(&database, table, std::move(where)), table);
+        DeleteRows(RowsWhere(&database, table, std::move(where)), table);
 }
 
 }   // namespace vela

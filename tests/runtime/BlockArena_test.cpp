@@ -58,7 +58,8 @@ TEST(BlockArena, SizesBeyondAllMemoryThrowAndLeaveItUsable)
 {
     BlockArena arena;
     auto* before = arena.Make<int>(5);
-    for (const size_t size : {SIZE_MAX, SIZE_MAX - 1, SIZE_MAX - 8, SIZE_MAX - 15, SIZE_MAX / 2})
+    for (const size_t size :
+         {SIZE_MAX, SIZE_MAX - 1, SIZE_MAX - 8, SIZE_MAX - 15, SIZE_MAX / 2, SIZE_MAX / 4 + 1})
         EXPECT_THROW((void)arena.Allocate(size, 8), std::bad_alloc) << size;
     EXPECT_EQ(5, *before);
     EXPECT_EQ(7, *arena.Make<int>(7));

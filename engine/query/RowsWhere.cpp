@@ -1,4 +1,4 @@
-#include "engine/query/RowChooser.h"
+#include "engine/query/RowsWhere.h"
 
 #include "engine/query/RecSetEnumerator.h"
 #include "engine/query/VExprField.h"
@@ -34,7 +34,7 @@ SimpleVector<uint32_t> QueryFirstColumn(VelaDatabase* database, VelaTable* table
 }   // namespace
 
 // Row ids need no result table: the record sets name them.
-SimpleVector<uint32_t> ChooseRows(VelaDatabase* database, VelaTable* table, VelaExprPtr where)
+SimpleVector<uint32_t> RowsWhere(VelaDatabase* database, VelaTable* table, VelaExprPtr where)
 {
     if (table->Column(0) != &RowIDColumn())
         return QueryFirstColumn(database, table, std::move(where));
