@@ -11,7 +11,8 @@ TEST(LargeMemory, EveryByteAskedForIsThereWhateverTheSize)
 {
     const size_t page = LargeMemory::kPage;
     for (const size_t bytes :
-         {size_t{1}, page - 1, page, page + 1, page + 4096, 3 * page - 1, 3 * page}) {
+         {size_t{1}, page / 2 - 1, page / 2, page - 1, page, page + 1, page + 4096,
+          page + page / 4 - 1, page + page / 4, 3 * page - 1, 3 * page}) {
         SCOPED_TRACE(bytes);
         auto* memory = static_cast<char*>(LargeMemory::Take(bytes));
         auto* other = static_cast<char*>(LargeMemory::Take(bytes));
