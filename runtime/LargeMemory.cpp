@@ -13,6 +13,15 @@ constexpr size_t RoundedUp(size_t bytes, size_t step)
     return (bytes + step - 1) / step * step;
 }
 
+// What a piece of memory takes. A last large page is taken where much of it is needed: touching its small pages one by one
+// would cost more.
+size_t MappedSize(size_t bytes)
+{
+    const size_t rest = bytes % LargeMemory::kPage;
+    return rest >= LargeMemory::kPage / 4 ? bytes - rest + LargeMemory::kPage
+                                          : RoundedUp(bytes, kSmallPage);
+}
+
 // The pages of [start, end) that a mapping has too many.
 void Unmap(uintptr_t start, uintptr_t end)
 {
@@ -43,9 +52,10 @@ void* LargeMemory::Take(size_t bytes)
         return ::operator new(bytes);
     if (bytes > SIZE_MAX / 2)
         throw std::bad_alloc();
-    void* memory = MapAligned(RoundedUp(bytes, kSmallPage));
+    const size_t size = MappedSize(bytes);
+    void* memory = MapAligned(size);
     // An offer that may be turned down: then the pages are small ones.
-    (void)madvise(memory, bytes / kPage * kPage, MADV_HUGEPAGE);
+    (void)madvise(memory, size / kPage * kPage, MADV_HUGEPAGE);
     return memory;
 }
 
@@ -54,7 +64,7 @@ void LargeMemory::GiveBack(void* memory, size_t bytes) noexcept
     if (bytes < kLeast)
         ::operator delete(memory);
     else
-        (void)munmap(memory, RoundedUp(bytes, kSmallPage));
+        (void)munmap(memory, MappedSize(bytes));
 }
 
 }   // namespace vela

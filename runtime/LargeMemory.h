@@ -8,14 +8,14 @@
 
 namespace vela {
 
-// Memory for arrays and blocks of any size, of which those of some MiB lie in large pages, where the operating system has
-// them: their first touch costs a tenth, and so do address look-ups. Only whole large pages are asked for, so that no
-// memory is used beyond the bytes that are asked for. Throws bad_alloc when there is none.
+// Memory for arrays and blocks of any size, of which those of a MiB and more lie in large pages, where the operating system
+// has them: their first touch costs a tenth, and so do address look-ups. A piece takes at most three quarters of a large page
+// more than is asked for. Throws bad_alloc when there is none.
 class LargeMemory {
 public:
     static constexpr size_t kPage = size_t{2} << 20;
     // Smaller pieces are ordinary memory, which the allocator keeps for the next time.
-    static constexpr size_t kLeast = 2 * kPage;
+    static constexpr size_t kLeast = kPage / 2;
 
     [[nodiscard]] static void* Take(size_t bytes);
     // bytes: as taken.

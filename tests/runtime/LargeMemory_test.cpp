@@ -11,7 +11,8 @@ TEST(LargeMemory, EveryByteAskedForIsThereWhateverTheSize)
 {
     const size_t page = LargeMemory::kPage;
     for (const size_t bytes :
-         {size_t{1}, page - 1, page, page + 1, page + 4096, 3 * page - 1, 3 * page}) {
+         {size_t{1}, page / 2 - 1, page / 2, page - 1, page, page + 1, page + 4096,
+          page + page / 4 - 1, page + page / 4, 3 * page - 1, 3 * page}) {
         SCOPED_TRACE(bytes);
         auto* memory = static_cast<char*>(LargeMemory::Take(bytes));
         auto* other = static_cast<char*>(LargeMemory::Take(bytes));
@@ -38,9 +39,8 @@ TEST(LargeMemory, PiecesFromTheLimitOnBeginWithALargePage)
 TEST(LargeMemory, WhatIsNotThereThrowsAsOrdinaryMemoryDoes)
 {
     EXPECT_THROW((void)LargeMemory::Take(SIZE_MAX - 1), std::bad_alloc);
-    EXPECT_THROW((void)LargeMemory::Take(SIZE_MAX / 2), std::bad_alloc);
-    LargeVector<uint64_t> numbers;
-    EXPECT_THROW(numbers.reserve(numbers.max_size() / 2), std::bad_alloc);
+    EXPECT_THROW((void)LargeAllocator<uint64_t>().allocate(SIZE_MAX / 8 + 1), std::bad_alloc)
+        << "whose size in bytes is 0 again";
 }
 
 TEST(LargeVector, GrowsAcrossTheLimitAndKeepsItsElements)
