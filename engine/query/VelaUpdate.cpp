@@ -1,5 +1,6 @@
 #include "engine/query/VelaUpdate.h"
 
+#include "engine/query/ExprShape.h"
 #include "engine/query/RowsWhere.h"
 
 namespace vela {
@@ -33,6 +34,8 @@ bool VelaUpdate::RunUpdate()
     if (mTargets.empty())
         return true;
     const std::vector<Target*> perRow = FillRowBuffer();
+    if (!mWhere)
+        LoadColumns(perRow);
     return WriteRows(ChooseRows(), perRow);
 }
 
@@ -49,6 +52,19 @@ std::vector<VelaUpdate::Target*> VelaUpdate::FillRowBuffer()
             perRow.push_back(&target);
     }
     return perRow;
+}
+
+// All rows will be read: one pass lists them and brings the columns into memory that their new values are made of.
+void VelaUpdate::LoadColumns(const std::vector<Target*>& perRow)
+{
+    TableColumns* columns = perRow.empty() ? nullptr : mTable->Columns();
+    if (columns == nullptr || mTable->QtyRows() <= kFewRows)
+        return;
+    std::vector<std::vector<bool>> wanted(1);
+    wanted[0].resize(static_cast<size_t>(mTable->QtyColumns()));
+    for (const Target* target : perRow)
+        CollectColumns(*target->expr, &wanted);
+    columns->Prepare(wanted[0]);
 }
 
 SimpleVector<uint32_t> VelaUpdate::ChooseRows()

@@ -36,6 +36,7 @@ private:
 
     // The targets whose value must be computed for each row.
     [[nodiscard]] std::vector<Target*> FillRowBuffer();
+    void LoadColumns(const std::vector<Target*>& perRow);
     [[nodiscard]] SimpleVector<uint32_t> ChooseRows();
     [[nodiscard]] bool WriteRows(const SimpleVector<uint32_t>& rowIDs,
                                  const std::vector<Target*>& perRow);

@@ -243,7 +243,7 @@ bool CommitFile::ReserveTail()
     return mTail.empty() || Reserve(length);
 }
 
-void CommitFile::AppendToLog(std::string* payload) const
+void CommitFile::AppendToLog(std::string* payload)
 {
     if (mBeside) {
         AppendLogEntry(payload, LogEntryKind::kReplacement, mName);
@@ -296,10 +296,12 @@ bool CommitFile::Apply()
         return FailWith(EBADF);
     if (mStream->GetLength() > mKept && !mStream->SetLength(mKept))
         return FailWithStream();
-    const bool written = mPages.ForEachPiece([this](int64_t position, std::string_view bytes) {
+    const auto write = [this](int64_t position, std::string_view bytes) {
         return WriteStream(position, bytes.data(), bytes.size());
-    });
-    if (!written || !WriteStream(mKept, mTail.data(), mTail.size()))
+    };
+    if (!mPages.ForEachPiece(mStream.get(), write))
+        return FailWithStream();
+    if (!WriteStream(mKept, mTail.data(), mTail.size()))
         return false;
     Settle();
     return true;

@@ -65,7 +65,7 @@ public:
     // Room for the bytes that Apply will append.
     [[nodiscard]] bool ReserveTail();
     // Appends the changes as an entry of the log.
-    void AppendToLog(std::string* payload) const;
+    void AppendToLog(std::string* payload);
     // Takes an entry of the log, of kind kFile, for changes of a commit. False: it asks for bytes that aren't there.
     [[nodiscard]] bool TakeFromLog(const LogEntry& entry);
     // Writes the bytes of an entry to the container once more.

@@ -40,8 +40,8 @@ public:
     [[nodiscard]] bool IsCommitting() const { return mCommitting; }
 
     struct Limits {
-        size_t largestTail = size_t{1} << 20;    // appended bytes of one file that wait in memory
-        int64_t largestLog = int64_t{1} << 20;   // bytes of log after which the files are flushed
+        size_t largestTail = size_t{1} << 20;     // appended bytes of one file that wait in memory
+        int64_t largestLog = int64_t{16} << 20;   // bytes of log after which the files are flushed
     };
     void SetLimits(const Limits& limits) { mLimits = limits; }
 

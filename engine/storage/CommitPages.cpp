@@ -1,7 +1,6 @@
 #include "engine/storage/CommitPages.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 namespace vela {
@@ -18,28 +17,32 @@ size_t ReadFrom(RandomAccessMechanism* file, int64_t position, char* to, size_t 
     return static_cast<size_t>(std::max(bytesRead, 0));
 }
 
-}   // namespace
-
-CommitPages::Page* CommitPages::Need(RandomAccessMechanism* file, int64_t fileLength,
-                                     int64_t number)
+// Copies as much of the bytes, which belong at place, as lies among the count bytes at to, which belong at position.
+void CopyOver(std::string_view bytes, int64_t place, int64_t position, char* to, size_t count)
 {
-    const auto found = FirstFrom(number);
-    if (found != mPages.end() && found->first == number)
-        return &found->second;
-    const int64_t start = number * kPageSize;
-    const size_t wanted =
-        static_cast<size_t>(std::clamp<int64_t>(fileLength - start, 0, kPageSize));
-    auto bytes = std::make_unique<char[]>(static_cast<size_t>(kPageSize));
-    if (ReadFrom(file, start, bytes.get(), wanted) != wanted)
-        return nullptr;
-    mLast = mPages.emplace_hint(found, number, Page{std::move(bytes), {}});
-    return &mLast->second;
+    const int64_t begin = std::max(place, position);
+    const int64_t end = std::min(place + static_cast<int64_t>(bytes.size()),
+                                 position + static_cast<int64_t>(count));
+    if (begin < end)
+        std::memcpy(to + (begin - position), bytes.data() + (begin - place),
+                    static_cast<size_t>(end - begin));
 }
 
-// The first page of that number or a later one. Mostly it is the one that was asked for last, or the next: files are changed
-// from front to back.
+}   // namespace
+
+void CommitPages::Clear()
+{
+    mPages.clear();
+    mLast = mPages.end();
+    mOpen = OpenPage();
+}
+
+// The first page of that number or a later one. Mostly there is none yet, or it is the one that was asked for last, or the
+// next: files are changed from front to back.
 CommitPages::Pages::iterator CommitPages::FirstFrom(int64_t number) const
 {
+    if (mPages.empty() || mPages.rbegin()->first < number)
+        return mPages.end();
     if (mLast != mPages.end() && mLast->first < number)
         ++mLast;
     const bool isIt = mLast != mPages.end() && mLast->first >= number &&
@@ -49,9 +52,53 @@ CommitPages::Pages::iterator CommitPages::FirstFrom(int64_t number) const
     return mLast;
 }
 
-void CommitPages::Note(Page* page, int32_t begin, int32_t end)
+bool CommitPages::Open(RandomAccessMechanism* file, int64_t fileLength, int64_t number)
 {
-    auto& changes = page->changes;
+    if (mOpen.number == number)
+        return true;
+    PutAway();
+    if (!mOpen.bytes)
+        mOpen.bytes = std::make_unique<char[]>(static_cast<size_t>(kPageSize));
+    const int64_t start = number * kPageSize;
+    const size_t wanted =
+        static_cast<size_t>(std::clamp<int64_t>(fileLength - start, 0, kPageSize));
+    if (ReadFrom(file, start, mOpen.bytes.get(), wanted) != wanted)
+        return false;
+    const auto page = FirstFrom(number);
+    if (page != mPages.end() && page->first == number)
+        ForEachIn(page->second, [this](int32_t begin, std::string_view bytes) {
+            std::memcpy(mOpen.bytes.get() + begin, bytes.data(), bytes.size());
+            mOpen.changes.emplace_back(begin, begin + static_cast<int32_t>(bytes.size()));
+            return true;
+        });
+    mOpen.number = number;
+    return true;
+}
+
+void CommitPages::PutAway()
+{
+    if (mOpen.number >= 0 && !mOpen.changes.empty()) {
+        size_t size = 0;
+        for (const auto& [begin, end] : mOpen.changes)
+            size += sizeof(ChangeHead) + static_cast<size_t>(end - begin);
+        std::string changes;
+        changes.reserve(size);
+        for (const auto& [begin, end] : mOpen.changes) {
+            const ChangeHead head{static_cast<uint16_t>(begin), static_cast<uint16_t>(end - begin)};
+            changes.append(reinterpret_cast<const char*>(&head), sizeof head);
+            changes.append(mOpen.bytes.get() + begin, head.size);
+        }
+        const auto place = FirstFrom(mOpen.number);
+        mPages.emplace_hint(place, mOpen.number, std::string())->second = std::move(changes);
+    }
+    mOpen.number = -1;
+    mOpen.changes.clear();
+}
+
+// Of the open page.
+void CommitPages::Note(int32_t begin, int32_t end)
+{
+    auto& changes = mOpen.changes;
     auto first = std::lower_bound(
         changes.begin(), changes.end(), begin,
         [](const auto& change, int32_t place) { return change.second + kNear < place; });
@@ -67,12 +114,11 @@ bool CommitPages::Write(RandomAccessMechanism* file, int64_t fileLength, int64_t
                         const char* from, size_t count)
 {
     while (count > 0) {
-        Page* page = Need(file, fileLength, position / kPageSize);
-        if (page == nullptr)
+        if (!Open(file, fileLength, position / kPageSize))
             return false;
         const int64_t begin = position % kPageSize;
         const size_t size = std::min(count, static_cast<size_t>(kPageSize - begin));
-        char* to = page->bytes.get() + begin;
+        char* to = mOpen.bytes.get() + begin;
         // What is written over itself need not be written.
         size_t first = 0;
         size_t last = size;
@@ -80,10 +126,11 @@ bool CommitPages::Write(RandomAccessMechanism* file, int64_t fileLength, int64_t
             first++;
         while (first < last && to[last - 1] == from[last - 1])
             last--;
-        std::memcpy(to + first, from + first, last - first);
-        if (first < last)
-            Note(page, static_cast<int32_t>(begin + static_cast<int64_t>(first)),
+        if (first < last) {
+            Note(static_cast<int32_t>(begin + static_cast<int64_t>(first)),
                  static_cast<int32_t>(begin + static_cast<int64_t>(last)));
+            std::memcpy(to + first, from + first, last - first);
+        }
         position += static_cast<int64_t>(size);
         from += size;
         count -= size;
@@ -91,77 +138,84 @@ bool CommitPages::Write(RandomAccessMechanism* file, int64_t fileLength, int64_t
     return true;
 }
 
-// What lies between changed pages is read in one go.
 size_t CommitPages::Read(RandomAccessMechanism* file, int64_t position, char* to,
                          size_t count) const
 {
-    size_t done = 0;
-    auto next = FirstFrom(position / kPageSize);
-    while (done < count) {
-        const int64_t place = position + static_cast<int64_t>(done);
-        const size_t left = count - done;
-        if (next != mPages.end() && next->first == place / kPageSize) {
-            const int64_t begin = place % kPageSize;
-            const size_t size = std::min(left, static_cast<size_t>(kPageSize - begin));
-            std::memcpy(to + done, next->second.bytes.get() + begin, size);
-            done += size;
-            ++next;
-            continue;
-        }
-        const int64_t end = next == mPages.end() ? INT64_MAX : next->first * kPageSize;
-        const size_t size = static_cast<size_t>(std::min(static_cast<int64_t>(left), end - place));
-        const size_t came = ReadFrom(file, place, to + done, size);
-        done += came;
-        if (came != size)
-            break;
+    const int64_t begin = position - mOpen.number * kPageSize;
+    if (mOpen.number >= 0 && begin >= 0 && begin + static_cast<int64_t>(count) <= kPageSize) {
+        std::memcpy(to, mOpen.bytes.get() + begin, count);
+        return count;
     }
-    return done;
+    const size_t came = ReadFrom(file, position, to, count);
+    Overlay(position, to, came);
+    return came;
+}
+
+// Puts the changes into the count bytes at to, which are the file's from position.
+void CommitPages::Overlay(int64_t position, char* to, size_t count) const
+{
+    const int64_t end = position + static_cast<int64_t>(count);
+    for (auto page = FirstFrom(position / kPageSize);
+         page != mPages.end() && page->first * kPageSize < end; ++page)
+        ForEachIn(page->second,
+                  [&, start = page->first * kPageSize](int64_t begin, std::string_view bytes) {
+                      CopyOver(bytes, start + begin, position, to, count);
+                      return true;
+                  });
+    for (const auto& [first, last] : mOpen.changes)
+        CopyOver({mOpen.bytes.get() + first, static_cast<size_t>(last - first)},
+                 mOpen.number * kPageSize + first, position, to, count);
 }
 
 bool CommitPages::ForEachPiece(
-    const std::function<bool(int64_t position, std::string_view bytes)>& take) const
+    RandomAccessMechanism* file,
+    const std::function<bool(int64_t position, std::string_view bytes)>& take)
 {
     std::string piece;
     int64_t start = 0;
+    int64_t end = 0;
+    bool hasGaps = false;
+    const auto takePiece = [&] {
+        const size_t size = static_cast<size_t>(end - start);
+        piece.resize(size);
+        if (hasGaps && ReadFrom(file, start, piece.data(), size) != size)
+            return false;
+        Overlay(start, piece.data(), size);
+        return take(start, piece);
+    };
     const bool taken = ForEachChange([&](int64_t position, std::string_view bytes) {
-        const int64_t end = start + static_cast<int64_t>(piece.size());
-        if (piece.empty() || position - end > kNearInFile || piece.size() >= kLargestPiece) {
-            if (!piece.empty() && !take(start, piece))
-                return false;
-            piece.clear();
-            start = position;
-        } else {
-            AppendBytes(end, position, &piece);
-        }
-        piece.append(bytes);
+        const bool goesOn =
+            start < end && position - end <= kNearInFile && end - start < kLargestPiece;
+        if (!goesOn && start < end && !takePiece())
+            return false;
+        hasGaps = goesOn && (hasGaps || position > end);
+        start = goesOn ? start : position;
+        end = position + static_cast<int64_t>(bytes.size());
         return true;
     });
-    return taken && (piece.empty() || take(start, piece));
-}
-
-// All of it lies in pages that are here.
-void CommitPages::AppendBytes(int64_t begin, int64_t end, std::string* to) const
-{
-    while (begin < end) {
-        const int64_t pageEnd = std::min((begin / kPageSize + 1) * kPageSize, end);
-        const Page& page = FirstFrom(begin / kPageSize)->second;
-        to->append(page.bytes.get() + begin % kPageSize, static_cast<size_t>(pageEnd - begin));
-        begin = pageEnd;
-    }
+    return taken && (start == end || takePiece());
 }
 
 void CommitPages::CutFrom(int64_t length)
 {
+    PutAway();
     mPages.erase(mPages.lower_bound((length + kPageSize - 1) / kPageSize), mPages.end());
     mLast = mPages.end();
     if (mPages.empty() || length % kPageSize == 0)
         return;
-    auto& [number, page] = *mPages.rbegin();
+    auto& [number, changes] = *mPages.rbegin();
     const int64_t end = length - number * kPageSize;
-    while (!page.changes.empty() && page.changes.back().first >= end)
-        page.changes.pop_back();
-    if (!page.changes.empty() && page.changes.back().second > end)
-        page.changes.back().second = static_cast<int32_t>(end);
+    std::string left;
+    ForEachIn(changes, [&left, end](int64_t begin, std::string_view bytes) {
+        if (begin >= end)
+            return false;
+        bytes = bytes.substr(0, static_cast<size_t>(end - begin));
+        const ChangeHead head{static_cast<uint16_t>(begin), static_cast<uint16_t>(bytes.size())};
+        left.append(reinterpret_cast<const char*>(&head), sizeof head);
+        left.append(bytes);
+        return true;
+    });
+    changes = std::move(left);
 }
 
 }   // namespace vela

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <map>
 #include <memory>
@@ -13,15 +14,18 @@
 
 namespace vela {
 
-// CommitPages is what a commit overwrites of a file: pages of the file in memory, each with the places that have changed.
-// Reads see the changes, the file doesn't.
+// CommitPages is what a commit overwrites of a file: the places that have changed, with their new bytes, page by page. Reads
+// see the changes, the file doesn't.
+//
+// It takes memory in proportion to the changed bytes: only the page that was written last is held whole, since changes mostly
+// go through a file from front to back.
 class CommitPages {
 public:
     CommitPages() = default;
     CommitPages(const CommitPages&) = delete;
     CommitPages& operator=(const CommitPages&) = delete;
 
-    [[nodiscard]] bool IsEmpty() const { return mPages.empty(); }
+    [[nodiscard]] bool IsEmpty() const { return mPages.empty() && mOpen.number < 0; }
 
     // Notes the count bytes from position as changed. The pages they lie in are read from file, whose bytes end at
     // fileLength, first. False when that fails.
@@ -32,30 +36,29 @@ public:
                               size_t count) const;
     // Forgets what lies at length and beyond.
     void CutFrom(int64_t length);
-    void Clear()
-    {
-        mPages.clear();
-        mLast = mPages.end();
-    }
+    void Clear();
 
     // Calls take(position, bytes) for each changed place, in order of position. take returns false to stop; the result is
     // the last call's, true when there was none.
     template <class Take>
-    bool ForEachChange(const Take& take) const
+    bool ForEachChange(const Take& take)
     {
-        for (const auto& [number, page] : mPages)
-            for (const auto& [begin, end] : page.changes)
-                if (!take(number * kPageSize + begin,
-                          std::string_view(page.bytes.get() + begin,
-                                           static_cast<size_t>(end - begin))))
-                    return false;
+        PutAway();
+        for (const auto& [number, changes] : mPages)
+            if (!ForEachIn(changes, [&take, start = number * kPageSize](int64_t begin,
+                                                                        std::string_view bytes) {
+                    return take(start + begin, bytes);
+                }))
+                return false;
         return true;
     }
 
     // The same in fewer and larger pieces, for writing them to the file: what has not changed between two places that lie near
-    // each other comes along. bytes are good during the call only.
+    // each other comes along, as file has it; when that can't be read, the result is false. bytes are good during the call
+    // only.
     [[nodiscard]] bool ForEachPiece(
-        const std::function<bool(int64_t position, std::string_view bytes)>& take) const;
+        RandomAccessMechanism* file,
+        const std::function<bool(int64_t position, std::string_view bytes)>& take);
 
 private:
     static constexpr int64_t kPageSize = 4096;
@@ -63,22 +66,48 @@ private:
     static constexpr int32_t kNear = 12;
     // In a file, writing so many bytes once more takes less than a call of the system.
     static constexpr int64_t kNearInFile = 512;
-    static constexpr size_t kLargestPiece = size_t{1} << 20;
+    static constexpr int64_t kLargestPiece = int64_t{1} << 20;
 
-    struct Page {
+    // Where a change in a page begins, and how long it is, in front of its bytes.
+    struct ChangeHead {
+        uint16_t begin;
+        uint16_t size;
+    };
+
+    // A page with all its bytes.
+    struct OpenPage {
+        int64_t number = -1;   // position / kPageSize; -1: none is open
         std::unique_ptr<char[]> bytes;
         std::vector<std::pair<int32_t, int32_t>> changes;   // begin, end; sorted, apart
     };
 
-    using Pages = std::map<int64_t, Page>;
+    // By number. The value: the changes in order, each a head and its bytes.
+    using Pages = std::map<int64_t, std::string>;
 
-    void AppendBytes(int64_t begin, int64_t end, std::string* to) const;
+    // Calls take(begin, bytes) for each change, as ForEachChange.
+    template <class Take>
+    static bool ForEachIn(std::string_view changes, const Take& take)
+    {
+        while (!changes.empty()) {
+            ChangeHead head;
+            std::memcpy(&head, changes.data(), sizeof head);
+            if (!take(head.begin, changes.substr(sizeof head, head.size)))
+                return false;
+            changes.remove_prefix(sizeof head + head.size);
+        }
+        return true;
+    }
+
     [[nodiscard]] Pages::iterator FirstFrom(int64_t number) const;
-    Page* Need(RandomAccessMechanism* file, int64_t fileLength, int64_t number);
-    static void Note(Page* page, int32_t begin, int32_t end);
+    bool Open(RandomAccessMechanism* file, int64_t fileLength, int64_t number);
+    // The open page joins the others.
+    void PutAway();
+    void Note(int32_t begin, int32_t end);
+    void Overlay(int64_t position, char* to, size_t count) const;
 
-    mutable Pages mPages;                           // by number: position / kPageSize
+    mutable Pages mPages;                           // the open one as it was before it was opened
     mutable Pages::iterator mLast = mPages.end();   // where FirstFrom was last
+    OpenPage mOpen;
 };
 
 }   // namespace vela

@@ -14,6 +14,8 @@ namespace {
 // A column that is read value by value this often, and for this part of the rows, had better be loaded.
 constexpr uint32_t kFewValues = 64;
 constexpr uint32_t kPartOfRows = 16;
+// Changes of so many bytes make no difference to the memory that columns take.
+constexpr size_t kUncountedBytes = 64 * 1024;
 
 // Of a payload whose size the type doesn't tell.
 constexpr size_t kOwnSize = SIZE_MAX;
@@ -154,6 +156,13 @@ void StoredTableColumns::Refresh()
     if (mColumns.empty())
         mColumns.resize(static_cast<size_t>(mTable->QtyColumns()));
     RemoveDeletedRows();
+    if (mUncounted > kUncountedBytes)
+        CountAllMemory();
+}
+
+void StoredTableColumns::CountAllMemory()
+{
+    mUncounted = 0;
     for (uint32_t number = 1; number < mColumns.size(); number++)
         if (mColumns[number].memory != 0 || IsLoaded(number))
             CountMemory(number);
@@ -171,6 +180,9 @@ uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
         if (mRowIDs[near] == rowID)
             return mLastNumber = near;
     if (mAscending) {
+        const uint32_t guess = count == 0 ? 0 : rowID - mRowIDs.front();   // ids without gaps
+        if (guess < count && mRowIDs[guess] == rowID)
+            return mLastNumber = guess;
         const auto found = std::lower_bound(mRowIDs.begin(), mRowIDs.end(), rowID);
         if (found == mRowIDs.end() || *found != rowID)
             return kInvalidRowID;
@@ -184,6 +196,22 @@ uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
     }
     const uint32_t* number = mNumbers.FindNode(rowID);
     return number == nullptr ? kInvalidRowID : (mLastNumber = *number);
+}
+
+bool StoredTableColumns::ListsRow(uint32_t rowID)
+{
+    return FindsRowsQuickly() && RowNumberOf(rowID) != kInvalidRowID;
+}
+
+bool StoredTableColumns::GetLoadedValue(uint32_t rowID, long number, VelaValue* value)
+{
+    if (!FindsRowsQuickly() || Loaded(number) == nullptr)
+        return false;
+    const uint32_t row = RowNumberOf(rowID);
+    if (row == kInvalidRowID)
+        return false;
+    mColumns[static_cast<size_t>(number)].data.GetValue(row, value);
+    return true;
 }
 
 const ColumnData* StoredTableColumns::Load(long number)
@@ -236,6 +264,7 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
 // One pass over the record file, then the inserted rows; lists the rows too when that has not been done.
 void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
 {
+    CountAllMemory();
     mListing = !mRowsKnown;
     if (mListing) {
         mRowIDs.clear();
@@ -411,6 +440,7 @@ void StoredTableColumns::RowAdded(const VTChangedRow& change)
     for (uint32_t number = 1; number < mColumns.size(); number++)
         if (IsLoaded(number) && !AppendFromChange(change, number))
             Refuse(number);
+    mUncounted += change.Body().size();
 }
 
 void StoredTableColumns::RowUpdated(const VTChangedRow& change)
@@ -421,13 +451,15 @@ void StoredTableColumns::RowUpdated(const VTChangedRow& change)
     if (row == kInvalidRowID)
         return;
     for (uint32_t number = 1; number < mColumns.size(); number++) {
+        if (!IsLoaded(number))
+            continue;
         const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
         VelaValue value;
-        if (!IsLoaded(number) || !change.GetValue(info->columnID, info->Type(), &value))
-            continue;
-        if (!mColumns[number].data.Set(row, value))
+        if (change.GetValue(info->columnID, info->Type(), &value) &&
+            !mColumns[number].data.Set(row, value))
             Refuse(number);
     }
+    mUncounted += change.Body().size();
 }
 
 void StoredTableColumns::RowDeleted(uint32_t rowID)

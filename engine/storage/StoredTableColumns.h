@@ -42,7 +42,12 @@ public:
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
-    // Takes in what was deleted, and counts the memory anew; called before the object is handed out.
+    // For whoever has a row id, without making or reading anything: whether the row is known to be there, and its value when
+    // the column is in memory. False also when that can't be told quickly.
+    [[nodiscard]] bool ListsRow(uint32_t rowID);
+    bool GetLoadedValue(uint32_t rowID, long number, VelaValue* value);
+
+    // Takes in what was deleted, and counts the memory anew after many changes; called before the object is handed out.
     void Refresh();
     // What changed, after it did.
     void RowAdded(const VTChangedRow& change);
@@ -64,6 +69,10 @@ private:
     };
 
     void ListRows();
+    [[nodiscard]] bool FindsRowsQuickly() const
+    {
+        return mRowsKnown && mDeletedNumbers.empty() && (mAscending || mNumbersKnown);
+    }
     void LoadColumns(const std::vector<uint32_t>& wanted);
     size_t AppendStoredRows(const std::vector<uint32_t>& numbers);
     size_t AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers);
@@ -71,9 +80,9 @@ private:
     void AppendMissing(uint32_t number);
     void AppendField(uint32_t number, const RecordField& field);
     void Refuse(uint32_t number);
+    void CountAllMemory();
     void CountMemory(uint32_t number);
     [[nodiscard]] bool HasRoomFor(uint32_t number, size_t rows);
-    void ResetColumn(uint32_t number);
     void RemoveDeletedRows();
     [[nodiscard]] bool IsLoaded(size_t number) const
     {
@@ -91,6 +100,7 @@ private:
     uint32_t mLastNumber = 0;   // what RowNumberOf found last
     std::vector<uint32_t> mDeletedNumbers;
     std::vector<Column> mColumns;   // by column number, 0 unused
+    size_t mUncounted = 0;          // bytes of changes since the memory was counted
 };
 
 }   // namespace vela

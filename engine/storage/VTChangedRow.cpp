@@ -29,45 +29,48 @@ bool NamesAColumnTwice(const VelaRow& values)
 
 }   // namespace
 
-VTChangedRow::Owner VTChangedRow::Allocate(uint32_t rowID, Kind kind, bool hasNulls,
-                                           size_t bodySize)
+VTChangedRow* VTChangedRow::Allocate(RowArena* arena, uint32_t rowID, Kind kind, bool hasNulls,
+                                     size_t bodySize)
 {
-    void* memory = ::operator new(sizeof(VTChangedRow) + bodySize);
-    return Owner(new (memory) VTChangedRow(rowID, kind, hasNulls, bodySize));
+    void* memory = arena->Take(sizeof(VTChangedRow) + bodySize);
+    return new (memory) VTChangedRow(rowID, kind, hasNulls, bodySize);
 }
 
-VTChangedRow::Owner VTChangedRow::Create(uint32_t rowID, Kind kind, bool hasNulls,
-                                         std::string_view body)
+VTChangedRow* VTChangedRow::Create(RowArena* arena, uint32_t rowID, Kind kind, bool hasNulls,
+                                   std::string_view body)
 {
-    Owner row = Allocate(rowID, kind, hasNulls, body.size());
+    VTChangedRow* row = Allocate(arena, rowID, kind, hasNulls, body.size());
     std::memcpy(row->Bytes(), body.data(), body.size());
     return row;
 }
 
-VTChangedRow::Owner VTChangedRow::Create(uint32_t rowID, Kind kind, const VelaRow& values)
+VTChangedRow* VTChangedRow::Create(RowArena* arena, uint32_t rowID, Kind kind,
+                                   const VelaRow& values)
 {
-    Owner row = Allocate(rowID, kind, HasNull(values), CalcSchemaAndDataSize(values));
+    VTChangedRow* row =
+        Allocate(arena, rowID, kind, HasNull(values), CalcSchemaAndDataSize(values));
     EncodeRecordBody(row->Bytes(), values);
     if (kind == kInsert || !NamesAColumnTwice(values))
         return row;
     std::vector<char> body;
     const bool hasNulls = MergeBodies(kEmptyBody, row->Body(), MergedNulls::kKeep, &body);
-    return Create(rowID, kind, hasNulls, {body.data(), body.size()});
+    arena->Drop(row->Size());
+    return Create(arena, rowID, kind, hasNulls, {body.data(), body.size()});
 }
 
-VTChangedRow::Owner VTChangedRow::UpdateValues(const VelaRow& values) const
+VTChangedRow* VTChangedRow::UpdateValues(RowArena* arena, const VelaRow& values) const
 {
     std::vector<char> changes(CalcSchemaAndDataSize(values));
     EncodeRecordBody(changes.data(), values);
     std::vector<char> body;
     const bool hasNulls =
         MergeBodies(Body(), {changes.data(), changes.size()}, MergedNulls::kKeep, &body);
-    return Create(mRowID, mKind, hasNulls, {body.data(), body.size()});
+    return Create(arena, mRowID, mKind, hasNulls, {body.data(), body.size()});
 }
 
-void VTChangedRow::Destroy()
+VTChangedRow* VTChangedRow::CopyTo(RowArena* arena) const
 {
-    ::operator delete(this);
+    return Create(arena, mRowID, mKind, mHasNulls, Body());
 }
 
 bool VTChangedRow::GetValue(uint32_t columnID, VelaDataType type, VelaValue* value) const

@@ -1,33 +1,32 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string_view>
 
 #include "engine/core/VelaValueWithID.h"
 #include "engine/storage/RecordFormat.h"
+#include "engine/storage/RowArena.h"
 
 namespace vela {
 
 // VTChangedRow is the pending change of one row: a row inserted in this transaction, or an update of a stored row, with the
 // values that it sets, by column id.
 //
-// The values are kept as the body of a record (RecordFormat.h), in one allocation with this object; null ones, which a
-// commit doesn't write, are fields of type None. It never changes: an update of a pending row makes a new one.
+// The values are kept as the body of a record (RecordFormat.h), in one piece of an arena with this object; null ones, which
+// a commit doesn't write, are fields of type None. It never changes: an update of a pending row makes a new one.
 class VTChangedRow {
 public:
     enum Kind : uint8_t { kInsert = 0, kUpdate = 1 };
 
     // A change with these values, copied. Of several values for one column an insert keeps all, as
     // its record will, and the first is read; an update keeps the last.
-    struct Destroyer {
-        void operator()(VTChangedRow* change) const { change->Destroy(); }
-    };
-    using Owner = std::unique_ptr<VTChangedRow, Destroyer>;
-    [[nodiscard]] static Owner Create(uint32_t rowID, Kind kind, const VelaRow& values);
+    [[nodiscard]] static VTChangedRow* Create(RowArena* arena, uint32_t rowID, Kind kind,
+                                              const VelaRow& values);
     // A copy in which each of values takes the place of the one with its column id, or is appended.
-    [[nodiscard]] Owner UpdateValues(const VelaRow& values) const;
-    void Destroy();
+    [[nodiscard]] VTChangedRow* UpdateValues(RowArena* arena, const VelaRow& values) const;
+    [[nodiscard]] VTChangedRow* CopyTo(RowArena* arena) const;
+    // Bytes of its piece of the arena.
+    [[nodiscard]] size_t Size() const { return sizeof(VTChangedRow) + mBodySize; }
 
     [[nodiscard]] uint32_t RowID() const { return mRowID; }
     [[nodiscard]] bool IsInsert() const { return mKind == kInsert; }
@@ -44,8 +43,10 @@ private:
           mHasNulls(hasNulls),
           mBodySize(static_cast<uint32_t>(bodySize))
     {}
-    static Owner Allocate(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize);
-    static Owner Create(uint32_t rowID, Kind kind, bool hasNulls, std::string_view body);
+    static VTChangedRow* Allocate(RowArena* arena, uint32_t rowID, Kind kind, bool hasNulls,
+                                  size_t bodySize);
+    static VTChangedRow* Create(RowArena* arena, uint32_t rowID, Kind kind, bool hasNulls,
+                                std::string_view body);
     [[nodiscard]] char* Bytes() { return reinterpret_cast<char*>(this + 1); }
     [[nodiscard]] const char* Bytes() const { return reinterpret_cast<const char*>(this + 1); }
 

@@ -271,9 +271,9 @@ bool VelaStorage::UpdateBody(std::string_view changes)
     std::string_view old;
     if (!ReadBody(&old))
         return false;
-    std::vector<char> merged;
-    MergeBodies(old, changes, MergedNulls::kTakeOut, &merged);
-    const std::string_view body = ViewOf(merged);
+    if (!mPatcher.Patch(old, changes, &mMerged))
+        MergeBodies(old, changes, MergedNulls::kTakeOut, &mMerged);
+    const std::string_view body = ViewOf(mMerged);
     const int64_t needed = mPosition + static_cast<int64_t>(kRecordHeaderSize + body.size());
     if (needed <= mNextPosition)
         return mLive ? WriteDifference(old, body)
@@ -355,6 +355,7 @@ void VelaStorage::StreamsWentBack()
     mMapDirty = false;
     mMapIsComplete = false;
     mFileLookups = 0;
+    mHeaderKnown = false;
     mPairsInFile = 0;
     mMovedRows.clear();
 }
@@ -425,6 +426,15 @@ void VelaStorage::NeedMap()
 
 // The count of pairs, when the file says that it is valid and is long enough for them and the end mark.
 bool VelaStorage::ReadMapHeader(uint32_t* count)
+{
+    if (!mHeaderKnown && !CheckMapHeader(&mPairsByHeader))
+        return false;
+    mHeaderKnown = true;
+    *count = mPairsByHeader;
+    return true;
+}
+
+bool VelaStorage::CheckMapHeader(uint32_t* count)
 {
     char header[kMapHeaderSize];
     if (mMapFile == nullptr || !ReadBytesAt(mMapFile, 0, header, sizeof header))
@@ -511,6 +521,7 @@ bool VelaStorage::MarkRowPosMapDirty()
 {
     if (mMapDirty)
         return true;
+    mHeaderKnown = false;
     if (mMapFile != nullptr && !WriteNumberAt(mMapFile, 0, kMapStale))
         return false;
     mMapDirty = true;

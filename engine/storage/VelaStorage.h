@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/storage/BodyPatcher.h"
 #include "engine/storage/RandomAccessMechanism.h"
 #include "engine/storage/RecordScanner.h"
 #include "engine/storage/RowMap.h"
@@ -106,6 +107,7 @@ private:
     bool SavePairs(size_t first, size_t end);
     bool MarkRowPosMapDirty();
     bool ReadMapHeader(uint32_t* count);
+    bool CheckMapHeader(uint32_t* count);
     bool FindInMapFile(uint32_t rowID, int64_t* position);
 
     RandomAccessMechanism* mFile;
@@ -120,12 +122,16 @@ private:
     bool mLive = false;
     MapState mMapState = MapState::kUnloaded;
     uint32_t mFileLookups = 0;   // rows found in the map file without loading it
+    bool mHeaderKnown = false;   // of the map file, as it is now
+    uint32_t mPairsByHeader = 0;
     size_t mPairsInFile = 0;   // how many pairs at the start of the map file are as they should be
     std::vector<uint32_t> mMovedRows;   // rows whose pairs among these have changed since
     bool mMapIsComplete =
         false;   // every live record is in the map: a row that it doesn't know is not there
     std::vector<char> mBody;
+    std::vector<char> mMerged;
     std::vector<char> mRecord;
+    BodyPatcher mPatcher;
 
     bool mFull = false;
 };

@@ -36,16 +36,7 @@ VelaTrans::VelaTrans(VelaFileAccess* files, const string& name, Files state)
       mRows(new StoredTableColumns(this))
 {}
 
-VelaTrans::~VelaTrans()
-{
-    DestroyChanges();
-}
-
-void VelaTrans::DestroyChanges()
-{
-    for (size_t i = 0; i < mChangedRows.Count(); i++)
-        mChangedRows.GetItemByIndex(i)->Destroy();
-}
+VelaTrans::~VelaTrans() = default;
 
 void VelaTrans::OpenTable()
 {
@@ -134,7 +125,8 @@ bool VelaTrans::GetValue(uint32_t rowID, long number, VelaValue* value, bool use
     const VTChangedRow* change = mChangedRows.Count() == 0 ? nullptr : mChangedRows.GetItem(rowID);
     if (change != nullptr && change->GetValue(column->columnID, column->Type(), value))
         return true;
-    if (useIndexes && GetIndexedValue(rowID, *column, value))
+    if (mRows->GetLoadedValue(rowID, number, value) ||
+        (useIndexes && GetIndexedValue(rowID, *column, value)))
         return true;
     if (!ReadStoredRow(rowID))
         return false;
@@ -203,7 +195,7 @@ bool VelaTrans::HasRow(uint32_t rowID)
     if (mDeletedRows.Contains(rowID))
         return false;
     const VTChangedRow* change = mChangedRows.GetItem(rowID);
-    if (change != nullptr && change->IsInsert())
+    if ((change != nullptr && change->IsInsert()) || mRows->ListsRow(rowID))
         return true;
     return Storage() && mStorage->GoToRowID(rowID, false) && mStorage->IsLive();
 }
@@ -259,22 +251,23 @@ void VelaTrans::CoerceToCorrectType(VelaValueWithID* value) const
         value->CoerceToType(column->Type());
 }
 
-// The row with each value in its column's type; those that had another one are copies, which copies owns.
-VelaRow VelaTrans::CoerceRow(const VelaRow& values,
-                             std::vector<std::unique_ptr<VelaValueWithID>>* copies) const
+// The row with each value in its column's type: values itself when they have it, else a list with copies of those that had
+// another one, both in room.
+const VelaRow& VelaTrans::CoerceRow(const VelaRow& values, CoercedRow* room) const
 {
-    VelaRow row;
-    row.reserve(values.size());
-    for (VelaValueWithID* value : values) {
-        const VelaColumnInfo* column = FindColumn(value->ColumnID());
-        if (column != nullptr && column->Type() != value->GetType()) {
-            copies->push_back(std::make_unique<VelaValueWithID>(*value));
-            value = copies->back().get();
-            value->CoerceToType(column->Type());
-        }
-        row.push_back(value);
+    for (size_t i = 0; i < values.size(); i++) {
+        // Rows mostly have a value for each column, in order.
+        const bool isInOrder = i < mColumns.size() && mColumns[i].columnID == values[i]->ColumnID();
+        const VelaColumnInfo* column = isInOrder ? &mColumns[i] : FindColumn(values[i]->ColumnID());
+        if (column == nullptr || column->Type() == values[i]->GetType())
+            continue;
+        if (room->values.empty())
+            room->values = values;
+        room->copies.push_back(std::make_unique<VelaValueWithID>(*values[i]));
+        room->copies.back()->CoerceToType(column->Type());
+        room->values[i] = room->copies.back().get();
     }
-    return row;
+    return room->values.empty() ? values : room->values;
 }
 
 uint32_t VelaTrans::NextUnusedRowID()
@@ -316,8 +309,8 @@ uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
 
 uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
 {
-    std::vector<std::unique_ptr<VelaValueWithID>> copies;
-    const VelaRow row = CoerceRow(values, &copies);
+    CoercedRow room;
+    const VelaRow& row = CoerceRow(values, &room);
     uint32_t rowID = FreeRowID();
     bool refused = false;
     for (const VelaValueWithID* value : row) {
@@ -328,13 +321,13 @@ uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
     }
     if (refused || rowID == kInvalidRowID)
         return kInvalidRowID;
-    VTChangedRow::Owner change = VTChangedRow::Create(rowID, VTChangedRow::kInsert, row);
-    mChangedRows.Append(rowID, change.get());
+    VTChangedRow* const change =
+        VTChangedRow::Create(&mChangeMemory, rowID, VTChangedRow::kInsert, row);
+    mChangedRows.Append(rowID, change);
     ScopeExit undo([&] { mChangedRows.TakeBack(rowID); });
     mRows->RowAdded(*change);
     AddRowToIndices(rowID);
     undo.Dismiss();
-    (void)change.release();
     mRowChanges++;
     mLastUsedRowID = std::max(mLastUsedRowID, rowID);
     mLastRowID = rowID;
@@ -363,17 +356,17 @@ bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
 // the indexes touched have the row again.
 void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched)
 {
-    std::vector<std::unique_ptr<VelaValueWithID>> copies;
-    const VelaRow row = CoerceRow(values, &copies);
+    CoercedRow room;
+    const VelaRow& row = CoerceRow(values, &room);
     VTChangedRow** pending = mChangedRows.FindNode(rowID);
     VTChangedRow* const before = pending != nullptr ? *pending : nullptr;
-    VTChangedRow::Owner change = before != nullptr
-                                     ? before->UpdateValues(row)
-                                     : VTChangedRow::Create(rowID, VTChangedRow::kUpdate, row);
+    VTChangedRow* const change =
+        before != nullptr ? before->UpdateValues(&mChangeMemory, row)
+                          : VTChangedRow::Create(&mChangeMemory, rowID, VTChangedRow::kUpdate, row);
     if (before != nullptr)
-        *pending = change.get();
+        *pending = change;
     else
-        mChangedRows.Append(rowID, change.get());
+        mChangedRows.Append(rowID, change);
     ScopeExit undo([&] {
         if (before != nullptr)
             *mChangedRows.FindNode(rowID) = before;
@@ -385,10 +378,9 @@ void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vect
         if (touched[i])
             AddRowToIndex(rowID, i);
     undo.Dismiss();
-    (void)change.release();
-    if (before != nullptr)
-        before->Destroy();
     mRowChanges++;
+    if (before != nullptr)
+        DropChange(*before);
 }
 
 void VelaTrans::DeleteRow(uint32_t rowID)
@@ -404,11 +396,26 @@ void VelaTrans::DeleteRow(uint32_t rowID)
     for (size_t i = 0; i < Indexes().size(); i++)
         RemoveRowFromIndex(rowID, i);
     undo.Dismiss();
-    if (VTChangedRow** pending = mChangedRows.FindNode(rowID)) {
-        (*pending)->Destroy();
-        mChangedRows.RemoveItem(rowID);
-    }
     mRowChanges++;
+    if (const VTChangedRow* pending = mChangedRows.GetItem(rowID)) {
+        mChangedRows.RemoveItem(rowID);
+        DropChange(*pending);
+    }
+}
+
+// A change that is no longer among the pending ones. When most of their memory is such changes, the others move.
+void VelaTrans::DropChange(const VTChangedRow& change)
+{
+    mChangeMemory.Drop(change.Size());
+    if (!mChangeMemory.IsWastingMemory())
+        return;
+    RowArena memory;
+    std::vector<VTChangedRow*> copies(mChangedRows.Count());
+    for (size_t i = 0; i < copies.size(); i++)
+        copies[i] = mChangedRows.GetItemByIndex(i)->CopyTo(&memory);
+    for (VTChangedRow* copy : copies)
+        *mChangedRows.FindNode(copy->RowID()) = copy;
+    mChangeMemory.Swap(memory);
 }
 
 // ---- metadata
@@ -595,9 +602,9 @@ bool VelaTrans::WriteInsert(const VTChangedRow& change)
 
 void VelaTrans::ForgetChanges()
 {
-    DestroyChanges();
     mRows->Settle();
     mChangedRows.Presize(1000);
+    mChangeMemory.Clear();
     mDeletedRows.Presize(1000);
     mCachedRowID = kInvalidRowID;
 }

@@ -148,8 +148,12 @@ protected:
     OpenIndex* FindIndex(const string& name);
 
     [[nodiscard]] const VelaColumnInfo* FindColumn(uint32_t columnID) const;
-    [[nodiscard]] VelaRow CoerceRow(const VelaRow& values,
-                                    std::vector<std::unique_ptr<VelaValueWithID>>* copies) const;
+    // A row with some of its values coerced, and these values.
+    struct CoercedRow {
+        VelaRow values;
+        std::vector<std::unique_ptr<VelaValueWithID>> copies;
+    };
+    const VelaRow& CoerceRow(const VelaRow& values, CoercedRow* room) const;
     uint32_t AddCoercedRow(const VelaRow& values);
     void ChangeRow(uint32_t rowID, const VelaRow& values, const std::vector<bool>& touched);
 
@@ -175,7 +179,7 @@ protected:
     bool ReserveRoom();
     bool FailCommit(string* error);
     void ForgetChanges();
-    void DestroyChanges();
+    void DropChange(const VTChangedRow& change);
     [[nodiscard]] uint64_t TableOrderOf(uint32_t rowID);
 
     VelaFileAccess* mFiles;
@@ -196,8 +200,9 @@ protected:
     bool mWritten = false;
     bool mMoved = false;
 
+    RowArena mChangeMemory;
     RowMap<VTChangedRow*>
-        mChangedRows;   // owned; the list keeps the order in which rows were first changed
+        mChangedRows;   // in mChangeMemory; the list keeps the order in which rows were first changed
     RowMap<uint8_t> mDeletedRows;   // 1 each, in order of deletion
     SimpleVector<OpenIndex> mIndexes;
     SimpleVector<OpenIndex> mDroppedIndexes;   // in this transaction

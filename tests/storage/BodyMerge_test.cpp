@@ -147,9 +147,10 @@ TEST(VTChangedRow, UpdateValuesKeepsPlacesSoThatRecordsKeepTheirOrder)
     TestRow row{{1, Null(kTypeInteger)}, {2, Int(2)}, {3, Int(3)}};
     TestRow update{{1, Int(11)}, {4, Int(4)}, {3, Null(kTypeInteger)}};
     TestRow again{{3, Int(33)}};
-    const VTChangedRow::Owner change = VTChangedRow::Create(1, VTChangedRow::kUpdate, row);
-    const VTChangedRow::Owner updated = change->UpdateValues(update);
-    const VTChangedRow::Owner updatedAgain = updated->UpdateValues(again);
+    RowArena arena;
+    const VTChangedRow* change = VTChangedRow::Create(&arena, 1, VTChangedRow::kUpdate, row);
+    const VTChangedRow* updated = change->UpdateValues(&arena, update);
+    const VTChangedRow* updatedAgain = updated->UpdateValues(&arena, again);
     EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=NULL None, 4=Integer 4", TextOf(updated->Body()));
     EXPECT_TRUE(updated->HasNulls());
     EXPECT_FALSE(updated->IsInsert());

@@ -61,7 +61,7 @@ TEST(CommitPages, ReadsAndPiecesAgreeWithPlainBytes)
             return true;
         }));
         int64_t end = -1;
-        EXPECT_TRUE(pages.ForEachPiece([&](int64_t place, std::string_view bytes) {
+        EXPECT_TRUE(pages.ForEachPiece(&file, [&](int64_t place, std::string_view bytes) {
             EXPECT_GT(place, end);
             end = place + static_cast<int64_t>(bytes.size());
             Put(place, bytes, &byPieces);
@@ -82,7 +82,7 @@ TEST(CommitPages, PiecesStopWhenTheyAreRefused)
     for (const int64_t position : {10, 50000, 99000})
         ASSERT_TRUE(pages.Write(&file, 100000, position, "b", 1));
     int calls = 0;
-    EXPECT_FALSE(pages.ForEachPiece([&](int64_t, std::string_view) { return ++calls < 2; }));
+    EXPECT_FALSE(pages.ForEachPiece(&file, [&](int64_t, std::string_view) { return ++calls < 2; }));
     EXPECT_EQ(2, calls);
 }
 

@@ -368,4 +368,34 @@ TEST(VelaTrans, TableWithoutItsRecordFileHasNoRows)
                 "The record file t.dat is missing or can't be opened.");
 }
 
+// ---- pending changes
+
+// Far more memory than the last changes need goes through the arena, which is emptied on the way.
+TEST_F(TableTest, UpdateRow_PendingRowsAreRightHoweverOftenTheyChange)
+{
+    const std::string filler(500, 'x');
+    constexpr int kRows = 300;
+    for (int row = 0; row < kRows; row++)
+        Add(row, "new");
+    for (int round = 1; round <= 60; round++)
+        for (int row = 0; row < kRows; row++)
+            if ((row + round) % 3 != 0)
+                Update(static_cast<uint32_t>(row + 1), 2,
+                       Str((std::to_string(row * round) + filler).c_str()));
+    table->DeleteRow(2);
+    const auto check = [&] {
+        for (int row = 0; row < kRows; row++) {
+            const int last = (row + 60) % 3 != 0 ? 60 : 59;
+            if (row == 1)
+                continue;
+            ASSERT_EQ("String[600] " + std::to_string(row * last) + filler,
+                      Read(static_cast<uint32_t>(row + 1), 2));
+        }
+    };
+    check();
+    ASSERT_TRUE(db.Commit());
+    Reopen();
+    check();
+}
+
 }   // namespace vela
