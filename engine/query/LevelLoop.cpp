@@ -139,6 +139,7 @@ bool LevelLoop::ExtendByTerm(size_t index, const RecSetList& outer, size_t limit
     std::vector<QueryTerm> others = mLevel->joinTerms;
     others.erase(others.begin() + static_cast<std::ptrdiff_t>(index));
     KeepRecSets(others, result);
+    NoteJudged(others);
     if (result->Count() >= columns->RowCount() / kPartWorthLoading)
         columns->Prepare(mState->OutputColumns(mLevel->table));
     return true;
@@ -355,6 +356,17 @@ void LevelLoop::NoteUse(const VelaExpr* expr, TermUse use)
             return;
     }
     mTrace->terms.push_back({expr, use});
+}
+
+// The terms were evaluated for each record set after all.
+void LevelLoop::NoteJudged(const std::vector<QueryTerm>& terms)
+{
+    if (mTrace == nullptr)
+        return;
+    for (TermTrace& noted : mTrace->terms) {
+        for (const QueryTerm& term : terms)
+            noted.use = noted.expr == term.expr ? TermUse::kRowByRow : noted.use;
+    }
 }
 
 // What no faster way was found for is evaluated row by row.

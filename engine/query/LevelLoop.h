@@ -83,9 +83,10 @@ private:
     [[nodiscard]] VelaTable* Table() const { return mState->tables[mLevel->table]; }
     [[nodiscard]] std::vector<ColumnEquality> Equalities() const;
     [[nodiscard]] std::vector<bool> TermColumns() const;
-    // For the trace. The first use that is told of a term is the one that counts.
+    // For the trace. The first use that NoteUse is told of a term is the one that counts.
     void NoteWay(LevelTrace::Way way, uint32_t keyColumn);
     void NoteUse(const VelaExpr* expr, TermUse use);
+    void NoteJudged(const std::vector<QueryTerm>& terms);
     void NoteRest();
 
     const QueryLevel* mLevel;
