@@ -2,11 +2,13 @@
 
 #include <cstring>
 
+#include "runtime/LargeMemory.h"
+
 namespace vela {
 
 namespace {
 
-constexpr size_t kLargestBlock = 65536;
+constexpr size_t kLargestBlock = size_t{8} << 20;
 constexpr size_t kLargestPiece = SIZE_MAX / 4;   // more is no size of anything
 // Larger pieces get a block of their own, so that the one being filled isn't given up for them.
 constexpr size_t kPartOfBlock = 4;
@@ -19,7 +21,7 @@ BlockArena::~BlockArena()
 {
     while (mBlocks) {
         Block* next = mBlocks->next;
-        ::operator delete(mBlocks);
+        LargeMemory::GiveBack(mBlocks, sizeof(Block) + mBlocks->size);
         mBlocks = next;
     }
 }
@@ -50,7 +52,7 @@ char* BlockArena::AddBlock(size_t size)
 {
     if (size > kLargestPiece)
         throw std::bad_alloc();
-    mBlocks = new (::operator new(sizeof(Block) + size)) Block{mBlocks};
+    mBlocks = new (LargeMemory::Take(sizeof(Block) + size)) Block{mBlocks, size};
     return reinterpret_cast<char*>(mBlocks + 1);
 }
 

@@ -61,6 +61,7 @@ private:
     // Stands before the bytes of a block.
     struct alignas(kAlignment) Block {
         Block* next;
+        size_t size;   // without this
     };
 
     [[nodiscard]] void* AllocateElsewhere(size_t size);

@@ -416,7 +416,7 @@ void VelaTrans::DropChange(const VTChangedRow& change)
         copies[i] = mChangedRows.GetItemByIndex(i)->CopyTo(&memory);
     for (VTChangedRow* copy : copies)
         *mChangedRows.FindNode(copy->RowID()) = copy;
-    mChangeMemory.Swap(memory);
+    mChangeMemory = std::move(memory);
 }
 
 // ---- metadata
