@@ -190,9 +190,7 @@ TEST(NumberText, TextToDoubleBearsAMillionDigits)
 // The C library rounds correctly, in its own locale "C".
 TEST(NumberText, DecimalsOfAllLengthsReadAsTheNearestDouble)
 {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE(seed);
-    std::mt19937_64 random(seed);
+    std::mt19937 random(1);
     for (int i = 0; i < 300000; i++) {
         std::string text;
         const size_t digits = 1 + random() % 20;
