@@ -91,13 +91,6 @@ std::vector<const VelaExpr*> OperandsOf(const VelaExpr& expr)
     return operands;
 }
 
-void MarkColumn(const VExprField& field, std::vector<std::vector<bool>>* columns)
-{
-    const size_t table = field.Table();
-    if (table < columns->size() && field.ColumnNumber() < (*columns)[table].size())
-        (*columns)[table][field.ColumnNumber()] = true;
-}
-
 }   // namespace
 
 const VExprField* AsField(const VelaExpr* expr)
@@ -159,13 +152,14 @@ const VelaExpr* NegatedOperand(const VelaExpr& expr)
     return expr.Kind() == ExprKind::kNot ? As<VExprNot>(expr).Operand() : nullptr;
 }
 
-void CollectColumns(const VelaExpr& expr, std::vector<std::vector<bool>>* columns)
+void CollectColumns(const VelaExpr& expr, size_t table, std::vector<bool>* columns)
 {
-    if (const VExprField* field = AsField(&expr))
-        MarkColumn(*field, columns);
+    const VExprField* field = AsField(&expr);
+    if (field && field->Table() == table && field->ColumnNumber() < columns->size())
+        (*columns)[field->ColumnNumber()] = true;
     for (const VelaExpr* operand : OperandsOf(expr)) {
         if (operand)
-            CollectColumns(*operand, columns);
+            CollectColumns(*operand, table, columns);
     }
 }
 

@@ -46,7 +46,7 @@ struct ColumnLike {
 // NOT inner, with inner not null; else null.
 [[nodiscard]] const VelaExpr* NegatedOperand(const VelaExpr& expr);
 
-// Sets (*columns)[table][column] for every field in the tree, as far as the lists reach.
-void CollectColumns(const VelaExpr& expr, std::vector<std::vector<bool>>* columns);
+// Sets (*columns)[column] for every field of that table in the tree, as far as the list reaches.
+void CollectColumns(const VelaExpr& expr, size_t table, std::vector<bool>* columns);
 
 }   // namespace vela

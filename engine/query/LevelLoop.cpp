@@ -25,14 +25,6 @@ bool AreFew(uint64_t rows, size_t tableRows)
     return rows <= kFewRows + tableRows / kPartWorthLookingUp;
 }
 
-// A list for CollectColumns that takes those of one table.
-std::vector<std::vector<bool>> NoColumns(const SimpleVector<VelaTable*>& tables, size_t table)
-{
-    std::vector<std::vector<bool>> columns(tables.size());
-    columns[table].resize(static_cast<size_t>(tables[table]->QtyColumns()));
-    return columns;
-}
-
 }   // namespace
 
 bool EnumerationState::AllKeep(const std::vector<QueryTerm>& terms) const
@@ -46,10 +38,10 @@ bool EnumerationState::AllKeep(const std::vector<QueryTerm>& terms) const
 
 std::vector<bool> EnumerationState::OutputColumns(size_t table) const
 {
-    std::vector<std::vector<bool>> read = NoColumns(tables, table);
+    std::vector<bool> read(static_cast<size_t>(tables[table]->QtyColumns()));
     for (const VelaExpr* output : outputs)
-        CollectColumns(*output, &read);
-    return read[table];
+        CollectColumns(*output, table, &read);
+    return read;
 }
 
 void LevelLoop::Open(uint64_t outerCount)
@@ -387,12 +379,12 @@ void LevelLoop::NoteRest()
 // The columns of this table that the level's terms read.
 std::vector<bool> LevelLoop::TermColumns() const
 {
-    std::vector<std::vector<bool>> columns = NoColumns(mState->tables, mLevel->table);
+    std::vector<bool> columns(static_cast<size_t>(Table()->QtyColumns()));
     for (const QueryTerm& term : mLevel->ownTerms)
-        CollectColumns(*term.expr, &columns);
+        CollectColumns(*term.expr, mLevel->table, &columns);
     for (const QueryTerm& term : mLevel->joinTerms)
-        CollectColumns(*term.expr, &columns);
-    return columns[mLevel->table];
+        CollectColumns(*term.expr, mLevel->table, &columns);
+    return columns;
 }
 
 }   // namespace vela

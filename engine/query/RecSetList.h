@@ -35,8 +35,8 @@ public:
         }
         mCount += count;
     }
-    // Adds count record sets of at least one table; where the rows of the first one are to be put, and those of the others behind. Good until the
-    // list grows.
+    // Adds count record sets of at least one table; where the rows of the first one are to be put, and those of the others
+    // behind. Good until the list grows.
     [[nodiscard]] uint32_t* Extend(size_t count)
     {
         if (count > SIZE_MAX / 2 / mTableCount - mRows.size() / mTableCount)

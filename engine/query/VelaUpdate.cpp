@@ -60,11 +60,10 @@ void VelaUpdate::LoadColumns(const std::vector<Target*>& perRow)
     TableColumns* columns = perRow.empty() ? nullptr : mTable->Columns();
     if (columns == nullptr || mTable->QtyRows() <= kFewRows)
         return;
-    std::vector<std::vector<bool>> wanted(1);
-    wanted[0].resize(static_cast<size_t>(mTable->QtyColumns()));
+    std::vector<bool> wanted(static_cast<size_t>(mTable->QtyColumns()));
     for (const Target* target : perRow)
-        CollectColumns(*target->expr, &wanted);
-    columns->Prepare(wanted[0]);
+        CollectColumns(*target->expr, 0, &wanted);
+    columns->Prepare(wanted);
 }
 
 SimpleVector<uint32_t> VelaUpdate::ChooseRows()

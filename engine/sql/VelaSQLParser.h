@@ -16,8 +16,9 @@ class SQLUpdateNode;
 // VelaSQLParser turns the text of one statement into a syntax tree, by recursive descent. It knows no
 // tables: names are collected as written.
 //
-// A tree owns all that it needs: the parser may be used again or go. The first error counts. Parsing goes on after it and may build some of the tree; who gets a tree
-// together with an error throws it away.
+// A tree owns all that it needs: the parser may be used again or go. The first error counts. Parsing
+// goes on after it and may build some of the tree; who gets a tree together with an error throws it
+// away.
 // Parentheses, signs and calls may be nested kMaxNesting deep, and expression trees may be
 // SQLScalarExpNode::kMaxHeight high; beyond that the error is kErrNotSupported. The stack that a
 // parse takes is bounded by that, the time is linear in the length of the statement.

@@ -13,8 +13,9 @@ class FolderLock {
 public:
     enum class Kind { kForReading, kForWriting };
 
-    // Doesn't wait for others, but up to a tenth of a second for a process that is ending. False: somebody has the folder in a way that excludes this, or it can't be locked; ErrorText tells, with
-    // the other's process when the system tells it. A file system without such locks refuses writers and lets readers in.
+    // Doesn't wait for others, but up to a tenth of a second for a process that is ending. False: somebody has the folder in
+    // a way that excludes this, or it can't be locked; ErrorText tells, with the other's process when the system tells it. A
+    // file system without such locks refuses writers and lets readers in.
     [[nodiscard]] bool Take(const string& path, Kind kind);
     [[nodiscard]] const string& ErrorText() const { return mErrorText; }
     // Whether path still leads to the folder that was locked. One call of the system.

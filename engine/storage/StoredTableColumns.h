@@ -13,8 +13,8 @@ namespace vela {
 class VelaTrans;
 
 // StoredTableColumns is the column-wise form of a stored table: the list of its rows, and those columns that were asked
-// for, filled in one pass over the record file with the pending changes laid over. The rows are listed by the first pass. Later changes are told to it and keep it
-// current; what can't be kept so is dropped and read again when it is next needed.
+// for, filled in one pass over the record file with the pending changes laid over. The rows are listed by the first pass.
+// Later changes are told to it and keep it current; what can't be kept so is dropped and read again when it is next needed.
 class StoredTableColumns : public TableColumns {
 public:
     // Reads nothing yet. table owns this object.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <sstream>
 
 namespace vela::test {
@@ -94,6 +95,12 @@ std::string Describe(const QueryPair& pair)
     return text + (pair.reference.distinct ? "distinct" : "");
 }
 
+uint32_t FromEnvironment(const char* name, uint32_t otherwise)
+{
+    const char* text = std::getenv(name);
+    return text ? static_cast<uint32_t>(std::strtoul(text, nullptr, 10)) : otherwise;
+}
+
 }   // namespace
 
 void ExpectAgreement(QueryPair& pair)
@@ -112,6 +119,16 @@ void ExpectAgreement(QueryPair& pair)
     for (size_t i = 0; i < pair.reference.outputs.size(); i++)
         EXPECT_EQ(pair.reference.outputs[i]->GetType(pair.reference.tables),
                   result->Column(static_cast<long>(i))->Type());
+}
+
+void ForEachSeed(uint32_t cases, const std::function<void(uint32_t seed)>& check)
+{
+    const uint32_t first = FromEnvironment("VELA_QUERY_SEED", 1);
+    const uint32_t end = first + FromEnvironment("VELA_QUERY_CASES", cases);
+    for (uint32_t seed = first; seed < end && !testing::Test::HasFailure(); seed++) {
+        SCOPED_TRACE("VELA_QUERY_SEED=" + std::to_string(seed) + " VELA_QUERY_CASES=1");
+        check(seed);
+    }
 }
 
 }   // namespace vela::test
