@@ -28,7 +28,8 @@ std::string LogOf(std::string_view payloads)
         const auto second = static_cast<unsigned char>(payloads[1]);
         const std::string_view payload = payloads.substr(2, size_t{first} % 8 << 8 | second);
         header.kind = first >= 128 ? LogRecordKind::kNote : LogRecordKind::kCommit;
-        log += EncodeLogRecord(header, payload);
+        log += EncodeLogHeader(header, payload);
+        log += payload;
         log.resize((log.size() + kLogAlignment - 1) / kLogAlignment * kLogAlignment);
         header.number++;
         payloads.remove_prefix(2 + payload.size());

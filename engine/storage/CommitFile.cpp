@@ -254,10 +254,13 @@ void CommitFile::AppendToLog(std::string* payload)
     AppendLogNumber(payload, mKept);
     AppendLogNumber(payload, Length());
     uint32_t count = mTail.empty() ? 0 : 1;
-    mPages.ForEachChange([&count](int64_t, std::string_view) {
+    size_t size = mTail.size();
+    mPages.ForEachChange([&](int64_t, std::string_view bytes) {
         count++;
+        size += bytes.size();
         return true;
     });
+    payload->reserve(payload->size() + sizeof count + count * kLogExtentHeaderSize + size);
     AppendLogCount(payload, count);
     mPages.ForEachChange([payload](int64_t position, std::string_view bytes) {
         AppendLogExtent(payload, position, bytes);

@@ -129,13 +129,13 @@ bool CommitLog::Append(LogRecordKind kind, std::string_view payload)
         mErrorText = "The changes are too many for one commit";
         return false;
     }
-    const std::string record = EncodeLogRecord({kind, mGeneration, mNumber, 0, 0}, payload);
-    const int64_t end = mPosition + RoundedUp(static_cast<int64_t>(record.size()),
+    const std::string header = EncodeLogHeader({kind, mGeneration, mNumber, 0, 0}, payload);
+    const int64_t end = mPosition + RoundedUp(static_cast<int64_t>(header.size() + payload.size()),
                                               static_cast<int64_t>(kLogAlignment));
     if ((!mStream && !Create()) || !MakeRoom(end))
         return false;
     mDoubt = Doubt::kRecord;   // beforehand: memory may run out on the way
-    if (!WriteRecord(record))
+    if (!WriteRecord(header, payload))
         return false;
     mDoubt = Doubt::kNone;
     mPosition = end;
@@ -174,12 +174,14 @@ bool CommitLog::MakeRoom(int64_t end)
     return WriteAt(mStream.get(), length, zeros) || FailWithStream();
 }
 
-bool CommitLog::WriteRecord(std::string_view record)
+bool CommitLog::WriteRecord(std::string_view header, std::string_view payload)
 {
     // The first record of a new log: the head goes with it.
     if (!mNamed && !WriteAt(mStream.get(), 0, EncodeLogHead(mGeneration)))
         return FailWithStream();
-    if (!WriteAt(mStream.get(), mPosition, record) || !mStream->FlushToDisk())
+    if (!WriteAt(mStream.get(), mPosition, header) ||
+        !WriteAt(mStream.get(), mPosition + static_cast<int64_t>(header.size()), payload) ||
+        !mStream->FlushToDisk())
         return FailWithStream();
     if (!mNamed && !mFiles->FlushNames())
         return FailWithFiles();

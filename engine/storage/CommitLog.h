@@ -52,7 +52,7 @@ private:
 
     [[nodiscard]] bool Create();
     [[nodiscard]] bool MakeRoom(int64_t end);
-    [[nodiscard]] bool WriteRecord(std::string_view record);
+    [[nodiscard]] bool WriteRecord(std::string_view header, std::string_view payload);
     [[nodiscard]] bool WriteHead();
     void StartAgain();
     bool FailWithStream();

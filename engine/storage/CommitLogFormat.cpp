@@ -9,7 +9,6 @@ namespace {
 
 constexpr size_t kChecksumOffset = 20;
 constexpr std::string_view kBesideEnding = ".new";
-constexpr size_t kExtentHeaderSize = 12;
 
 void AppendBigEndian32(std::string* to, uint32_t number)
 {
@@ -54,7 +53,7 @@ bool ReadExtents(PayloadReader* reader, LogEntry* entry)
 {
     int64_t count = 0;
     if (!reader->TakeNumber(4, &count) ||
-        static_cast<uint64_t>(count) > reader->Left() / kExtentHeaderSize)
+        static_cast<uint64_t>(count) > reader->Left() / kLogExtentHeaderSize)
         return false;
     for (int64_t i = 0; i < count; i++) {
         LogExtent extent;
@@ -159,18 +158,18 @@ uint64_t DecodeLogHead(const char* bytes)
     return isHead ? LoadBigEndian64(bytes + 4) : 0;
 }
 
-std::string EncodeLogRecord(LogHeader header, std::string_view payload)
+std::string EncodeLogHeader(LogHeader header, std::string_view payload)
 {
     std::string record;
-    record.reserve(kLogHeaderSize + payload.size());
     AppendBigEndian32(&record, kLogRecordMark);
     AppendBigEndian32(&record, static_cast<uint32_t>(header.kind));
     AppendLogNumber(&record, static_cast<int64_t>(header.generation));
     AppendBigEndian32(&record, header.number);
     AppendBigEndian32(&record, 0);
     AppendLogNumber(&record, static_cast<int64_t>(payload.size()));
-    record.append(payload);
-    StoreBigEndian32(record.data() + kChecksumOffset, Checksum(0, record.data(), record.size()));
+    const uint32_t sum = Checksum(0, record.data(), record.size());
+    StoreBigEndian32(record.data() + kChecksumOffset,
+                     Checksum(sum, payload.data(), payload.size()));
     return record;
 }
 

@@ -98,6 +98,8 @@ struct LogHeader {
 // The name under which a replacement lies until it takes its own.
 [[nodiscard]] std::string BesideName(std::string_view name);
 
+constexpr size_t kLogExtentHeaderSize = 12;
+
 // Appends the kind and name of an entry, a number of 8 bytes, an extent. Extents of a file follow its count.
 void AppendLogEntry(std::string* payload, LogEntryKind kind, std::string_view name);
 void AppendLogNumber(std::string* payload, int64_t number);
@@ -109,8 +111,8 @@ void AppendLogExtent(std::string* payload, int64_t position, std::string_view by
 // The generation; 0 when the kLogHeadSize bytes are no head.
 [[nodiscard]] uint64_t DecodeLogHead(const char* bytes);
 
-// The record's bytes up to the end of its payload. header's checksum and payload size are worked out here.
-[[nodiscard]] std::string EncodeLogRecord(LogHeader header, std::string_view payload);
+// The header of a record with this payload, kLogHeaderSize bytes. header's checksum and payload size are worked out here.
+[[nodiscard]] std::string EncodeLogHeader(LogHeader header, std::string_view payload);
 // False when the kLogHeaderSize bytes are no header. The checksum is not looked at.
 [[nodiscard]] bool DecodeLogHeader(const char* bytes, LogHeader* header);
 // The checksum of the header's own bytes, to be carried on over the payload.

@@ -11,13 +11,13 @@ namespace vela {
 // all together. It counts how much of it is no longer used.
 class RowArena {
 public:
-    // A piece of at least that size, aligned for every type. Throws bad_alloc.
-    [[nodiscard]] void* Take(size_t bytes)
+    // A piece of that size. Throws bad_alloc.
+    [[nodiscard]] void* Take(size_t bytes, size_t alignment)
     {
         if (!mArena)
             mArena = std::make_unique<BlockArena>();
         mTaken += bytes;
-        return mArena->Allocate(bytes, BlockArena::kAlignment);
+        return mArena->Allocate(bytes, alignment);
     }
     // A piece of that size is no longer used; its memory stays until Clear.
     void Drop(size_t bytes) { mDropped += bytes; }

@@ -32,7 +32,7 @@ bool NamesAColumnTwice(const VelaRow& values)
 VTChangedRow* VTChangedRow::Allocate(RowArena* arena, uint32_t rowID, Kind kind, bool hasNulls,
                                      size_t bodySize)
 {
-    void* memory = arena->Take(sizeof(VTChangedRow) + bodySize);
+    void* memory = arena->Take(sizeof(VTChangedRow) + bodySize, alignof(VTChangedRow));
     return new (memory) VTChangedRow(rowID, kind, hasNulls, bodySize);
 }
 

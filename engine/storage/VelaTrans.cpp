@@ -388,11 +388,11 @@ void VelaTrans::DeleteRow(uint32_t rowID)
 {
     NeedFiles();
     mRows->RowDeleted(rowID);
-    const bool wasDeleted = mDeletedRows.Contains(rowID);
-    mDeletedRows.Set(rowID, 1);
+    mChangedRows.PrepareRemoval(rowID);
+    const bool isNew = mDeletedRows.Insert(rowID);
     ScopeExit undo([&] {
-        if (!wasDeleted)
-            mDeletedRows.TakeBack(rowID);
+        if (isNew)
+            mDeletedRows.Remove(rowID);
     });
     for (size_t i = 0; i < Indexes().size(); i++)
         RemoveRowFromIndex(rowID, i);
@@ -568,13 +568,9 @@ bool VelaTrans::WriteChanges()
     for (size_t i = 0; i < mChangedRows.Count(); i++)
         if (!WriteChange(*mChangedRows.GetItemByIndex(i)))
             return false;
-    for (size_t i = 0; i < mDeletedRows.Count(); i++) {
-        if (!mStorage->GoToRowID(mDeletedRows.GetRowIDByIndex(i), false))
-            continue;
-        if (!mStorage->DeleteRecord())
-            return false;
-    }
-    return true;
+    return mDeletedRows.ForEach([this](uint32_t rowID) {
+        return !mStorage->GoToRowID(rowID, false) || mStorage->DeleteRecord();
+    });
 }
 
 bool VelaTrans::WriteChange(const VTChangedRow& change)
@@ -612,7 +608,7 @@ void VelaTrans::ForgetChanges()
     mRows->Settle();
     mChangedRows.Presize(1000);
     mChangeMemory.Clear();
-    mDeletedRows.Presize(1000);
+    mDeletedRows.Clear();
     mCachedRowID = kInvalidRowID;
 }
 

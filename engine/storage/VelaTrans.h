@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/storage/RowMap.h"
+#include "engine/storage/RowSet.h"
 #include "engine/storage/StoredTableColumns.h"
 #include "engine/storage/VTChangedRow.h"
 #include "engine/storage/VelaFileAccess.h"
@@ -210,7 +211,7 @@ protected:
     RowArena mChangeMemory;
     RowMap<VTChangedRow*>
         mChangedRows;   // in mChangeMemory; the list keeps the order in which rows were first changed
-    RowMap<uint8_t> mDeletedRows;   // 1 each, in order of deletion
+    RowSet mDeletedRows;
     SimpleVector<OpenIndex> mIndexes;
     SimpleVector<OpenIndex> mDroppedIndexes;   // in this transaction
 

@@ -66,8 +66,9 @@ TEST(CommittedFiles, CommitsThatACrashHasKeptFromTheFilesAreCheckedAndSaved)
 TEST(CommittedFiles, LogThatCantBeReadIsAFaultAndTheFilesAreTakenAsTheyAre)
 {
     DiskFiles crashed = CrashedDatabase();
-    crashed[kCommitLogName] =
-        EncodeLogHead(1) + EncodeLogRecord({LogRecordKind::kCommit, 1, 0, 0, 0}, "rubbish");
+    crashed[kCommitLogName] = EncodeLogHead(1) +
+                              EncodeLogHeader({LogRecordKind::kCommit, 1, 0, 0, 0}, "rubbish") +
+                              "rubbish";
     MemoryDisk disk;
     disk.Restore(crashed);
     const CollectedFaults found = CheckCommitted(&disk);

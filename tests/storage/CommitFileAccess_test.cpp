@@ -415,7 +415,8 @@ TEST_F(CommitFileAccessTest, WhatAFailedFlushHasLostIsThereForTheNextCommit)
 TEST_F(CommitFileAccessTest, LogThatMisleadsHarmsNoOtherFile)
 {
     const auto logOf = [](const std::string& payload) {
-        return EncodeLogHead(1) + EncodeLogRecord({LogRecordKind::kCommit, 1, 0, 0, 0}, payload);
+        return EncodeLogHead(1) + EncodeLogHeader({LogRecordKind::kCommit, 1, 0, 0, 0}, payload) +
+               payload;
     };
     std::string missing;
     AppendLogEntry(&missing, LogEntryKind::kFile, "missing.dat");

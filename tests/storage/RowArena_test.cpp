@@ -16,8 +16,8 @@ TEST(RowArena, PiecesAreAlignedAndApart)
         std::vector<std::pair<char*, size_t>> pieces;
         for (int i = 0; i < 400; i++) {
             const size_t size = 1 + random() % (i % 100 == 0 ? 9 << 20 : 3000);
-            char* piece = static_cast<char*>(arena.Take(size));
-            ASSERT_EQ(0u, reinterpret_cast<uintptr_t>(piece) % alignof(std::max_align_t));
+            char* piece = static_cast<char*>(arena.Take(size, 8));
+            ASSERT_EQ(0u, reinterpret_cast<uintptr_t>(piece) % 8);
             std::memset(piece, i, size);
             pieces.emplace_back(piece, size);
         }
@@ -33,7 +33,7 @@ TEST(RowArena, TellsWhenMostOfItIsDropped)
 {
     RowArena arena;
     for (int i = 0; i < 40; i++) {
-        EXPECT_NE(nullptr, arena.Take(100 * 1024));
+        EXPECT_NE(nullptr, arena.Take(100 * 1024, 4));
         EXPECT_FALSE(arena.IsWastingMemory());
         if (i % 2 == 1)
             arena.Drop(90 * 1024);

@@ -78,6 +78,30 @@ std::vector<uint32_t> KeyPool(TestRandom& random, size_t count)
     return pool;
 }
 
+// Keys that run on, of which the last ones come and go; they join the pool.
+void AppendRun(TestRandom& random, RowMap<int>* map, RowMapModel* model,
+               std::vector<uint32_t>* pool)
+{
+    uint32_t next = random.OneIn(4) ? kInvalidRowID - 20 : random.Below(3);
+    for (uint32_t left = random.Below(300); left > 0; left--) {
+        map->Append(next, static_cast<int>(left));
+        if (random.OneIn(8)) {
+            map->TakeBack(next);
+            continue;
+        }
+        model->Append(next, static_cast<int>(left));
+        pool->push_back(next++);
+        if (random.OneIn(8)) {
+            const uint32_t absent = random.OneIn(2) ? next : random.Next() | 1u << 30;
+            ASSERT_EQ(model->Remove(absent), map->RemoveItem(absent));
+            ASSERT_EQ(model->Remove(next - 1), map->RemoveItem(next - 1));
+            pool->pop_back();
+            next--;
+        }
+    }
+    ExpectSame(*map, *model, *pool);
+}
+
 }   // namespace
 
 TEST(RowMap, KeyListedTwiceShowsItsNewestValueInBothPlaces)
@@ -135,10 +159,11 @@ TEST(RowMap, AgreesWithAListAndAMap)
     for (uint32_t seed = 1; seed <= 60; seed++) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         TestRandom random(seed);
-        const std::vector<uint32_t> pool = KeyPool(random, 4 + random.Below(400));
+        std::vector<uint32_t> pool = KeyPool(random, 4 + random.Below(400));
         const bool listsTwice = seed % 2 == 0;
         RowMap<int> map(random.OneIn(2) ? 1000 : random.Below(3000));
         RowMapModel model;
+        AppendRun(random, &map, &model, &pool);
         for (int step = 1; step <= 2000; step++) {
             const uint32_t rowID = pool[random.Below(static_cast<uint32_t>(pool.size()))];
             switch (random.Below(8)) {
