@@ -13,6 +13,7 @@
 #include "engine/sql/VelaSQL.h"
 #include "engine/storage/CommitLogFormat.h"
 #include "fuzz/DamagedDatabase.h"
+#include "tests/storage/WholeLogRecord.h"
 
 namespace vela {
 
@@ -28,8 +29,7 @@ std::string LogOf(std::string_view payloads)
         const auto second = static_cast<unsigned char>(payloads[1]);
         const std::string_view payload = payloads.substr(2, size_t{first} % 8 << 8 | second);
         header.kind = first >= 128 ? LogRecordKind::kNote : LogRecordKind::kCommit;
-        log += EncodeLogHeader(header, payload);
-        log += payload;
+        log += WholeLogRecord(header, payload);
         log.resize((log.size() + kLogAlignment - 1) / kLogAlignment * kLogAlignment);
         header.number++;
         payloads.remove_prefix(2 + payload.size());

@@ -243,31 +243,48 @@ bool CommitFile::ReserveTail()
     return mTail.empty() || Reserve(length);
 }
 
-void CommitFile::AppendToLog(std::string* payload)
+CommitFile::Extents CommitFile::CountExtents()
+{
+    Extents extents;
+    const auto count = [&extents](int64_t, std::string_view bytes) {
+        extents.count++;
+        extents.bytes += bytes.size();
+        return true;
+    };
+    mPages.ForEachChange(count);
+    if (!mTail.empty())
+        count(mKept, mTail);
+    return extents;
+}
+
+uint64_t CommitFile::SizeInLog()
+{
+    const uint64_t head = kLogEntryHeadSize + mName.size();
+    if (mBeside)
+        return head + kLogNumberSize;
+    const Extents extents = CountExtents();
+    return head + 2 * kLogNumberSize + kLogCountSize +
+           uint64_t{extents.count} * kLogExtentHeadSize + extents.bytes;
+}
+
+void CommitFile::AppendToLog(LogPayload* payload)
 {
     if (mBeside) {
-        AppendLogEntry(payload, LogEntryKind::kReplacement, mName);
-        AppendLogNumber(payload, Length());
+        AppendLogEntry(payload->Room(), LogEntryKind::kReplacement, mName);
+        AppendLogNumber(payload->Room(), Length());
         return;
     }
-    AppendLogEntry(payload, LogEntryKind::kFile, mName);
-    AppendLogNumber(payload, mKept);
-    AppendLogNumber(payload, Length());
-    uint32_t count = mTail.empty() ? 0 : 1;
-    size_t size = mTail.size();
-    mPages.ForEachChange([&](int64_t, std::string_view bytes) {
-        count++;
-        size += bytes.size();
+    AppendLogEntry(payload->Room(), LogEntryKind::kFile, mName);
+    AppendLogNumber(payload->Room(), mKept);
+    AppendLogNumber(payload->Room(), Length());
+    AppendLogCount(payload->Room(), CountExtents().count);
+    const auto append = [payload](int64_t position, std::string_view bytes) {
+        AppendLogExtent(payload->Room(), position, bytes);
         return true;
-    });
-    payload->reserve(payload->size() + sizeof count + count * kLogExtentHeaderSize + size);
-    AppendLogCount(payload, count);
-    mPages.ForEachChange([payload](int64_t position, std::string_view bytes) {
-        AppendLogExtent(payload, position, bytes);
-        return true;
-    });
+    };
+    mPages.ForEachChange(append);
     if (!mTail.empty())
-        AppendLogExtent(payload, mKept, mTail);
+        append(mKept, mTail);
 }
 
 bool CommitFile::TakeFromLog(const LogEntry& entry)

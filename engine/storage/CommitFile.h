@@ -6,6 +6,7 @@
 
 #include "engine/storage/CommitLogFormat.h"
 #include "engine/storage/CommitPages.h"
+#include "engine/storage/LogPayload.h"
 #include "engine/storage/RandomAccessMechanism.h"
 
 namespace vela {
@@ -64,8 +65,9 @@ public:
     [[nodiscard]] bool FlushLargeParts();
     // Room for the bytes that Apply will append.
     [[nodiscard]] bool ReserveTail();
-    // Appends the changes as an entry of the log.
-    void AppendToLog(std::string* payload);
+    // Appends the changes as an entry of the log; first, the bytes that takes.
+    [[nodiscard]] uint64_t SizeInLog();
+    void AppendToLog(LogPayload* payload);
     // Takes an entry of the log, of kind kFile, for changes of a commit. False: it asks for bytes that aren't there.
     [[nodiscard]] bool TakeFromLog(const LogEntry& entry);
     // Writes the bytes of an entry to the container once more.
@@ -79,6 +81,13 @@ public:
     [[nodiscard]] bool CutBack();
 
 private:
+    // The changed stretches of the file, the tail among them.
+    struct Extents {
+        uint32_t count = 0;
+        uint64_t bytes = 0;
+    };
+
+    [[nodiscard]] Extents CountExtents();
     size_t ReadStream(int64_t position, char* to, size_t count);
     size_t ReadChanged(int64_t position, char* to, size_t count);
     bool WriteStream(int64_t position, const char* from, size_t count);

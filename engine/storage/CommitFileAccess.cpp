@@ -284,7 +284,8 @@ bool CommitFileAccess::BeginGrowing(CommitFile* file)
     AppendLogEntry(&note, isNew ? LogEntryKind::kBeside : LogEntryKind::kGrowing, file->Name());
     if (!isNew)
         AppendLogNumber(&note, file->CommittedLength());
-    if (!mLog.Append(LogRecordKind::kNote, note))
+    const auto tell = [&note](LogPayload* payload) { payload->Room()->append(note); };
+    if (!mLog.Append(LogRecordKind::kNote, note.size(), tell))
         return Fail(mLog.ErrorText());
     mGrowing.push_back(mOpenFiles[file->Name()]);
     if (!isNew)
@@ -354,14 +355,24 @@ bool CommitFileAccess::FlushLargeParts()
 
 bool CommitFileAccess::WriteCommitRecord()
 {
-    std::string payload;
+    std::string deletions;
+    std::vector<CommitFile*> files;
+    uint64_t size = 0;
     for (const auto& [name, change] : mChanges) {
-        if (!change.deleted)
-            mOpenFiles[name]->AppendToLog(&payload);
-        else if (mFiles->ContainsFile(NameOf(name)))
-            AppendLogEntry(&payload, LogEntryKind::kDeletion, name);
+        if (change.deleted && mFiles->ContainsFile(NameOf(name)))
+            AppendLogEntry(&deletions, LogEntryKind::kDeletion, name);
+        if (change.deleted)
+            continue;
+        files.push_back(mOpenFiles[name].get());
+        size += files.back()->SizeInLog();
     }
-    return mLog.Append(LogRecordKind::kCommit, payload) || Fail(mLog.ErrorText());
+    const auto tell = [&](LogPayload* payload) {
+        payload->Room()->append(deletions);
+        for (CommitFile* file : files)
+            file->AppendToLog(payload);
+    };
+    return mLog.Append(LogRecordKind::kCommit, deletions.size() + size, tell) ||
+           Fail(mLog.ErrorText());
 }
 
 void CommitFileAccess::CancelCommit()

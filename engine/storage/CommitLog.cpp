@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <algorithm>
+#include <cassert>
 #include <chrono>
 #include <cstring>
 
@@ -121,21 +122,20 @@ bool CommitLog::Read(int64_t end, const TakeRecord& take)
 
 // ---- writing
 
-bool CommitLog::Append(LogRecordKind kind, std::string_view payload)
+bool CommitLog::Append(LogRecordKind kind, uint64_t payloadSize, const TellPayload& tell)
 {
     if (IsDoubtful())
         return false;
-    if (payload.size() > kLargestLogPayload) {
+    if (payloadSize > kLargestLogPayload) {
         mErrorText = "The changes are too many for one commit";
         return false;
     }
-    const std::string header = EncodeLogHeader({kind, mGeneration, mNumber, 0, 0}, payload);
-    const int64_t end = mPosition + RoundedUp(static_cast<int64_t>(header.size() + payload.size()),
+    const int64_t end = mPosition + RoundedUp(static_cast<int64_t>(kLogHeaderSize + payloadSize),
                                               static_cast<int64_t>(kLogAlignment));
     if ((!mStream && !Create()) || !MakeRoom(end))
         return false;
     mDoubt = Doubt::kRecord;   // beforehand: memory may run out on the way
-    if (!WriteRecord(header, payload))
+    if (!WriteRecord({kind, mGeneration, mNumber, 0, payloadSize}, tell))
         return false;
     mDoubt = Doubt::kNone;
     mPosition = end;
@@ -174,13 +174,26 @@ bool CommitLog::MakeRoom(int64_t end)
     return WriteAt(mStream.get(), length, zeros) || FailWithStream();
 }
 
-bool CommitLog::WriteRecord(std::string_view header, std::string_view payload)
+// The header comes last, when the checksum is known: before it is there, what has been written is no record.
+bool CommitLog::WriteRecord(LogHeader header, const TellPayload& tell)
 {
     // The first record of a new log: the head goes with it.
     if (!mNamed && !WriteAt(mStream.get(), 0, EncodeLogHead(mGeneration)))
         return FailWithStream();
-    if (!WriteAt(mStream.get(), mPosition, header) ||
-        !WriteAt(mStream.get(), mPosition + static_cast<int64_t>(header.size()), payload) ||
+    const int64_t start = mPosition + static_cast<int64_t>(kLogHeaderSize);
+    int64_t position = start;
+    bool written = true;
+    uint32_t sum = LogHeaderChecksum(EncodeLogHeader(header).data());
+    LogPayload payload([&](std::string_view piece) {
+        written = written && WriteAt(mStream.get(), position, piece);
+        position += static_cast<int64_t>(piece.size());
+        sum = Checksum(sum, piece.data(), piece.size());
+    });
+    tell(&payload);
+    payload.End();
+    assert(position - start == static_cast<int64_t>(header.payloadSize) && "as it was told");
+    header.checksum = sum;
+    if (!written || !WriteAt(mStream.get(), mPosition, EncodeLogHeader(header)) ||
         !mStream->FlushToDisk())
         return FailWithStream();
     if (!mNamed && !mFiles->FlushNames())

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "engine/storage/CommitLogFormat.h"
+#include "engine/storage/LogPayload.h"
 #include "engine/storage/VelaFileAccess.h"
 
 namespace vela {
@@ -34,8 +35,10 @@ public:
     using TakeRecord = std::function<bool(LogRecordKind kind, std::string_view payload)>;
     [[nodiscard]] bool Read(int64_t end, const TakeRecord& take);
 
-    // Writes a record and flushes it. False: it is not to be taken for written.
-    [[nodiscard]] bool Append(LogRecordKind kind, std::string_view payload);
+    // Writes a record and flushes it. tell appends the payload, payloadSize bytes, to what it is given; they are written in
+    // pieces and never held whole. False: it is not to be taken for written.
+    using TellPayload = std::function<void(LogPayload* payload)>;
+    [[nodiscard]] bool Append(LogRecordKind kind, uint64_t payloadSize, const TellPayload& tell);
     // All that the records say has reached the device elsewhere: the log is empty again.
     [[nodiscard]] bool Restart();
     // The same, and the file goes.
@@ -52,7 +55,7 @@ private:
 
     [[nodiscard]] bool Create();
     [[nodiscard]] bool MakeRoom(int64_t end);
-    [[nodiscard]] bool WriteRecord(std::string_view header, std::string_view payload);
+    [[nodiscard]] bool WriteRecord(LogHeader header, const TellPayload& tell);
     [[nodiscard]] bool WriteHead();
     void StartAgain();
     bool FailWithStream();

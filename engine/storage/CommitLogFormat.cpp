@@ -53,7 +53,7 @@ bool ReadExtents(PayloadReader* reader, LogEntry* entry)
 {
     int64_t count = 0;
     if (!reader->TakeNumber(4, &count) ||
-        static_cast<uint64_t>(count) > reader->Left() / kLogExtentHeaderSize)
+        static_cast<uint64_t>(count) > reader->Left() / kLogExtentHeadSize)
         return false;
     for (int64_t i = 0; i < count; i++) {
         LogExtent extent;
@@ -158,19 +158,16 @@ uint64_t DecodeLogHead(const char* bytes)
     return isHead ? LoadBigEndian64(bytes + 4) : 0;
 }
 
-std::string EncodeLogHeader(LogHeader header, std::string_view payload)
+std::string EncodeLogHeader(const LogHeader& header)
 {
-    std::string record;
-    AppendBigEndian32(&record, kLogRecordMark);
-    AppendBigEndian32(&record, static_cast<uint32_t>(header.kind));
-    AppendLogNumber(&record, static_cast<int64_t>(header.generation));
-    AppendBigEndian32(&record, header.number);
-    AppendBigEndian32(&record, 0);
-    AppendLogNumber(&record, static_cast<int64_t>(payload.size()));
-    const uint32_t sum = Checksum(0, record.data(), record.size());
-    StoreBigEndian32(record.data() + kChecksumOffset,
-                     Checksum(sum, payload.data(), payload.size()));
-    return record;
+    std::string bytes;
+    AppendBigEndian32(&bytes, kLogRecordMark);
+    AppendBigEndian32(&bytes, static_cast<uint32_t>(header.kind));
+    AppendLogNumber(&bytes, static_cast<int64_t>(header.generation));
+    AppendBigEndian32(&bytes, header.number);
+    AppendBigEndian32(&bytes, header.checksum);
+    AppendLogNumber(&bytes, static_cast<int64_t>(header.payloadSize));
+    return bytes;
 }
 
 bool DecodeLogHeader(const char* bytes, LogHeader* header)

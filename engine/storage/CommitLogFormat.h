@@ -98,7 +98,10 @@ struct LogHeader {
 // The name under which a replacement lies until it takes its own.
 [[nodiscard]] std::string BesideName(std::string_view name);
 
-constexpr size_t kLogExtentHeaderSize = 12;
+constexpr size_t kLogEntryHeadSize = 3;   // before the name
+constexpr size_t kLogNumberSize = 8;
+constexpr size_t kLogCountSize = 4;
+constexpr size_t kLogExtentHeadSize = 12;   // before the bytes
 
 // Appends the kind and name of an entry, a number of 8 bytes, an extent. Extents of a file follow its count.
 void AppendLogEntry(std::string* payload, LogEntryKind kind, std::string_view name);
@@ -111,8 +114,8 @@ void AppendLogExtent(std::string* payload, int64_t position, std::string_view by
 // The generation; 0 when the kLogHeadSize bytes are no head.
 [[nodiscard]] uint64_t DecodeLogHead(const char* bytes);
 
-// The header of a record with this payload, kLogHeaderSize bytes. header's checksum and payload size are worked out here.
-[[nodiscard]] std::string EncodeLogHeader(LogHeader header, std::string_view payload);
+// The header of a record, kLogHeaderSize bytes, with header's checksum as it stands.
+[[nodiscard]] std::string EncodeLogHeader(const LogHeader& header);
 // False when the kLogHeaderSize bytes are no header. The checksum is not looked at.
 [[nodiscard]] bool DecodeLogHeader(const char* bytes, LogHeader* header);
 // The checksum of the header's own bytes, to be carried on over the payload.

@@ -7,6 +7,7 @@
 #include "engine/storage/CommitLogFormat.h"
 #include "tests/rescue/RescueTesting.h"
 #include "tests/storage/TableFixture.h"
+#include "tests/storage/WholeLogRecord.h"
 
 namespace vela {
 namespace {
@@ -66,9 +67,8 @@ TEST(CommittedFiles, CommitsThatACrashHasKeptFromTheFilesAreCheckedAndSaved)
 TEST(CommittedFiles, LogThatCantBeReadIsAFaultAndTheFilesAreTakenAsTheyAre)
 {
     DiskFiles crashed = CrashedDatabase();
-    crashed[kCommitLogName] = EncodeLogHead(1) +
-                              EncodeLogHeader({LogRecordKind::kCommit, 1, 0, 0, 0}, "rubbish") +
-                              "rubbish";
+    crashed[kCommitLogName] =
+        EncodeLogHead(1) + WholeLogRecord({LogRecordKind::kCommit, 1, 0, 0, 0}, "rubbish");
     MemoryDisk disk;
     disk.Restore(crashed);
     const CollectedFaults found = CheckCommitted(&disk);

@@ -11,6 +11,7 @@
 #include "tests/storage/DatabaseContents.h"
 #include "tests/storage/TableFixture.h"
 #include "tests/storage/TemporaryFolder.h"
+#include "tests/storage/WholeLogRecord.h"
 
 namespace vela {
 
@@ -415,8 +416,7 @@ TEST_F(CommitFileAccessTest, WhatAFailedFlushHasLostIsThereForTheNextCommit)
 TEST_F(CommitFileAccessTest, LogThatMisleadsHarmsNoOtherFile)
 {
     const auto logOf = [](const std::string& payload) {
-        return EncodeLogHead(1) + EncodeLogHeader({LogRecordKind::kCommit, 1, 0, 0, 0}, payload) +
-               payload;
+        return EncodeLogHead(1) + WholeLogRecord({LogRecordKind::kCommit, 1, 0, 0, 0}, payload);
     };
     std::string missing;
     AppendLogEntry(&missing, LogEntryKind::kFile, "missing.dat");

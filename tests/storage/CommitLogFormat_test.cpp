@@ -4,6 +4,7 @@
 
 #include "engine/storage/Checksum.h"
 #include "tests/storage/StorageTesting.h"
+#include "tests/storage/WholeLogRecord.h"
 
 namespace vela {
 
@@ -44,8 +45,7 @@ TEST(Checksum, IsCRC32CInOnePieceAndInMany)
 TEST(CommitLogFormat, RecordAndHeadAreTheseBytes)
 {
     const std::string payload = FileEntry("t.map", 0, 2, {{0, "Hi"}});
-    const std::string record =
-        EncodeLogHeader({LogRecordKind::kCommit, 1, 0, 0, 0}, payload) + payload;
+    const std::string record = WholeLogRecord({LogRecordKind::kCommit, 1, 0, 0, 0}, payload);
     EXPECT_EQ(ToHex(FromHex("56 63 52 63  00 00 00 02  00 00 00 00 00 00 00 01  00 00 00 00"
                             "F7 9A 70 86  00 00 00 00 00 00 00 2A"
                             "01  00 05  74 2E 6D 61 70  00 00 00 00 00 00 00 00"
