@@ -7,6 +7,7 @@
 
 #include "engine/storage/GoodBinCount.h"
 #include "engine/storage/VelaTable.h"
+#include "runtime/ChunkedList.h"
 #include "runtime/SimpleVector.h"
 
 namespace vela {
@@ -28,11 +29,11 @@ class RowMap {
 public:
     explicit RowMap(uint32_t expectedCount = 1000) { Presize(expectedCount); }
 
-    // Empties the map and makes room for n keys that run on, at once if they are many.
+    // Empties the map, for n keys to come.
     void Presize(uint32_t n)
     {
         RemoveAll();
-        mValues.reserve(n > kEagerRoom ? n : 0);
+        mExpected = n;
     }
     void RemoveAll()
     {
@@ -214,7 +215,8 @@ private:
             keys[place] = KeyAt(place);
         SimpleVector<uint8_t> marks = SimpleVector<uint8_t>::OfSize(count);
         std::fill(marks.begin(), marks.end(), uint8_t{kListed | kMapped});
-        SimpleVector<uint32_t> slots = SlotsFor(count + 1);
+        SimpleVector<uint32_t> slots =
+            SlotsFor(mExpected > kEagerRoom ? std::max<size_t>(mExpected, count + 1) : count + 1);
         mKeys.swap(keys);
         mMarks.swap(marks);
         mRunsOn = false;
@@ -316,15 +318,16 @@ private:
         }
         mKeys.resize(kept);
         mMarks.resize(kept);
-        mValues.resize(kept);
+        mValues.Shorten(kept);
         mRemoved = 0;
         std::fill(mSlots.begin(), mSlots.end(), 0u);
         FillSlots();
     }
 
-    SimpleVector<T> mValues;   // in the order of the list
-    bool mRunsOn = true;       // the keys are mFirst and those that follow it
+    ChunkedList<T> mValues;   // in the order of the list
+    bool mRunsOn = true;      // the keys are mFirst and those that follow it
     uint32_t mFirst = 0;
+    uint32_t mExpected = 0;   // as Presize was told
     // Only when they don't run on:
     SimpleVector<uint32_t> mKeys;    // beside mValues
     SimpleVector<uint8_t> mMarks;    // beside mValues

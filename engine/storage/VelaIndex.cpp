@@ -83,6 +83,12 @@ VelaIndexEntry VelaIndex::EntryAt(size_t position)
     return {SlotValues(mEntries.GetItem(rowID)), mColumnIDs.size(), rowID};
 }
 
+void VelaIndex::Reserve(size_t entries)
+{
+    mValues.reserve(entries * mColumnIDs.size());
+    mSlotRows.reserve(entries);
+}
+
 void VelaIndex::Add(const SimpleVector<VelaValue>& values, uint32_t rowID)
 {
     mChanged = true;   // first: an index that is changed in part is one that has changed
@@ -256,6 +262,9 @@ bool VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
             plain = false;
             continue;
         }
+        if (Count() == 0)   // entries are mostly as long as the first one
+            Reserve(static_cast<size_t>(stream->GetLength()) /
+                    (kRecordHeaderSize + scanner.Body().size()));
         const uint32_t slot = NewSlot();
         bool exact = false;
         if (ReadEntry(scanner.Body(), slot, &exact)) {

@@ -47,6 +47,8 @@ public:
     // By position in insertion order.
     [[nodiscard]] VelaIndexEntry EntryAt(size_t position);
 
+    // Makes room for so many entries at once.
+    void Reserve(size_t entries);
     // Appends the entry of a row, which has none yet. values are as many as the columns.
     void Add(const SimpleVector<VelaValue>& values, uint32_t rowID);
     // Removes the entry of a row, if it has one; the row map finds it, whatever its values are.

@@ -150,6 +150,7 @@ void VelaTrans::FillIndex(VelaIndex* index)
     columns->Prepare(wanted);
     SimpleVector<VelaValue> values;
     values.resize(numbers.size());
+    index->Reserve(columns->RowCount());
     for (uint32_t row = 0; row < columns->RowCount(); row++) {
         for (size_t i = 0; i < numbers.size(); i++)
             if (!columns->GetValue(row, numbers[i], &values[i]))
