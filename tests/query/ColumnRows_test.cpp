@@ -248,8 +248,9 @@ TEST_F(SharedResults, OnlyWhatIsChangedIsCopied)
     EXPECT_NE(numbers, place(1));
     EXPECT_EQ(texts, place(2));
     numbers = place(1);
-    Run("UPDATE t SET c1 = 6");
+    Run("UPDATE t SET c1 = 6 WHERE _rowid <= 1000");
     EXPECT_EQ(numbers, place(1)) << "it is the table's own by now";
+    EXPECT_EQ(texts, place(2));
     EXPECT_EQ(expected, ShownRows(shared.get()));
 
     Run("DELETE FROM t WHERE _rowid = 9");
@@ -334,7 +335,7 @@ TEST_F(SharedResults, ManyAtATimeStayThroughRandomChanges)
     std::deque<Kept> kept;
     Insert(400);
     ASSERT_TRUE(mFiles.Commit());
-    for (int step = 0; step < 150 && !HasFailure(); step++) {
+    for (int step = 0; step < 300 && !HasFailure(); step++) {
         const std::string number = std::to_string(mRandom.Below(1000));
         switch (mRandom.Below(8)) {
             case 0:
@@ -344,7 +345,7 @@ TEST_F(SharedResults, ManyAtATimeStayThroughRandomChanges)
                 Run("UPDATE t SET c2 = 'text " + number + "', c3 = 0.25 WHERE c1 > " + number);
                 break;
             case 2:
-                Run("DELETE FROM t WHERE c1 = " + number);
+                Run("DELETE FROM t WHERE c1 < " + number + " / 20");
                 break;
             case 3:
                 Run("UPDATE t SET c5 = NULL WHERE c1 = " + number);
@@ -362,6 +363,8 @@ TEST_F(SharedResults, ManyAtATimeStayThroughRandomChanges)
             kept.pop_front();
         for (const Kept& each : kept)
             ASSERT_EQ(each.expected, ShownRows(each.result.get())) << "step " << step;
+        if (!mRandom.OneIn(10))
+            continue;
         // What the table itself reads is what its files and pending changes say.
         const Texts cached = TableText(Table());
         Table()->DropColumns();
