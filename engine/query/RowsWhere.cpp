@@ -26,8 +26,11 @@ SimpleVector<uint32_t> QueryFirstColumn(VelaDatabase* database, VelaTable* table
     query.SetWhere(std::move(where));
     const std::unique_ptr<VelaTempTable> result = query.RunQuery();
     auto rowIDs = SimpleVector<uint32_t>::OfSize(result->RowCount());
-    for (size_t row = 0; row < rowIDs.size(); row++)
-        rowIDs[row] = static_cast<uint32_t>(result->RowValues(row)[0].GetInteger());
+    VelaValue value;
+    for (uint32_t row = 0; row < rowIDs.size(); row++) {
+        result->GetValue(row, 0, &value);
+        rowIDs[row] = static_cast<uint32_t>(value.GetInteger());
+    }
     return rowIDs;
 }
 

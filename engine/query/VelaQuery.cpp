@@ -114,9 +114,7 @@ bool VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) c
             AddDistinctRows(recSets->Context(), list, result);
             return false;
         }
-        const bool isSorted = SortRecSets(recSets->Context(), &list);
-        FieldRows(mOutputs, recSets->Context()).Append(list, result);
-        return isSorted;
+        return AddFieldRows(recSets->Context(), &list, result);
     }
     DistinctRows distinctRows(*result);
     std::vector<uint32_t> rowIDs(mTables.size());
@@ -126,6 +124,22 @@ bool VelaQuery::AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) c
             DropUnlessNew(&distinctRows, result);
     }
     return false;
+}
+
+// Of outputs that are columns. Whether the rows are in the order of ORDER BY already: only rows that are need no values of
+// their own.
+bool VelaQuery::AddFieldRows(const VelaEvalContext& context, RecSetList* list,
+                             VelaTempTable* result) const
+{
+    const bool isSorted = SortRecSets(context, list);
+    std::unique_ptr<ColumnRows> rows;
+    if (isSorted)
+        rows = ColumnRows::Share(mOutputs, context, mLeastSharedRows, list);
+    if (rows)
+        result->SetRows(std::move(rows));
+    else
+        FieldRows(mOutputs, context).Append(*list, result);
+    return isSorted;
 }
 
 // False: the keys are not all columns that sort in memory; the list is as it was.

@@ -35,13 +35,13 @@ public:
     // Makes room for so many outputs in all.
     void ReserveOutputs(size_t count) { mOutputs.reserve(count); }
     void SetWhere(VelaExprPtr where) { mWhere = std::move(where); }
-    // Gives the WHERE back; the query has none then.
-    [[nodiscard]] VelaExprPtr TakeWhere() { return std::move(mWhere); }
     void AddGroupBy(VelaExprPtr column) { mGroupBy.push_back(std::move(column)); }
     void SetHaving(VelaExprPtr having) { mHaving = std::move(having); }
     // column is a result column's number; direction +1 (ascending) or -1. In key order.
     void AddSortKey(long column, long direction);
     void SetDistinct(bool distinct) { mDistinct = distinct; }
+    // From how many rows on a result of columns alone shares them with the tables (ColumnRows).
+    void SetLeastSharedRows(size_t rows) { mLeastSharedRows = rows; }
 
     // Runs the query; may be called again. Never null. The rows of a plain query know their source,
     // the row ids that they come from, one per table; those of an aggregate query have none.
@@ -60,6 +60,8 @@ private:
     [[nodiscard]] std::vector<const VelaExpr*> OutputExprs() const;
     [[nodiscard]] bool IsAggregateQuery() const;
     [[nodiscard]] bool AddPlainRows(RecSetEnumerator* recSets, VelaTempTable* result) const;
+    [[nodiscard]] bool AddFieldRows(const VelaEvalContext& context, RecSetList* list,
+                                    VelaTempTable* result) const;
     [[nodiscard]] bool SortRecSets(const VelaEvalContext& context, RecSetList* list) const;
     void AddDistinctRows(const VelaEvalContext& recSets, const RecSetList& list,
                          VelaTempTable* result) const;
@@ -82,6 +84,7 @@ private:
     SimpleVector<long> mSortColumns;
     SimpleVector<long> mSortDirections;
     bool mDistinct = false;
+    size_t mLeastSharedRows = ColumnRows::kLeastRows;
     uint64_t mRecSetsConsidered = 0;
 };
 

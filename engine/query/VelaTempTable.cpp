@@ -1,6 +1,7 @@
 #include "engine/query/VelaTempTable.h"
 
 #include "engine/query/TempRowSorter.h"
+#include "runtime/ScopeExit.h"
 
 namespace vela {
 
@@ -53,6 +54,7 @@ VelaValue* VelaTempTable::AppendRow(const VelaRecSet* source)
 
 VelaValue* VelaTempTable::AppendRows(size_t count, const uint32_t* sources)
 {
+    OwnRows();
     const size_t width = mColumns.size();
     VelaValue* values = mValues.Take(count * width);
     for (size_t i = 0; i < count; i++) {
@@ -68,6 +70,7 @@ VelaValue* VelaTempTable::AppendRows(size_t count, const uint32_t* sources)
 
 void VelaTempTable::ReserveRows(size_t count)
 {
+    OwnRows();
     mValues.Reserve(count, mColumns.size());
     mRows.reserve(mRows.size() + count);
     mSourceRows.reserve(mSourceRows.size() + count * mSourceTables);
@@ -76,6 +79,7 @@ void VelaTempTable::ReserveRows(size_t count)
 
 void VelaTempTable::RemoveLastRow()
 {
+    OwnRows();
     const size_t width = RowWidth(mRows.size() - 1);
     mValues.GiveBack(width);
     mRows.pop_back();
@@ -90,9 +94,38 @@ void VelaTempTable::RemoveLastRow()
 
 void VelaTempTable::Sort(const SimpleVector<long>& columns, const SimpleVector<long>& directions)
 {
-    if (mRows.size() < 2 || columns.empty())
+    if (RowCount() < 2 || columns.empty())
         return;
+    OwnRows();
     ApplyOrder(TempRowSorter(*this, columns, directions).SortedOrder());
+}
+
+void VelaTempTable::SetRows(std::unique_ptr<ColumnRows> rows)
+{
+    assert(RowCount() == 0);
+    assert(rows->Width() == mColumns.size());
+    mCommonWidth = mColumns.size();
+    mColumnRows = std::move(rows);
+}
+
+// As they would be if they had been added one by one. When memory runs out, all is as before.
+void VelaTempTable::CopyColumnRows()
+{
+    std::unique_ptr<ColumnRows> rows = std::move(mColumnRows);
+    ScopeExit goBack([&] {
+        mRows.clear();
+        mSourceRows.clear();
+        mSourceNumber.clear();
+        mColumnRows = std::move(rows);
+    });
+    ReserveRows(rows->Count());
+    for (size_t row = 0; row < rows->Count(); row++) {
+        const VelaRecSet source = rows->Source(row);
+        VelaValue* values = AppendRow(&source);
+        for (size_t output = 0; output < rows->Width(); output++)
+            rows->GetValue(row, output, &values[output]);
+    }
+    goBack.Dismiss();
 }
 
 const VelaColumnInfo* VelaTempTable::Column(long number) const
@@ -104,21 +137,26 @@ const VelaColumnInfo* VelaTempTable::Column(long number) const
 
 void VelaTempTable::GetRowIDs(SimpleVector<uint32_t>* rowIDs)
 {
-    rowIDs->resize(mRows.size());
-    for (size_t row = 0; row < mRows.size(); row++)
+    rowIDs->resize(RowCount());
+    for (size_t row = 0; row < RowCount(); row++)
         (*rowIDs)[row] = static_cast<uint32_t>(row);
 }
 
 bool VelaTempTable::GetValue(uint32_t rowID, long number, VelaValue* value)
 {
-    if (rowID >= mRows.size() || number < 0 || static_cast<size_t>(number) >= RowWidth(rowID))
+    if (rowID >= RowCount() || number < 0 || static_cast<size_t>(number) >= RowWidth(rowID))
         return false;
-    *value = mRows[rowID][number];
+    if (mColumnRows)
+        mColumnRows->GetValue(rowID, static_cast<size_t>(number), value);
+    else
+        *value = mRows[rowID][number];
     return true;
 }
 
 std::optional<VelaRecSet> VelaTempTable::GetSourceRecSet(long row) const
 {
+    if (mColumnRows && row >= 0 && static_cast<size_t>(row) < RowCount())
+        return mColumnRows->Source(static_cast<size_t>(row));
     if (row < 0 || static_cast<size_t>(row) >= mSourceNumber.size())
         return std::nullopt;
     const uint32_t number = mSourceNumber[static_cast<size_t>(row)];
@@ -129,6 +167,7 @@ std::optional<VelaRecSet> VelaTempTable::GetSourceRecSet(long row) const
 
 VelaValue* VelaTempTable::NewRow(size_t width)
 {
+    OwnRows();
     NoteWidth(width);
     VelaValue* row = mValues.Take(width);
     mRows.push_back(row);

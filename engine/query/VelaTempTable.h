@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cassert>
+#include <memory>
 #include <optional>
 #include <vector>
 
+#include "engine/query/ColumnRows.h"
 #include "engine/query/ValueBlocks.h"
 #include "engine/query/VelaRecSet.h"
 #include "engine/storage/VelaTable.h"
@@ -16,7 +19,8 @@ namespace vela {
 //
 // A row may remember its source: the record set, of row ids, that produced it. Values lie in blocks
 // that never move, 16 bytes each; a row costs 8 bytes beside them, and 4 for each table of its
-// source and 4 for the source itself.
+// source and 4 for the source itself. Or the rows are those of a ColumnRows, which makes values when
+// they are read; the first change of the table then makes rows of its own of them.
 class VelaTempTable : public VelaTable {
 public:
     // sourceTables: how many tables the source record sets of its rows cover.
@@ -44,30 +48,47 @@ public:
     // on all keys keep their order. See TempRowSorter for how values compare. Keys of columns that
     // are not there are passed over.
     void Sort(const SimpleVector<long>& columns, const SimpleVector<long>& directions);
+    // Gives the table, which has no rows yet, these ones, with as many values as it has columns.
+    void SetRows(std::unique_ptr<ColumnRows> rows);
 
     // Empty: a result has no name.
     [[nodiscard]] const string& TableName() const override { return mName; }
     [[nodiscard]] long QtyColumns() const override { return static_cast<long>(mColumns.size()); }
     [[nodiscard]] const VelaColumnInfo* Column(long number) const override;
-    [[nodiscard]] size_t QtyRows() override { return mRows.size(); }
+    [[nodiscard]] size_t QtyRows() override { return RowCount(); }
     void GetRowIDs(SimpleVector<uint32_t>* rowIDs) override;
-    [[nodiscard]] bool HasRow(uint32_t rowID) override { return rowID < mRows.size(); }
+    [[nodiscard]] bool HasRow(uint32_t rowID) override { return rowID < RowCount(); }
+    // Throws bad_alloc when there is no memory for a value that is only made now.
     bool GetValue(uint32_t rowID, long number, VelaValue* value) override;
     void DeleteRow(uint32_t) override {}
 
     // The row ids that produced the row, one per source table; none when the row has no source or
-    // there is no such row. Good until the next row is added.
+    // there is no such row. Good until the next row is added or the next source asked for.
     [[nodiscard]] std::optional<VelaRecSet> GetSourceRecSet(long row) const;
 
-    [[nodiscard]] size_t RowCount() const { return mRows.size(); }
-    // The values of a row that is there, and how many they are. Good as long as the table.
-    [[nodiscard]] const VelaValue* RowValues(size_t row) const { return mRows[row]; }
+    [[nodiscard]] size_t RowCount() const
+    {
+        return mColumnRows ? mColumnRows->Count() : mRows.size();
+    }
+    // The values of a row that was added here, and how many they are. Good as long as the table. Rows of a ColumnRows
+    // have no values that lie anywhere: GetValue gives them.
+    [[nodiscard]] const VelaValue* RowValues(size_t row) const
+    {
+        assert(!mColumnRows);
+        return mRows[row];
+    }
     [[nodiscard]] size_t RowWidth(size_t row) const
     {
         return mWidths.empty() ? mCommonWidth : mWidths[row];
     }
 
 private:
+    void OwnRows()
+    {
+        if (mColumnRows)
+            CopyColumnRows();
+    }
+    void CopyColumnRows();
     VelaValue* NewRow(size_t width);
     void NoteWidth(size_t width);
     void NoteSource(const VelaRecSet* source);
@@ -76,6 +97,7 @@ private:
 
     string mName;
     SimpleVector<VelaColumnInfo> mColumns;
+    std::unique_ptr<ColumnRows> mColumnRows;   // all rows, or null
 
     ValueBlocks mValues;
     LargeVector<VelaValue*> mRows;

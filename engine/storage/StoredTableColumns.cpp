@@ -1,6 +1,7 @@
 #include "engine/storage/StoredTableColumns.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -123,6 +124,14 @@ uint32_t RecordShape::NumberOf(uint32_t columnID) const
     return 0;
 }
 
+// Before anything of it is changed: those who share it keep it as it is, and what is changed is a copy.
+template <class Shared>
+void Unshare(std::shared_ptr<Shared>* shared)
+{
+    if (shared->use_count() > 1)
+        *shared = std::make_shared<Shared>(**shared);
+}
+
 }   // namespace
 
 StoredTableColumns::StoredTableColumns(VelaTrans* table) : mTable(table) {}
@@ -144,7 +153,7 @@ void StoredTableColumns::Drop()
         if (mMemory)
             mMemory->Replace(column.memory, 0);
     mRowsKnown = false;
-    mRowIDs.clear();
+    mRowIDs.reset();
     mNumbersKnown = false;
     mNumbers.RemoveAll();
     mDeletedNumbers.clear();
@@ -176,22 +185,23 @@ void StoredTableColumns::ListRows()
 uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
 {
     const uint32_t count = RowCount();
+    const RowIDList& rowIDs = *mRowIDs;
     for (uint32_t near = mLastNumber; near < count && near <= mLastNumber + 1; near++)
-        if (mRowIDs[near] == rowID)
+        if (rowIDs[near] == rowID)
             return mLastNumber = near;
     if (mAscending) {
-        const uint32_t guess = count == 0 ? 0 : rowID - mRowIDs.front();   // ids without gaps
-        if (guess < count && mRowIDs[guess] == rowID)
+        const uint32_t guess = count == 0 ? 0 : rowID - rowIDs.front();   // ids without gaps
+        if (guess < count && rowIDs[guess] == rowID)
             return mLastNumber = guess;
-        const auto found = std::lower_bound(mRowIDs.begin(), mRowIDs.end(), rowID);
-        if (found == mRowIDs.end() || *found != rowID)
+        const auto found = std::lower_bound(rowIDs.begin(), rowIDs.end(), rowID);
+        if (found == rowIDs.end() || *found != rowID)
             return kInvalidRowID;
-        return mLastNumber = static_cast<uint32_t>(found - mRowIDs.begin());
+        return mLastNumber = static_cast<uint32_t>(found - rowIDs.begin());
     }
     if (!mNumbersKnown) {
         mNumbers.Presize(count);
         for (uint32_t row = 0; row < count; row++)
-            mNumbers.Set(mRowIDs[row], row);
+            mNumbers.Set(rowIDs[row], row);
         mNumbersKnown = true;
     }
     const uint32_t* number = mNumbers.FindNode(rowID);
@@ -210,7 +220,7 @@ bool StoredTableColumns::GetLoadedValue(uint32_t rowID, long number, VelaValue* 
     const uint32_t row = RowNumberOf(rowID);
     if (row == kInvalidRowID)
         return false;
-    mColumns[static_cast<size_t>(number)].data.GetValue(row, value);
+    mColumns[static_cast<size_t>(number)].data->GetValue(row, value);
     return true;
 }
 
@@ -223,14 +233,27 @@ const ColumnData* StoredTableColumns::Load(long number)
         return nullptr;
     if (!IsLoaded(column))
         LoadColumns({column});
-    return IsLoaded(column) ? &mColumns[column].data : nullptr;
+    return mColumns[column].data.get();
 }
 
 const ColumnData* StoredTableColumns::Loaded(long number) const
 {
-    const bool isThere = number >= 1 && number < static_cast<long>(mColumns.size()) &&
-                         IsLoaded(static_cast<size_t>(number));
-    return isThere ? &mColumns[static_cast<size_t>(number)].data : nullptr;
+    const bool isThere = number >= 1 && number < static_cast<long>(mColumns.size());
+    return isThere ? mColumns[static_cast<size_t>(number)].data.get() : nullptr;
+}
+
+std::shared_ptr<const ColumnData> StoredTableColumns::Share(long number)
+{
+    if (Loaded(number) == nullptr)
+        return nullptr;
+    return mColumns[static_cast<size_t>(number)].data;
+}
+
+std::shared_ptr<const RowIDList> StoredTableColumns::ShareRowIDs()
+{
+    if (!mRowsKnown)
+        ListRows();
+    return mRowIDs;
 }
 
 void StoredTableColumns::Prepare(const std::vector<bool>& numbers)
@@ -248,16 +271,16 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
     if (row >= RowCount() || number < 0 || number >= static_cast<long>(mColumns.size()))
         return false;
     if (number == 0) {
-        value->SetInteger(static_cast<int32_t>(mRowIDs[row]));
+        value->SetInteger(static_cast<int32_t>((*mRowIDs)[row]));
         return true;
     }
     Column& column = mColumns[static_cast<size_t>(number)];
     if (!IsLoaded(static_cast<size_t>(number))) {
         if (column.refused || ++column.asked < kFewValues + RowCount() / kPartOfRows ||
             Load(number) == nullptr)
-            return mTable->GetValue(mRowIDs[row], number, value, true);
+            return mTable->GetValue((*mRowIDs)[row], number, value, true);
     }
-    column.data.GetValue(row, value);
+    column.data->GetValue(row, value);
     return true;
 }
 
@@ -267,21 +290,22 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
     CountAllMemory();
     mListing = !mRowsKnown;
     if (mListing) {
-        mRowIDs.clear();
+        mRowIDs = std::make_shared<RowIDList>();
         mNumbersKnown = false;
         mLastNumber = 0;
     }
-    const size_t expected = mRowsKnown ? mRowIDs.size() : mTable->QtyRows();
+    const size_t expected = mRowsKnown ? mRowIDs->size() : mTable->QtyRows();
     if (mListing)
-        mRowIDs.reserve(expected);
+        mRowIDs->reserve(expected);
     std::vector<uint32_t> numbers;
     for (uint32_t number : wanted) {
-        mColumns[number].data.Start(mTable->Column(static_cast<long>(number))->Type());
+        mColumns[number].data = std::make_shared<ColumnData>();
+        mColumns[number].data->Start(mTable->Column(static_cast<long>(number))->Type());
         if (!HasRoomFor(number, expected)) {
             Refuse(number);
             continue;
         }
-        mColumns[number].data.Reserve(expected);
+        mColumns[number].data->Reserve(expected);
         CountMemory(number);
         numbers.push_back(number);
     }
@@ -289,12 +313,12 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
         return;
     const size_t rows = AppendInsertedRows(AppendStoredRows(numbers), numbers);
     if (mListing) {
-        mAscending = std::is_sorted(mRowIDs.begin(), mRowIDs.end());
+        mAscending = std::is_sorted(mRowIDs->begin(), mRowIDs->end());
         mRowsKnown = true;
     }
     for (uint32_t number : numbers)
-        if (mColumns[number].refused || mColumns[number].data.Count() != mRowIDs.size() ||
-            rows != mRowIDs.size() || !HasRoomFor(number, 0))
+        if (mColumns[number].refused || mColumns[number].data->Count() != mRowIDs->size() ||
+            rows != mRowIDs->size() || !HasRoomFor(number, 0))
             Refuse(number);
         else
             CountMemory(number);
@@ -321,7 +345,7 @@ size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers
             continue;
         rows++;
         if (mListing)
-            mRowIDs.push_back(rowID);
+            mRowIDs->push_back(rowID);
         if (numbers.empty())
             continue;
         const VTChangedRow* change = changes ? mTable->mChangedRows.GetItem(rowID) : nullptr;
@@ -330,14 +354,14 @@ size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers
                 AppendFromChange(*change, number);
         const size_t taken =
             shape.Read(scanner.Body(), [&](uint32_t number, const RecordField& field) {
-                if (change == nullptr || mColumns[number].data.Count() < rows)
+                if (change == nullptr || HasFewer(number, rows))
                     AppendField(number, field);
             });
         if (shape.IsDamaged())
             storage->RecordStream()->NoteDamage(scanner.Position(), DamageKind::kBody);
         if (taken < numbers.size() || change != nullptr)
             for (uint32_t number : numbers)
-                if (mColumns[number].data.Count() < rows)
+                if (HasFewer(number, rows))
                     AppendMissing(number);
     }
     return rows;
@@ -352,7 +376,7 @@ size_t StoredTableColumns::AppendInsertedRows(size_t rows, const std::vector<uin
             continue;
         rows++;
         if (mListing)
-            mRowIDs.push_back(change->RowID());
+            mRowIDs->push_back(change->RowID());
         for (uint32_t number : numbers)
             if (!AppendFromChange(*change, number))
                 Refuse(number);
@@ -366,7 +390,7 @@ bool StoredTableColumns::AppendFromChange(const VTChangedRow& change, uint32_t n
     VelaValue value;
     if (!change.GetValue(info->columnID, info->Type(), &value))
         return false;
-    if (!mColumns[number].refused && !mColumns[number].data.Append(value))
+    if (!mColumns[number].refused && !mColumns[number].data->Append(value))
         Refuse(number);
     return true;
 }
@@ -374,15 +398,15 @@ bool StoredTableColumns::AppendFromChange(const VTChangedRow& change, uint32_t n
 void StoredTableColumns::AppendMissing(uint32_t number)
 {
     const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
-    if (!mColumns[number].refused && !mColumns[number].data.Append(info->defaultValue))
+    if (!mColumns[number].refused && !mColumns[number].data->Append(info->defaultValue))
         Refuse(number);
 }
 
 void StoredTableColumns::AppendField(uint32_t number, const RecordField& field)
 {
-    ColumnData& data = mColumns[number].data;
     if (mColumns[number].refused)
         return;
+    ColumnData& data = *mColumns[number].data;
     if (data.type == field.type && data.form == ColumnData::Form::kIntegers) {
         data.integers.push_back(FieldInteger(field));
     } else if (data.type == field.type && data.form == ColumnData::Form::kDoubles) {
@@ -402,7 +426,7 @@ void StoredTableColumns::AppendField(uint32_t number, const RecordField& field)
 
 void StoredTableColumns::Refuse(uint32_t number)
 {
-    mColumns[number].data = ColumnData();
+    mColumns[number].data.reset();
     mColumns[number].refused = true;
     CountMemory(number);
 }
@@ -410,7 +434,7 @@ void StoredTableColumns::Refuse(uint32_t number)
 void StoredTableColumns::CountMemory(uint32_t number)
 {
     Column& column = mColumns[number];
-    const size_t memory = IsLoaded(number) ? column.data.MemoryUse() : 0;
+    const size_t memory = column.data ? column.data->MemoryUse() : 0;
     if (mMemory)
         mMemory->Replace(column.memory, memory);
     column.memory = memory;
@@ -422,9 +446,9 @@ bool StoredTableColumns::HasRoomFor(uint32_t number, size_t rows)
     if (!mMemory)
         return true;
     const Column& column = mColumns[number];
-    const bool isNarrow = column.data.form == ColumnData::Form::kIntegers;
+    const bool isNarrow = column.data->form == ColumnData::Form::kIntegers;
     const uint64_t least = uint64_t{rows} * (isNarrow ? sizeof(int32_t) : sizeof(double));
-    const uint64_t held = column.data.MemoryUse();
+    const uint64_t held = column.data->MemoryUse();
     return mMemory->HasRoomFor(least + (held > column.memory ? held - column.memory : 0));
 }
 
@@ -432,11 +456,11 @@ void StoredTableColumns::RowAdded(const VTChangedRow& change)
 {
     if (!mRowsKnown || mTable->mDeletedRows.Contains(change.RowID()))
         return;
-    if (!mRowIDs.empty() && mRowIDs.back() >= change.RowID())
+    if (!mRowIDs->empty() && mRowIDs->back() >= change.RowID())
         mAscending = false;
     if (mNumbersKnown)
         mNumbers.Set(change.RowID(), RowCount());
-    mRowIDs.push_back(change.RowID());
+    mRowIDs->push_back(change.RowID());
     for (uint32_t number = 1; number < mColumns.size(); number++)
         if (IsLoaded(number) && !AppendFromChange(change, number))
             Refuse(number);
@@ -455,8 +479,10 @@ void StoredTableColumns::RowUpdated(const VTChangedRow& change)
             continue;
         const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
         VelaValue value;
-        if (change.GetValue(info->columnID, info->Type(), &value) &&
-            !mColumns[number].data.Set(row, value))
+        if (!change.GetValue(info->columnID, info->Type(), &value))
+            continue;
+        Unshare(&mColumns[number].data);
+        if (!mColumns[number].data->Set(row, value))
             Refuse(number);
     }
     mUncounted += change.Body().size();
@@ -478,18 +504,23 @@ void StoredTableColumns::RemoveDeletedRows()
     std::sort(mDeletedNumbers.begin(), mDeletedNumbers.end());
     mDeletedNumbers.erase(std::unique(mDeletedNumbers.begin(), mDeletedNumbers.end()),
                           mDeletedNumbers.end());
-    for (Column& column : mColumns)
-        if (column.data.form != ColumnData::Form::kUnloaded)
-            column.data.RemoveRows(mDeletedNumbers);
+    for (Column& column : mColumns) {
+        if (!column.data)
+            continue;
+        Unshare(&column.data);
+        column.data->RemoveRows(mDeletedNumbers);
+    }
+    Unshare(&mRowIDs);
+    RowIDList& rowIDs = *mRowIDs;
     size_t kept = 0;
     size_t next = 0;
-    for (uint32_t row = 0; row < mRowIDs.size(); row++) {
+    for (uint32_t row = 0; row < rowIDs.size(); row++) {
         if (next < mDeletedNumbers.size() && mDeletedNumbers[next] == row)
             next++;
         else
-            mRowIDs[kept++] = mRowIDs[row];
+            rowIDs[kept++] = rowIDs[row];
     }
-    mRowIDs.resize(kept);
+    rowIDs.resize(kept);
     mDeletedNumbers.clear();
     mNumbersKnown = false;
     mLastNumber = 0;

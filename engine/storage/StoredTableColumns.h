@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "engine/storage/ColumnMemory.h"
@@ -15,6 +16,9 @@ class VelaTrans;
 // StoredTableColumns is the column-wise form of a stored table: the list of its rows, and those columns that were asked
 // for, filled in one pass over the record file with the pending changes laid over. The rows are listed by the first pass.
 // Later changes are told to it and keep it current; what can't be kept so is dropped and read again when it is next needed.
+//
+// Columns and the list may be shared. Rows that are added go into what is shared, behind all that others read there; any other
+// change is made in a copy.
 class StoredTableColumns : public TableColumns {
 public:
     // Reads nothing yet. table owns this object.
@@ -28,17 +32,19 @@ public:
     {
         if (!mRowsKnown)
             ListRows();
-        return static_cast<uint32_t>(mRowIDs.size());
+        return static_cast<uint32_t>(mRowIDs->size());
     }
     [[nodiscard]] const uint32_t* RowIDs() override
     {
         if (!mRowsKnown)
             ListRows();
-        return mRowIDs.data();
+        return mRowIDs->data();
     }
     [[nodiscard]] uint32_t RowNumberOf(uint32_t rowID) override;
     [[nodiscard]] const ColumnData* Load(long number) override;
     [[nodiscard]] const ColumnData* Loaded(long number) const override;
+    [[nodiscard]] std::shared_ptr<const ColumnData> Share(long number) override;
+    [[nodiscard]] std::shared_ptr<const RowIDList> ShareRowIDs() override;
     void Prepare(const std::vector<bool>& numbers) override;
     bool GetValue(uint32_t row, long number, VelaValue* value) override;
 
@@ -62,10 +68,10 @@ public:
 
 private:
     struct Column {
-        ColumnData data;
-        uint32_t asked = 0;     // values asked for one by one
-        bool refused = false;   // can't be had as ColumnData, as things are
-        size_t memory = 0;      // bytes, as counted last
+        std::shared_ptr<ColumnData> data;   // null when it isn't in memory
+        uint32_t asked = 0;                 // values asked for one by one
+        bool refused = false;               // can't be had as ColumnData, as things are
+        size_t memory = 0;                  // bytes, as counted last
     };
 
     void ListRows();
@@ -84,18 +90,20 @@ private:
     void CountMemory(uint32_t number);
     [[nodiscard]] bool HasRoomFor(uint32_t number, size_t rows);
     void RemoveDeletedRows();
-    [[nodiscard]] bool IsLoaded(size_t number) const
+    [[nodiscard]] bool IsLoaded(size_t number) const { return mColumns[number].data != nullptr; }
+    // Of a column that is being loaded and has not been refused.
+    [[nodiscard]] bool HasFewer(size_t number, size_t rows) const
     {
-        return mColumns[number].data.form != ColumnData::Form::kUnloaded;
+        return IsLoaded(number) && mColumns[number].data->Count() < rows;
     }
 
     VelaTrans* mTable;
     ColumnMemory* mMemory = nullptr;
     bool mRowsKnown = false;
-    bool mListing = false;   // the pass that is under way lists the rows
-    std::vector<uint32_t> mRowIDs;
-    bool mAscending = true;      // mRowIDs
-    RowMap<uint32_t> mNumbers;   // row id to number, when they don't ascend
+    bool mListing = false;                // the pass that is under way lists the rows
+    std::shared_ptr<RowIDList> mRowIDs;   // null while the rows are not known
+    bool mAscending = true;               // mRowIDs
+    RowMap<uint32_t> mNumbers;            // row id to number, when they don't ascend
     bool mNumbersKnown = false;
     uint32_t mLastNumber = 0;   // what RowNumberOf found last
     std::vector<uint32_t> mDeletedNumbers;

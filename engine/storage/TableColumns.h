@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -80,6 +81,9 @@ private:
     void SetNull(uint32_t row, bool null);
 };
 
+// The row ids of a table by row number.
+using RowIDList = LargeVector<uint32_t>;
+
 // TableColumns offers a table's rows for fast reading: by row number, 0 to RowCount() - 1 in the order of GetRowIDs, with
 // pending changes applied. Columns are brought into memory when they are first asked for. What it answers is what the
 // table's GetRowIDs and GetValue answer. Good until the table's next change.
@@ -96,6 +100,14 @@ public:
     [[nodiscard]] virtual const ColumnData* Load(long number) = 0;
     // The column when it is in memory already; null also where Load would bring it there. The base has none.
     [[nodiscard]] virtual const ColumnData* Loaded(long /*number*/) const { return nullptr; }
+    // A column that is in memory, and the list of the row ids, to be kept beyond the table's changes and its life: of the rows
+    // that are there now they go on telling what they tell now. Rows may be added to them. Null when there is nothing to
+    // share; the base shares nothing.
+    [[nodiscard]] virtual std::shared_ptr<const ColumnData> Share(long /*number*/)
+    {
+        return nullptr;
+    }
+    [[nodiscard]] virtual std::shared_ptr<const RowIDList> ShareRowIDs() { return nullptr; }
     // Loads several columns (numbers[i] set: column i) in one pass, where that saves passes. No promise: Load tells. Best
     // asked before anything else, as the rows are counted in the same pass.
     virtual void Prepare(const std::vector<bool>& numbers) { (void)numbers; }

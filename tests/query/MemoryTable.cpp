@@ -24,17 +24,23 @@ public:
     {
         if (number < 1 || number >= mTable->QtyColumns())
             return nullptr;
-        ColumnData& data = mData[static_cast<size_t>(number - 1)];
-        if (data.form == ColumnData::Form::kUnloaded && !Fill(number, &data))
-            return nullptr;
-        return &data;
+        std::shared_ptr<ColumnData>& data = mData[static_cast<size_t>(number - 1)];
+        if (!data)
+            data = Read(number);
+        return data.get();
     }
     [[nodiscard]] const ColumnData* Loaded(long number) const override
     {
-        const bool isLoaded =
-            number >= 1 && number < mTable->QtyColumns() &&
-            mData[static_cast<size_t>(number - 1)].form != ColumnData::Form::kUnloaded;
-        return isLoaded ? &mData[static_cast<size_t>(number - 1)] : nullptr;
+        const bool isThere = number >= 1 && number < mTable->QtyColumns();
+        return isThere ? mData[static_cast<size_t>(number - 1)].get() : nullptr;
+    }
+    [[nodiscard]] std::shared_ptr<const ColumnData> Share(long number) override
+    {
+        return Loaded(number) ? mData[static_cast<size_t>(number - 1)] : nullptr;
+    }
+    [[nodiscard]] std::shared_ptr<const RowIDList> ShareRowIDs() override
+    {
+        return std::make_shared<RowIDList>(mTable->mOrder.begin(), mTable->mOrder.end());
     }
     void Prepare(const std::vector<bool>& numbers) override
     {
@@ -49,21 +55,21 @@ public:
     }
 
 private:
-    bool Fill(long number, ColumnData* data)
+    // Null when a cell can't be read.
+    std::shared_ptr<ColumnData> Read(long number)
     {
+        auto data = std::make_shared<ColumnData>();
         data->Start(mTable->Column(number)->Type());
         for (uint32_t row = 0; row < RowCount(); row++) {
             VelaValue value;
-            if (!GetValue(row, number, &value) || !data->Append(value)) {
-                *data = ColumnData();
-                return false;
-            }
+            if (!GetValue(row, number, &value) || !data->Append(value))
+                return nullptr;
         }
-        return true;
+        return data;
     }
 
     MemoryTable* mTable;
-    std::vector<ColumnData> mData;
+    std::vector<std::shared_ptr<ColumnData>> mData;
 };
 
 MemoryTable::MemoryTable(const char* name) : mName(name) {}

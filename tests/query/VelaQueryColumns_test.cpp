@@ -70,6 +70,8 @@ public:
             AddGrouping();
         pair.reference.distinct = Chance(12);
         pair.query.SetDistinct(pair.reference.distinct);
+        if (Chance(70))
+            pair.query.SetLeastSharedRows(Pick(3));
         if (Chance(60))
             AddSortKeys(outputs);
     }

@@ -65,6 +65,8 @@ void MakePair(RandomQuery* random, QueryPair* pair)
     pair->query.SetHaving(std::move(having));
     pair->reference.distinct = random->Chance(30);
     pair->query.SetDistinct(pair->reference.distinct);
+    if (random->Chance(50))
+        pair->query.SetLeastSharedRows(0);
     if (random->Chance(40))
         AddSortKeys(random, pair);
 }

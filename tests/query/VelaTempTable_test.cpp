@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/query/VelaQuery.h"
 #include "tests/query/ExprTesting.h"
 
 namespace vela {
@@ -26,6 +27,31 @@ std::string ShownCell(VelaTempTable* table, uint32_t row, long column)
 {
     VelaValue value = I(-77);
     return table->GetValue(row, column, &value) ? Shown(value) : "none, " + Shown(value);
+}
+
+// Rows 10, 20, 30 with the Integers 7, 5, 6, whose columns the result shares.
+std::unique_ptr<VelaTempTable> SharedRows(test::MemoryTable* source)
+{
+    source->AddColumn("a", kTypeInteger).OfferColumns();
+    source->Row(10, {I(7)}).Row(20, {I(5)}).Row(30, {I(6)});
+    VelaQuery query(nullptr);
+    query.AddTable(source);
+    query.AddOutput(ExprField(0, 1));
+    query.SetLeastSharedRows(1);
+    std::unique_ptr<VelaTempTable> result = query.RunQuery();
+    EXPECT_EQ(3, source->Columns()->Share(1).use_count()) << "the table, the result and this";
+    return result;
+}
+
+std::string ShownRows(VelaTempTable* table)
+{
+    std::string text;
+    for (uint32_t row = 0; row < table->QtyRows(); row++) {
+        const auto source = table->GetSourceRecSet(row);
+        text += ShownCell(table, row, 0) + (source ? " < " : "");
+        text += source ? std::to_string(source->RowID(0)) + "; " : "; ";
+    }
+    return text;
 }
 
 void AddInteger(VelaTempTable* table, int32_t number)
@@ -168,6 +194,40 @@ TEST(VelaTempTable, ManyRowsStayWhereTheyAre)
     for (uint32_t row = 1; row < kRows; row++)
         ASSERT_EQ(static_cast<int32_t>(row), table.RowValues(row)[2].GetInteger());
     EXPECT_EQ(-1, first[2].GetInteger());
+}
+
+TEST(VelaTempTable, ChangesWorkOnRowsThatShareColumns)
+{
+    const struct {
+        const char* what;
+        void (*change)(VelaTempTable*);
+        const char* rows;
+    } cases[] = {
+        {"nothing", [](VelaTempTable*) {}, "Integer 7 < 10; Integer 5 < 20; Integer 6 < 30; "},
+        {"a row more", [](VelaTempTable* table) { AddInteger(table, 9); },
+         "Integer 7 < 10; Integer 5 < 20; Integer 6 < 30; Integer 9; "},
+        {"a row in place", [](VelaTempTable* table) { table->AppendRow(nullptr)->SetInteger(9); },
+         "Integer 7 < 10; Integer 5 < 20; Integer 6 < 30; Integer 9; "},
+        {"rows at once",
+         [](VelaTempTable* table) {
+             const uint32_t source = 40;
+             table->AppendRows(1, &source)->SetInteger(9);
+         },
+         "Integer 7 < 10; Integer 5 < 20; Integer 6 < 30; Integer 9 < 40; "},
+        {"room for rows", [](VelaTempTable* table) { table->ReserveRows(5); },
+         "Integer 7 < 10; Integer 5 < 20; Integer 6 < 30; "},
+        {"a row less", [](VelaTempTable* table) { table->RemoveLastRow(); },
+         "Integer 7 < 10; Integer 5 < 20; "},
+        {"sorted",
+         [](VelaTempTable* table) { table->Sort(SimpleVector<long>{0}, SimpleVector<long>{1}); },
+         "Integer 5 < 20; Integer 6 < 30; Integer 7 < 10; "},
+    };
+    for (const auto& c : cases) {
+        test::MemoryTable source("t");
+        const std::unique_ptr<VelaTempTable> table = SharedRows(&source);
+        c.change(table.get());
+        EXPECT_EQ(c.rows, ShownRows(table.get())) << c.what;
+    }
 }
 
 TEST(VelaTempTable, SortTakesWidthsAndSourcesAlong)
