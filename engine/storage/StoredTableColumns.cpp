@@ -1,6 +1,7 @@
 #include "engine/storage/StoredTableColumns.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -132,6 +133,21 @@ void Unshare(std::shared_ptr<Shared>* shared)
         *shared = std::make_shared<Shared>(**shared);
 }
 
+// The number of a row id; kInvalidRowID when it is not there. As ids ascend, a row is at most as far from the first and the last
+// one as its id is from theirs; without gaps that leaves one place to look at, with few of them few.
+uint32_t NumberAmongAscending(const RowIDList& rowIDs, uint32_t rowID)
+{
+    if (rowIDs.empty() || rowID < rowIDs.front() || rowID > rowIDs.back())
+        return kInvalidRowID;
+    const size_t last = rowIDs.size() - 1;
+    const size_t lowest = last - std::min<size_t>(last, rowIDs.back() - rowID);
+    const size_t highest = std::min<size_t>(last, rowID - rowIDs.front());
+    const auto found =
+        std::lower_bound(rowIDs.begin() + static_cast<std::ptrdiff_t>(lowest),
+                         rowIDs.begin() + static_cast<std::ptrdiff_t>(highest), rowID);
+    return *found == rowID ? static_cast<uint32_t>(found - rowIDs.begin()) : kInvalidRowID;
+}
+
 }   // namespace
 
 StoredTableColumns::StoredTableColumns(VelaTrans* table) : mTable(table) {}
@@ -190,13 +206,8 @@ uint32_t StoredTableColumns::RowNumberOf(uint32_t rowID)
         if (rowIDs[near] == rowID)
             return mLastNumber = near;
     if (mAscending) {
-        const uint32_t guess = count == 0 ? 0 : rowID - rowIDs.front();   // ids without gaps
-        if (guess < count && rowIDs[guess] == rowID)
-            return mLastNumber = guess;
-        const auto found = std::lower_bound(rowIDs.begin(), rowIDs.end(), rowID);
-        if (found == rowIDs.end() || *found != rowID)
-            return kInvalidRowID;
-        return mLastNumber = static_cast<uint32_t>(found - rowIDs.begin());
+        const uint32_t number = NumberAmongAscending(rowIDs, rowID);
+        return number == kInvalidRowID ? number : mLastNumber = number;
     }
     if (!mNumbersKnown) {
         mNumbers.Presize(count);
@@ -313,7 +324,8 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
         return;
     const size_t rows = AppendInsertedRows(AppendStoredRows(numbers), numbers);
     if (mListing) {
-        mAscending = std::is_sorted(mRowIDs->begin(), mRowIDs->end());
+        mAscending = std::adjacent_find(mRowIDs->begin(), mRowIDs->end(), std::greater_equal<>()) ==
+                     mRowIDs->end();
         mRowsKnown = true;
     }
     for (uint32_t number : numbers)
