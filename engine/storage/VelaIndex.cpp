@@ -401,11 +401,8 @@ void VelaIndex::NeedHash()
     if (mHashed && Count() <= mBuckets.size())
         return;
     mHashed = false;   // until it is
-    mBuckets.clear();
-    mBuckets.resize(std::bit_ceil(Count() * 2 + 16));
-    mNext.clear();
+    mBuckets.assign(std::bit_ceil(Count() * 2 + 16), 0);
     mNext.resize(mSlotRows.size());
-    mPrevious.clear();
     mPrevious.resize(mSlotRows.size());
     mHashed = true;
     for (size_t position = 0; position < Count(); position++)

@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "engine/core/VelaValueWithID.h"
 #include "engine/storage/RandomAccessMechanism.h"
 #include "engine/storage/RowMap.h"
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -116,9 +118,10 @@ private:
 
     string mName;
     SimpleVector<uint32_t> mColumnIDs;
-    RowMap<uint32_t> mEntries;         // row id to slot, in insertion order
-    SimpleVector<VelaValue> mValues;   // the key values of each slot, side by side
-    SimpleVector<uint32_t> mSlotRows;
+    RowMap<uint32_t> mEntries;   // row id to slot, in insertion order
+    // The key values of each slot, side by side.
+    std::vector<VelaValue, LargeAllocator<VelaValue>> mValues;
+    LargeVector<uint32_t> mSlotRows;
     SimpleVector<uint32_t> mFreeSlots;
     bool mChanged = false;
     bool mHasNulls = false;
@@ -130,9 +133,9 @@ private:
     bool mHashed = false;
     bool mMixedTypes = false;            // first key values have several types
     VelaDataType mKeyType = kTypeNone;   // of the first key values that are not null
-    SimpleVector<uint32_t> mBuckets;     // slot + 1 of the first entry
-    SimpleVector<uint32_t> mNext;        // by slot: slot + 1 of the next entry in its bucket
-    SimpleVector<uint32_t> mPrevious;
+    LargeVector<uint32_t> mBuckets;      // slot + 1 of the first entry
+    LargeVector<uint32_t> mNext;         // by slot: slot + 1 of the next entry in its bucket
+    LargeVector<uint32_t> mPrevious;
 };
 
 }   // namespace vela
