@@ -8,7 +8,7 @@
 #include "engine/storage/GoodBinCount.h"
 #include "engine/storage/VelaTable.h"
 #include "runtime/ChunkedList.h"
-#include "runtime/SimpleVector.h"
+#include "runtime/LargeMemory.h"
 
 namespace vela {
 
@@ -210,15 +210,16 @@ private:
     void StopRunningOn()
     {
         const size_t count = mValues.size();
-        SimpleVector<uint32_t> keys = SimpleVector<uint32_t>::OfSize(count);
-        for (size_t place = 0; place < count; place++)
-            keys[place] = KeyAt(place);
-        SimpleVector<uint8_t> marks = SimpleVector<uint8_t>::OfSize(count);
-        std::fill(marks.begin(), marks.end(), uint8_t{kListed | kMapped});
-        SimpleVector<uint32_t> slots =
+        ChunkedList<uint32_t> keys;
+        ChunkedList<uint8_t> marks;
+        for (size_t place = 0; place < count; place++) {
+            keys.push_back(KeyAt(place));
+            marks.push_back(kListed | kMapped);
+        }
+        LargeVector<uint32_t> slots =
             SlotsFor(mExpected > kEagerRoom ? std::max<size_t>(mExpected, count + 1) : count + 1);
-        mKeys.swap(keys);
-        mMarks.swap(marks);
+        mKeys = std::move(keys);
+        mMarks = std::move(marks);
         mRunsOn = false;
         TakeSlots(&slots);
     }
@@ -247,7 +248,7 @@ private:
     {
         if ((mUsedSlots + 1) * 4 <= mSlots.size() * 3)
             return;
-        SimpleVector<uint32_t> slots = SlotsFor(Count() + 1);
+        LargeVector<uint32_t> slots = SlotsFor(Count() + 1);
         TakeSlots(&slots);
     }
 
@@ -261,12 +262,11 @@ private:
     }
 
     // Free ones, as many as count keys want.
-    [[nodiscard]] static SimpleVector<uint32_t> SlotsFor(size_t count)
+    [[nodiscard]] static LargeVector<uint32_t> SlotsFor(size_t count)
     {
-        return SimpleVector<uint32_t>::OfSize(
-            std::bit_ceil(count * 2 < 32 ? size_t{32} : count * 2));
+        return LargeVector<uint32_t>(std::bit_ceil(count * 2 < 32 ? size_t{32} : count * 2), 0u);
     }
-    void TakeSlots(SimpleVector<uint32_t>* slots)
+    void TakeSlots(LargeVector<uint32_t>* slots)
     {
         mSlots.swap(*slots);
         mSlotBits = static_cast<uint32_t>(std::countr_zero(mSlots.size()));
@@ -316,8 +316,8 @@ private:
             }
             kept++;
         }
-        mKeys.resize(kept);
-        mMarks.resize(kept);
+        mKeys.Shorten(kept);
+        mMarks.Shorten(kept);
         mValues.Shorten(kept);
         mRemoved = 0;
         std::fill(mSlots.begin(), mSlots.end(), 0u);
@@ -329,9 +329,9 @@ private:
     uint32_t mFirst = 0;
     uint32_t mExpected = 0;   // as Presize was told
     // Only when they don't run on:
-    SimpleVector<uint32_t> mKeys;    // beside mValues
-    SimpleVector<uint8_t> mMarks;    // beside mValues
-    SimpleVector<uint32_t> mSlots;   // place in the list + 1; 0 is free
+    ChunkedList<uint32_t> mKeys;    // beside mValues
+    ChunkedList<uint8_t> mMarks;    // beside mValues
+    LargeVector<uint32_t> mSlots;   // place in the list + 1; 0 is free
     uint32_t mSlotBits = 0;
     size_t mUsedSlots = 0;   // not free, removed ones included
     size_t mRemoved = 0;
