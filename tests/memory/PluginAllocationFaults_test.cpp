@@ -350,36 +350,27 @@ const Call kCalls[] = {
 TEST(PluginAllocationFaults, EveryCallTellsAndTheDatabaseStaysUsable)
 {
     for (const Call& call : kCalls) {
-        for (const Mode mode : {Mode::kOnce, Mode::kForGood}) {
-            for (int64_t number = 1;; number++) {
-                SCOPED_TRACE(std::string(call.name) + ", allocation " + std::to_string(number));
-                ASSERT_LT(number, 10000);
-                DatabaseObject object;
-                Fill(object);
-                const OwnedText sql("select name, qty, qty + 1 from t");
-                dbCursor* cursor = object.Select(sql.Get());
-                ASSERT_NE(0, kCursorDefinition.firstRow(cursor));
-                const int texts = gTexts;
-                bool done = false;
-                bool failed = false;
-                {
-                    const FailingAllocations faults(number, mode);
-                    done = call.run(object, cursor);
-                    failed = FailingAllocations::HaveFailed();
-                }
-                EXPECT_EQ(texts, gTexts) << "a text of the host was not given back";
-                EXPECT_TRUE(done || failed);
-                if (!done) {
-                    EXPECT_TRUE(object.ErrorCode() == 53 || object.ErrorCode() == 58)
-                        << object.ErrorText();
-                    EXPECT_TRUE(call.run(object, cursor)) << object.ErrorText();
-                }
-                kCursorDefinition.closeCursor(cursor);
-                CheckStillGood(object, call.rowsAfter);
-                if (!failed || HasFailure())
-                    break;
+        SCOPED_TRACE(call.name);
+        FailEach([&call](int64_t number, Mode mode) {
+            DatabaseObject object;
+            Fill(object);
+            const OwnedText sql("select name, qty, qty + 1 from t");
+            dbCursor* cursor = object.Select(sql.Get());
+            EXPECT_NE(0, kCursorDefinition.firstRow(cursor));
+            const int texts = gTexts;
+            bool done = false;
+            const bool failed = FailDuring(number, mode, [&] { done = call.run(object, cursor); });
+            EXPECT_EQ(texts, gTexts) << "a text of the host was not given back";
+            EXPECT_TRUE(done || failed);
+            if (!done) {
+                EXPECT_TRUE(object.ErrorCode() == 53 || object.ErrorCode() == 58)
+                    << object.ErrorText();
+                EXPECT_TRUE(call.run(object, cursor)) << object.ErrorText();
             }
-        }
+            kCursorDefinition.closeCursor(cursor);
+            CheckStillGood(object, call.rowsAfter);
+            return failed;
+        });
     }
 }
 
@@ -387,54 +378,36 @@ TEST(PluginAllocationFaults, OpeningTellsAndTheNextOneSucceeds)
 {
     DatabaseObject object;
     Fill(object);
-    for (int64_t number = 1;; number++) {
-        SCOPED_TRACE("allocation " + std::to_string(number));
+    FailEach([&object](int64_t number, Mode mode) {
         object.Destruct();
         object.Construct();
         bool connected = false;
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, Mode::kOnce);
-            connected = object.Connect();
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed = FailDuring(number, mode, [&] { connected = object.Connect(); });
         EXPECT_TRUE(connected || failed);
         EXPECT_TRUE(connected || object.ErrorCode() == 53 || object.ErrorCode() == 8)
             << object.ErrorText();
         EXPECT_TRUE(object.Connect()) << object.ErrorText();
         EXPECT_EQ(kRows, object.Rows());
-        if (!failed || HasFailure())
-            break;
-    }
+        return failed;
+    });
 }
 
 TEST(PluginAllocationFaults, ClosingCommitsOrTellsThatItCouldNot)
 {
-    for (const Mode mode : {Mode::kOnce, Mode::kForGood}) {
-        for (int64_t number = 1;; number++) {
-            SCOPED_TRACE("allocation " + std::to_string(number));
-            DatabaseObject object;
-            Fill(object);
-            object.Run("UPDATE t SET qty = 12 WHERE name = 'bolt'");
-            bool failed = false;
-            {
-                const FailingAllocations faults(number, mode);
-                kDatabaseEngine.closeDatabase(object.Handle());
-                failed = FailingAllocations::HaveFailed();
-            }
-            const bool told = object.ErrorCode() != 0;
-            EXPECT_TRUE(!told || failed);
-            if (told) {
-                EXPECT_NE(std::string::npos, object.ErrorText().find("lost")) << object.ErrorText();
-            }
-            EXPECT_EQ(nullptr, object.Handle()->database);
-            ASSERT_TRUE(object.Connect()) << object.ErrorText();
-            EXPECT_EQ(told ? kRows : "bolt 12\ncam of some length, more than a few 2\n",
-                      object.Rows());
-            if (!failed || HasFailure())
-                break;
-        }
-    }
+    FailEach([](int64_t number, Mode mode) {
+        DatabaseObject object;
+        Fill(object);
+        object.Run("UPDATE t SET qty = 12 WHERE name = 'bolt'");
+        const bool failed =
+            FailDuring(number, mode, [&] { kDatabaseEngine.closeDatabase(object.Handle()); });
+        const bool told = object.ErrorCode() != 0;
+        EXPECT_TRUE(!told || failed);
+        EXPECT_EQ(told, object.ErrorText().find("lost") != std::string::npos) << object.ErrorText();
+        EXPECT_EQ(nullptr, object.Handle()->database);
+        EXPECT_TRUE(object.Connect()) << object.ErrorText();
+        EXPECT_EQ(told ? kRows : "bolt 12\ncam of some length, more than a few 2\n", object.Rows());
+        return failed;
+    });
 }
 
 TEST(PluginAllocationFaults, LastErrorIsToldWithoutMemory)

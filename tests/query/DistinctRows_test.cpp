@@ -31,24 +31,6 @@ std::vector<bool> Feed(const Values& values)
 
 }   // namespace
 
-TEST(DistinctRows, MixingTypesLaterStillFindsTheRowsBefore)
-{
-    Values values;
-    for (int i = 0; i < 100; i++)
-        values.push_back(I(i));
-    values.push_back(Text("50"));    // equals the Integer's display form
-    values.push_back(Text("050"));   // equals none
-    values.push_back(I(50));
-    values.push_back(I(100));
-    const auto isNew = Feed(values);
-    for (size_t i = 0; i < 100; i++)
-        EXPECT_TRUE(isNew[i]);
-    EXPECT_FALSE(isNew[100]);
-    EXPECT_TRUE(isNew[101]);
-    EXPECT_FALSE(isNew[102]);
-    EXPECT_TRUE(isNew[103]);
-}
-
 // Every value twice and more, of one type at a time, against asking all rows before.
 TEST(DistinctRows, AgreesWithComparingAllRows)
 {

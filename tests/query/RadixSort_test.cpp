@@ -46,18 +46,4 @@ TEST(RadixSort, SortsByWordAndKeepsTheOrderOfEqualOnes)
     }
 }
 
-TEST(RadixSort, OneFarOffWordDoesNotDisturbTheOthers)
-{
-    std::vector<SortEntry> entries;
-    for (uint32_t i = 0; i < 1000; i++)
-        entries.push_back({1000 - i, i});
-    entries[500].word = UINT64_MAX;
-    std::vector<SortEntry> scratch(entries.size());
-    RadixSort(entries.data(), entries.size(), scratch.data());
-    EXPECT_EQ(1u, entries[0].word);
-    EXPECT_EQ(999u, entries[0].item);
-    EXPECT_EQ(1000u, entries[998].word);
-    EXPECT_EQ(500u, entries[999].item);
-}
-
 }   // namespace vela::test

@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 
+#include "tests/core/ShortTexts.h"
 #include "tests/query/ExprTesting.h"
 
 namespace vela {
@@ -105,17 +106,10 @@ TEST(TempRowSorter, CompareAsksTheTypeOfTheFirstRow)
 // size of a word, against string::Compare.
 TEST(TempRowSorter, TextsOrderAsCompareSays)
 {
-    std::vector<std::string> endings = {""};
-    for (size_t i = 0; endings[i].size() < 3; i++) {
-        for (const char letter : {'\0', 'a', '\xFF'})
-            endings.push_back(endings[i] + letter);
-    }
     Column values;
     for (size_t beginning = 6; beginning <= 9; beginning++) {
-        for (const std::string& ending : endings) {
-            const std::string text = std::string(beginning, 'a') + ending;
-            values.push_back(VelaValue::String(string(std::string_view(text), kEncodingUTF8)));
-        }
+        for (const std::string& ending : AllTexts(std::string_view("\0a\xFF", 3), 3))
+            values.push_back(UTF8(std::string(beginning, 'a') + ending));
     }
     std::shuffle(values.begin(), values.end(), std::mt19937(3));
     VelaTempTable table;

@@ -258,20 +258,6 @@ TEST(VelaExpr, ANullOrUnknownOperandMakesANodeUnknown)
     }
 }
 
-TEST(VExprNot, TurnsTheIntegerForm)
-{
-    struct {
-        VelaValue operand;
-        const char* outcome;
-    } cases[] = {
-        {I(5), "Integer 0"},        {I(0), "Integer 1"},           {I(-1), "Integer 0"},
-        {D(0.5), "Integer 1"},      {Text("7 of 9"), "Integer 0"}, {Text("TRUE"), "Integer 1"},
-        {VelaValue(), "Integer 1"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.outcome, Outcome(VExprNot(Expr(c.operand)))) << Shown(c.operand);
-}
-
 TEST(VelaExpr, EvaluateInIsolation_HasNoRows)
 {
     VelaValue result;

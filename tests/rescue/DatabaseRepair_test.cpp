@@ -5,10 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <functional>
-
 #include "engine/storage/RecordFormat.h"
-#include "runtime/ByteOrder.h"
 #include "tests/rescue/RescueTesting.h"
 #include "tests/storage/StorageTesting.h"
 #include "tests/storage/TableFixture.h"
@@ -103,44 +100,43 @@ TEST(DatabaseRepair, SaysWhatWasNotSaved)
 {
     const DiskFiles good = SmallDatabase();
     const std::vector<RecordExtent> records = LiveRecords(good.at("t.dat"));
+    const ByteDamage everyLength = [&records](std::string* bytes) {
+        for (const RecordExtent& record : records)
+            SetNumber(record.begin + 8, 0x7FFFFFFF)(bytes);
+    };
+    const ByteDamage lastTwice = [&records](std::string* bytes) {
+        *bytes += bytes->substr(records.back().begin);
+    };
     const struct {
         const char* why;
-        std::function<void(DiskFiles*)> damage;
-        uint64_t rows;   // saved of the five of t
+        std::vector<const char*> files;
+        ByteDamage damage;   // null: they are gone
+        uint64_t rows;       // saved of the five of t
         uint64_t lost;
         uint64_t duplicates;
         size_t lostIndexes;
     } cases[] = {
-        {"a payload", [&](DiskFiles* f) { f->at("t.dat")[records[0].begin + 14] = 99; }, 4, 1, 0,
-         0},
-        {"a header", [&](DiskFiles* f) { f->at("t.dat")[records[0].begin] = 0; }, 4, 0, 0, 0},
+        {"a payload", {"t.dat"}, SetByte(records[0].begin + 14, 99), 4, 1, 0, 0},
+        {"a header", {"t.dat"}, SetByte(records[0].begin, 0), 4, 0, 0, 0},
         // One record has unused bytes behind its values, so that where it ends can't be told.
-        {"every length",
-         [&](DiskFiles* f) {
-             for (const RecordExtent& record : records)
-                 StoreBigEndian32(&f->at("t.dat")[record.begin + 8], 0x7FFFFFFF);
-         },
-         4, 0, 0, 0},
-        {"the last record twice",
-         [&](DiskFiles* f) {
-             std::string& b = f->at("t.dat");
-             b += b.substr(records.back().begin);
-         },
-         5, 0, 1, 0},
-        {"the map", [](DiskFiles* f) { f->at("t.map").assign(40, 'x'); }, 5, 0, 0, 0},
-        {"an index", [](DiskFiles* f) { f->at("t.i.idx").resize(256); }, 5, 0, 0, 1},
-        {"all indexes and maps",
-         [](DiskFiles* f) {
-             for (const char* name : {"t.map", "t.i.idx", "t.j.idx", "_schema.map"})
-                 f->erase(name);
-         },
-         5, 0, 0, 0},
+        {"every length", {"t.dat"}, everyLength, 4, 0, 0, 0},
+        {"the last record twice", {"t.dat"}, lastTwice, 5, 0, 1, 0},
+        {"the map", {"t.map"}, [](std::string* bytes) { bytes->assign(40, 'x'); }, 5, 0, 0, 0},
+        {"an index", {"t.i.idx"}, CutTo(256), 5, 0, 0, 1},
+        {"indexes and maps", {"t.map", "t.i.idx", "t.j.idx", "_schema.map"}, {}, 5, 0, 0, 0},
     };
     for (const auto& c : cases) {
-        DiskFiles files = good;
-        c.damage(&files);
         MemoryDisk disk;
-        disk.Restore(files);
+        disk.Restore(good);
+        for (const char* file : c.files) {
+            if (c.damage) {
+                std::string bytes = good.at(file);
+                c.damage(&bytes);
+                disk.Put(file, bytes);
+            } else {
+                disk.Remove(file);
+            }
+        }
         MemoryDisk repaired;
         const RepairReport report = Repair(&disk, &repaired);
         ASSERT_EQ(2u, report.tables.size()) << c.why;

@@ -35,16 +35,6 @@ std::string Units(std::u16string_view units)
                        units.size() * sizeof(char16_t));
 }
 
-TEST(TextEncoding, TagsAreThoseThatFilesHold)
-{
-    EXPECT_EQ(0x0000u, kEncodingMacRoman);
-    EXPECT_EQ(0x0100u, kEncodingUTF16);
-    EXPECT_EQ(0x0201u, kEncodingLatin1);
-    EXPECT_EQ(0x0500u, kEncodingWindows1252);
-    EXPECT_EQ(0x0600u, kEncodingASCII);
-    EXPECT_EQ(0x08000100u, kEncodingUTF8);
-}
-
 TEST(TextEncoding, CharactersHaveTheBytesOfEachEncoding)
 {
     struct {
@@ -57,22 +47,16 @@ TEST(TextEncoding, CharactersHaveTheBytesOfEachEncoding)
         {kEncodingLatin1, "\xE9\xDF\xFF", "\xC3\xA9\xC3\x9F\xC3\xBF", "Latin-1"},
         {kEncodingLatin1 + 1, "\xB3", "\xC5\x82", "ISO 8859-2, l with stroke"},
         {kEncodingLatin1 + 4, "\xB6", "\xD0\x96", "ISO 8859-5, zhe"},
-        {kEncodingLatin1 + 6, "\xE1", "\xCE\xB1", "ISO 8859-7, alpha"},
-        {kEncodingLatin1 + 8, "\xFD", "\xC4\xB1", "ISO 8859-9, dotless i"},
         {kEncodingLatin1 + 14, "\xA4", "\xE2\x82\xAC", "ISO 8859-15, euro"},
         {kEncodingLatin1 + 15, "\xA4", "\xE2\x82\xAC", "ISO 8859-16, euro"},
         {kEncodingWindows1252, "\x80\xE9", "\xE2\x82\xAC\xC3\xA9", "Windows, euro"},
-        {kEncodingWindows1250, "\xB3", "\xC5\x82", "Windows, l with stroke"},
         {kEncodingWindows1251, "\xC6", "\xD0\x96", "Windows, zhe"},
-        {kEncodingWindows1253, "\xE1", "\xCE\xB1", "Windows, alpha"},
-        {kEncodingWindows1254, "\xFD", "\xC4\xB1", "Windows, dotless i"},
         {kEncodingWindows1255, "\xE0", "\xD7\x90", "Windows, alef"},
         {kEncodingWindows1256, "\xC7", "\xD8\xA7", "Windows, alif"},
         {kEncodingWindows1257, "\xE0", "\xC4\x85", "Windows, a with ogonek"},
         {kEncodingWindows1258, "\xFE", "\xE2\x82\xAB", "Windows, dong"},
         {kEncodingMacRoman, "\x8E\x80", "\xC3\xA9\xC3\x84", "Mac, e acute, A diaeresis"},
         {kEncodingMacCyrillic, "\x86", "\xD0\x96", "Mac, zhe"},
-        {kEncodingMacCentralEurope, "\xB8", "\xC5\x82", "Mac, l with stroke"},
         {kEncodingMacIcelandic, "\xDE", "\xC3\x9E", "Mac, Thorn"},
     };
     for (const auto& c : cases) {

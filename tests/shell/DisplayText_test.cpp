@@ -14,16 +14,12 @@ TEST(DisplayText, ShowsTextInItsWidthAndEscapesWhatWouldLeaveItsPlace)
         const char* why;
     } cases[] = {
         {"", "", 0, "nothing"},
-        {"abc ~", "abc ~", 5, "ASCII"},
         {"K\xC3\xB6ln", "K\xC3\xB6ln", 4, "two bytes, one column"},
         {"\xE6\x97\xA5\xE6\x9C\xAC", "\xE6\x97\xA5\xE6\x9C\xAC", 4, "wide characters"},
         {"e\xCC\x81", "e\xCC\x81", 1, "a combining accent takes no column"},
-        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", 2, "an emoji"},
         {"a\nb", "a\\nb", 4, "a line feed"},
-        {"\r\t", "\\r\\t", 4, "carriage return and tab"},
         {std::string("\0", 1), "\\x00", 4, "NUL"},
         {"\x1B[2J", "\\x1b[2J", 7, "an escape sequence for terminals"},
-        {"\x7F", "\\x7f", 4, "DEL"},
         {"\xC2\x9B", "\\u{9b}", 6, "a control character of Latin-1"},
         {"\xE2\x80\xA8", "\\u{2028}", 8, "the line separator"},
         {"\xE2\x80\xAA", "\\u{202a}", 8, "the first of the embeddings"},
@@ -32,7 +28,6 @@ TEST(DisplayText, ShowsTextInItsWidthAndEscapesWhatWouldLeaveItsPlace)
         {"\xE2\x81\xAA", "\xE2\x81\xAA", 0, "the one behind it is left alone"},
         {"\xFF", "\\xff", 4, "not UTF-8"},
         {"\xC3", "\\xc3", 4, "cut in the middle"},
-        {"\xC3(", "\\xc3(", 5, "a wrong second byte"},
         {"\\n", "\\n", 2, "a backslash is a character like others"},
     };
     for (const auto& c : cases) {

@@ -113,49 +113,6 @@ TEST(MergeBodies, DamagedBaseKeepsWhatCanBeRead)
               Merged("", FromHex("01 02 03 00 00 00 05"), MergedNulls::kTakeOut, &holdsNull));
 }
 
-TEST(MergeBodies, WideRows)
-{
-    TestRow base;
-    TestRow changes;
-    std::string expected;
-    for (uint32_t id = 1; id <= 100; id++) {
-        base.Add(id, Int(0));
-        expected += (id > 1 ? ", " : "") + std::to_string(id) + "=Integer " +
-                    (id % 2 ? "0" : std::to_string(id));
-    }
-    for (uint32_t id = 100; id > 0; id -= 2)
-        changes.Add(id, Int(static_cast<int32_t>(id)));
-    changes.Add(101, Int(101));
-    bool holdsNull = false;
-    EXPECT_EQ(expected + ", 101=Integer 101",
-              Merged(BodyOf(base), BodyOf(changes), MergedNulls::kTakeOut, &holdsNull));
-}
-
-TEST(CopyWithoutNulls, KeepsOrderAndDoubles)
-{
-    TestRow row{
-        {1, Null(kTypeInteger)}, {2, Int(2)}, {2, Int(3)}, {1, Int(4)}, {5, Null(kTypeDate)}};
-    std::vector<char> copy;
-    CopyWithoutNulls(BodyOf(row), &copy);
-    EXPECT_EQ("2=Integer 2, 2=Integer 3, 1=Integer 4", TextOf({copy.data(), copy.size()}));
-}
-
 // ---- VTChangedRow
-
-TEST(VTChangedRow, UpdateValuesKeepsPlacesSoThatRecordsKeepTheirOrder)
-{
-    TestRow row{{1, Null(kTypeInteger)}, {2, Int(2)}, {3, Int(3)}};
-    TestRow update{{1, Int(11)}, {4, Int(4)}, {3, Null(kTypeInteger)}};
-    TestRow again{{3, Int(33)}};
-    RowArena arena;
-    const VTChangedRow* change = VTChangedRow::Create(&arena, 1, VTChangedRow::kUpdate, row);
-    const VTChangedRow* updated = change->UpdateValues(&arena, update);
-    const VTChangedRow* updatedAgain = updated->UpdateValues(&arena, again);
-    EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=NULL None, 4=Integer 4", TextOf(updated->Body()));
-    EXPECT_TRUE(updated->HasNulls());
-    EXPECT_FALSE(updated->IsInsert());
-    EXPECT_EQ("1=Integer 11, 2=Integer 2, 3=Integer 33, 4=Integer 4", TextOf(updatedAgain->Body()));
-    EXPECT_FALSE(updatedAgain->HasNulls());
-}
 
 }   // namespace vela

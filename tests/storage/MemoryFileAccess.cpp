@@ -81,6 +81,16 @@ std::map<std::string, std::string> MemoryDisk::AllFiles() const
     return files;
 }
 
+void MemoryDisk::Apply(const NameStep& step, FilesByName* names)
+{
+    if (!step.from.empty() && names->count(step.from) == 0)
+        return;   // the name that it takes was never there
+    // In this order a disk without memory for the new name still has the old one.
+    if (step.file)
+        (*names)[step.name] = step.file;
+    names->erase(step.file ? step.from : step.name);
+}
+
 void MemoryDisk::Restore(const std::map<std::string, std::string>& files)
 {
     mFiles.clear();
@@ -111,12 +121,13 @@ bool MemoryStream::WriteData(const void* buffer, int count)
     if (mReadOnly || mFile == nullptr || count < 0)
         return FailWith(EBADF);
     const bool whole = mDisk->Begin();
-    const size_t size = static_cast<size_t>(whole ? count : count / 2);
+    const std::string_view bytes(static_cast<const char*>(buffer),
+                                 static_cast<size_t>(whole ? count : count / 2));
     const size_t start = static_cast<size_t>(mPosition);
-    if (size > 0 && mFile->size() < start + size)
-        mFile->resize(start + size);
-    if (size > 0)
-        std::memcpy(mFile->data() + start, buffer, size);
+    if (!bytes.empty() && mFile->size() < start + bytes.size())
+        mFile->resize(start + bytes.size());
+    bytes.copy(mFile->data() + start, bytes.size());
+    mDisk->HasWritten(mFile, mPosition, bytes);
     if (!whole)
         return FailWith(ENOSPC);
     mPosition += count;
@@ -144,7 +155,17 @@ bool MemoryStream::SetLength(int64_t length)
     if (length < 0)
         return FailWith(EINVAL);
     mFile->resize(static_cast<size_t>(length));
+    mDisk->HasSetLength(mFile);
     return true;
+}
+
+bool MemoryStream::FlushToDisk()
+{
+    const bool reached = BeginChange() && !mFlushFailed;
+    mFlushFailed = !reached && !mDisk->ForgivesFailedFlushes();
+    if (mFile != nullptr)
+        mDisk->HasFlushed(mFile, reached);
+    return reached;
 }
 
 bool MemoryStream::Reserve(int64_t)
@@ -178,32 +199,40 @@ std::unique_ptr<RandomAccessMechanism> MemoryFileAccess::OpenFile(const string& 
     return stream;
 }
 
+// An existing file is emptied.
 bool MemoryFileAccess::CreateFile(const string& name)
 {
-    if (!BeginChange(name))
-        return false;
-    mDisk->Put(KeyOf(name), std::string());
-    return true;
+    if (ContainsFile(name))
+        return OpenFile(name, false)->SetLength(0) || FailWith(mReadOnly ? EROFS : ENOSPC);
+    return Change(name, {"", KeyOf(name), std::make_shared<std::string>()});
 }
 
 bool MemoryFileAccess::DeleteFile(const string& name)
 {
-    if (!BeginChange(name))
-        return false;
-    mDisk->Remove(KeyOf(name));
-    return true;
+    // Where there is no such file, nothing reaches the disk.
+    return ContainsFile(name) ? Change(name, {"", KeyOf(name), nullptr})
+                              : NamesAFile(name) && !mReadOnly;
 }
 
 bool MemoryFileAccess::RenameFile(const string& from, const string& to)
 {
-    if (!NamesAFile(to) || !BeginChange(from))
+    if (!NamesAFile(to))
         return FailWith(EINVAL);
-    const auto found = mDisk->mFiles.find(KeyOf(from));
-    if (found == mDisk->mFiles.end())
+    if (!ContainsFile(from))
         return FailWith(ENOENT);
-    // In this order a disk without memory for the new name still has the old one.
-    mDisk->mFiles[KeyOf(to)] = found->second;
-    mDisk->mFiles.erase(found);
+    return Change(from, {KeyOf(from), KeyOf(to), mDisk->mFiles[KeyOf(from)]});
+}
+
+bool MemoryFileAccess::Change(const string& name, const MemoryDisk::NameStep& step)
+{
+    if (!NamesAFile(name))
+        return FailWith(EINVAL);
+    if (mReadOnly)
+        return FailWith(EROFS);
+    if (!mDisk->Begin())
+        return FailWith(ENOSPC);
+    MemoryDisk::Apply(step, &mDisk->mFiles);
+    mDisk->HasChangedNames(step);
     return true;
 }
 
@@ -214,7 +243,10 @@ bool MemoryFileAccess::ContainsFile(const string& name) const
 
 bool MemoryFileAccess::FlushNames()
 {
-    return mDisk->Begin() || FailWith(ENOSPC);
+    if (!mDisk->Begin())
+        return FailWith(ENOSPC);
+    mDisk->HasFlushedNames();
+    return true;
 }
 
 void MemoryFileAccess::FindFiles(const string& pattern, SimpleVector<string>* names) const
@@ -222,15 +254,6 @@ void MemoryFileAccess::FindFiles(const string& pattern, SimpleVector<string>* na
     for (const auto& [name, file] : mDisk->mFiles)
         if (MatchesNamePattern(name, pattern.View()))
             names->push_back(string(name, kEncodingASCII));
-}
-
-bool MemoryFileAccess::BeginChange(const string& name)
-{
-    if (!NamesAFile(name))
-        return FailWith(EINVAL);
-    if (mReadOnly)
-        return FailWith(EROFS);
-    return mDisk->Begin() || FailWith(ENOSPC);
 }
 
 bool MemoryFileAccess::FailWith(int errorNumber)
