@@ -186,7 +186,11 @@ public:
     bool Connect() { return Method<MOXAbool (*)(MOXAobject)>(0)(Object()) != 0; }
     bool Create() { return Method<MOXAbool (*)(MOXAobject)>(1)(Object()) != 0; }
 
-    void Execute(MOXAstring sql) { kDatabaseEngine.directSQLExecute(Handle(), sql); }
+    bool Execute(MOXAstring sql)
+    {
+        kDatabaseEngine.directSQLExecute(Handle(), sql);
+        return ErrorCode() == 0;
+    }
     int32_t ErrorCode() { return kDatabaseEngine.lastErrorCode(Handle()); }
     std::string ErrorText()
     {
@@ -221,8 +225,7 @@ public:
     void Run(const std::string& sql)
     {
         const OwnedText text(sql);
-        Execute(text.Get());
-        EXPECT_EQ(0, ErrorCode()) << sql << ": " << ErrorText();
+        EXPECT_TRUE(Execute(text.Get())) << sql << ": " << ErrorText();
     }
 
     TemporaryFolder folder;
@@ -267,49 +270,48 @@ const OwnedText kQuery("select name from t where qty > 0 order by name");
 const OwnedText kCommit("COMMIT");
 const OwnedText kTable("t");
 
+// Whether there was a cursor, which is closed.
+bool Closed(MOXAdbCursor cursor)
+{
+    kCursorDefinition.closeCursor(reinterpret_cast<dbCursor*>(cursor));
+    return cursor != nullptr;
+}
+
+// Whether there was a text, which is given back.
+bool Released(MOXAstring text)
+{
+    ReleaseString(text);
+    return text != nullptr;
+}
+
 const Call kCalls[] = {
-    {"execute",
-     [](DatabaseObject& object, dbCursor*) {
-         object.Execute(kInsert.Get());
-         return object.ErrorCode() == 0;
-     },
+    {"execute", [](DatabaseObject& object, dbCursor*) { return object.Execute(kInsert.Get()); },
      "bolt 1\ncam of some length, more than a few 2\nnut 3\n"},
     {"select",
      [](DatabaseObject& object, dbCursor*) {
-         dbCursor* cursor = object.Select(kQuery.Get());
-         kCursorDefinition.closeCursor(cursor);
-         return cursor != nullptr;
+         return Closed(kDatabaseEngine.directSQLSelect(object.Handle(), kQuery.Get()));
      },
      kRows},
     {"table schema",
      [](DatabaseObject& object, dbCursor*) {
-         auto* cursor = reinterpret_cast<dbCursor*>(kDatabaseEngine.tableSchema(object.Handle()));
-         kCursorDefinition.closeCursor(cursor);
-         return cursor != nullptr;
+         return Closed(kDatabaseEngine.tableSchema(object.Handle()));
      },
      kRows},
     {"index schema",
      [](DatabaseObject& object, dbCursor*) {
-         auto* cursor = reinterpret_cast<dbCursor*>(
-             kDatabaseEngine.indexSchema(object.Handle(), kTable.Get()));
-         kCursorDefinition.closeCursor(cursor);
-         return cursor != nullptr;
+         return Closed(kDatabaseEngine.indexSchema(object.Handle(), kTable.Get()));
      },
      kRows},
     {"column name",
      [](DatabaseObject&, dbCursor* cursor) {
-         const MOXAstring name = kCursorDefinition.columnName(cursor, 2);
-         const bool told = name != nullptr;
-         ReleaseString(name);
-         return told;
+         return Released(kCursorDefinition.columnName(cursor, 2));
      },
      kRows},
     {"column value",
      [](DatabaseObject&, dbCursor* cursor) {
          MOXAdbValue value;
          const bool told = kCursorDefinition.columnValue(cursor, 0, &value) != 0;
-         ReleaseString(told ? value.value.text : nullptr);
-         return told;
+         return told && Released(value.value.text);
      },
      kRows},
     {"update row",
@@ -324,11 +326,7 @@ const Call kCalls[] = {
     {"delete row",
      [](DatabaseObject&, dbCursor* cursor) { return kCursorDefinition.deleteRow(cursor) != 0; },
      "cam of some length, more than a few 2\n"},
-    {"commit",
-     [](DatabaseObject& object, dbCursor*) {
-         object.Execute(kCommit.Get());
-         return object.ErrorCode() == 0;
-     },
+    {"commit", [](DatabaseObject& object, dbCursor*) { return object.Execute(kCommit.Get()); },
      kRows},
     {"last row id",
      [](DatabaseObject& object, dbCursor*) {
@@ -338,8 +336,7 @@ const Call kCalls[] = {
      kRows},
     {"schema data",
      [](DatabaseObject& object, dbCursor*) {
-         const MOXAstring data = object.Method<MOXAstring (*)(MOXAobject)>(3)(object.Object());
-         ReleaseString(data);
+         Released(object.Method<MOXAstring (*)(MOXAobject)>(3)(object.Object()));
          return object.ErrorCode() == 0;
      },
      kRows},
@@ -415,7 +412,7 @@ TEST(PluginAllocationFaults, LastErrorIsToldWithoutMemory)
     DatabaseObject object;
     Fill(object);
     const OwnedText sql("DELETE FROM nowhere");
-    object.Execute(sql.Get());
+    EXPECT_FALSE(object.Execute(sql.Get()));
     MOXAstring text = nullptr;
     {
         const FailingAllocations faults(1, Mode::kForGood);

@@ -2,14 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
-
 namespace vela::test {
 
 namespace {
-
-using Pairs = std::vector<std::pair<uint32_t, uint32_t>>;
 
 // A list of record sets of two tables, of which the first has the rows 0, 1, 2 ..., and the second is not bound.
 RecSetList OuterOf(size_t count)
@@ -31,75 +26,9 @@ ColumnData ColumnOf(const std::vector<int32_t>& numbers)
     return column;
 }
 
-Pairs Join(const std::vector<int32_t>& outer, const std::vector<int32_t>& inner,
-           const RowList& rows, bool reversed)
-{
-    const RecSetList list = OuterOf(outer.size());
-    const LargeVector<int32_t> keys(outer.begin(), outer.end());
-    const ColumnData column = ColumnOf(inner);
-    RecSetList result(2);
-    EXPECT_TRUE(IntegerJoin(list, keys, 1, column, rows, reversed).Append(SIZE_MAX, &result));
-    Pairs pairs;
-    for (size_t i = 0; i < result.Count(); i++)
-        pairs.emplace_back(result.At(i).RowID(0), result.At(i).RowID(1));
-    return pairs;
-}
-
-std::vector<int32_t> Numbers(std::mt19937* random, size_t count, int32_t first, uint32_t step,
-                             uint32_t kinds)
-{
-    std::vector<int32_t> numbers;
-    for (size_t i = 0; i < count; i++)
-        numbers.push_back(static_cast<int32_t>(static_cast<uint32_t>(first) +
-                                               step * static_cast<uint32_t>((*random)() % kinds)));
-    return numbers;
-}
-
 }   // namespace
 
-TEST(IntegerJoin, AgreesWithComparingAllPairs)
-{
-    struct {
-        int32_t first;
-        uint32_t step;
-        uint32_t kinds;
-    } ranges[] = {
-        {0, 1, 100},         {-50, 1, 3000}, {INT32_MIN, 65537, 60000}, {INT32_MAX - 9, 1, 10},
-        {-5, 2000000011, 3}, {3, 0, 1}};
-    std::mt19937 random(1);
-    for (const auto& range : ranges) {
-        for (const auto& [outerCount, innerCount] :
-             {std::pair{3, 2600}, std::pair{2600, 3}, std::pair{90, 90}, std::pair{90, 91},
-              std::pair{0, 9}, std::pair{9, 0}, std::pair{0, 0}}) {
-            SCOPED_TRACE(testing::Message()
-                         << range.first << " " << outerCount << " " << innerCount);
-            const auto outer = Numbers(&random, static_cast<size_t>(outerCount), range.first,
-                                       range.step, range.kinds);
-            const auto inner = Numbers(&random, static_cast<size_t>(innerCount), range.first,
-                                       range.step, range.kinds);
-            for (const bool isList : {false, true}) {
-                RowList rows = RowList::Range(static_cast<uint32_t>(inner.size()));
-                if (isList)
-                    rows.Retain([](uint32_t row) { return row % 3 != 1; });
-                for (const bool reversed : {false, true}) {
-                    Pairs expected;
-                    for (uint32_t a = 0; a < outer.size(); a++) {
-                        const size_t before = expected.size();
-                        for (uint32_t i = 0; i < rows.Count(); i++)
-                            if (outer[a] == inner[rows.At(i)])
-                                expected.emplace_back(a, rows.At(i));
-                        if (reversed)
-                            std::reverse(expected.begin() + static_cast<std::ptrdiff_t>(before),
-                                         expected.end());
-                    }
-                    EXPECT_EQ(expected, Join(outer, inner, rows, reversed))
-                        << isList << " " << reversed;
-                }
-            }
-        }
-    }
-}
-
+// That it joins what is to be joined, and in which order, VelaQueryColumns_test and VelaQueryRandom_test show.
 TEST(IntegerJoin, StopsBeyondTheLimitAndLeavesTheResultAlone)
 {
     for (const auto& [outerCount, innerCount] : {std::pair{100, 50}, std::pair{50, 100}}) {

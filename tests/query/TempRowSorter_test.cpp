@@ -6,7 +6,6 @@
 #include <limits>
 #include <random>
 
-#include "tests/core/ShortTexts.h"
 #include "tests/query/ExprTesting.h"
 
 namespace vela {
@@ -99,29 +98,6 @@ TEST(TempRowSorter, CompareAsksTheTypeOfTheFirstRow)
         const int order = up.Compare(c.a, c.b);
         EXPECT_EQ(c.order, (order > 0) - (order < 0)) << c.why;
         EXPECT_EQ(-order, down.Compare(c.a, c.b)) << c.why;
-    }
-}
-
-// All texts of up to 3 letters over NUL, 'a' and 0xFF, behind beginnings of every length around the
-// size of a word, against string::Compare.
-TEST(TempRowSorter, TextsOrderAsCompareSays)
-{
-    Column values;
-    for (size_t beginning = 6; beginning <= 9; beginning++) {
-        for (const std::string& ending : AllTexts(std::string_view("\0a\xFF", 3), 3))
-            values.push_back(UTF8(std::string(beginning, 'a') + ending));
-    }
-    std::shuffle(values.begin(), values.end(), std::mt19937(3));
-    VelaTempTable table;
-    Fill(table, OneColumn(values));
-    const auto order = Order(table, {0}, {1});
-    for (size_t i = 1; i < order.size(); i++) {
-        const string a = values[order[i - 1]].GetString();
-        const string b = values[order[i]].GetString();
-        const int compared = a.Compare(b);
-        EXPECT_TRUE(compared < 0 || (compared == 0 && order[i - 1] < order[i]))
-            << "'" << a.CString() << "' (" << a.length() << ") before '" << b.CString() << "' ("
-            << b.length() << "), seed 3";
     }
 }
 

@@ -30,6 +30,7 @@ TEST(UTF8, DecodesTheEndsOfEveryFormAndRefusesWhatLiesOutside)
         {"\xF0\x8F\xBF\xBF", 0, 0, "over-long, four bytes"},
         {"\xED\xA0\x80", 0, 0, "first surrogate"},
         {"\xED\xBF\xBF", 0, 0, "last surrogate"},
+        {"\x80", 0, 0, "a continuation"},
         {"\xF8\x88\x80\x80\x80", 0, 0, "a form of five bytes"},
         {"\xFF", 0, 0, "never used"},
         {"\xC3\x28", 0, 0, "no continuation behind the first byte"},

@@ -124,51 +124,6 @@ TEST(VelaSQLLexer, SaysWhichLiteralsAreWrong)
     }
 }
 
-TEST(VelaSQLLexer, EndIsAnsweredForEverAndKeepsTheLastText)
-{
-    for (const char* text : {"abc", "abc  ", "abc ; def"}) {
-        VelaSQLLexer lexer('\0');
-        lexer.Start(Sql(text));
-        lexer.GetToken();
-        for (int i = 0; i < 3; i++) {
-            lexer.GetToken();
-            EXPECT_TRUE(lexer.IsEnd()) << text;
-            EXPECT_EQ("abc", lexer.TokenView()) << text;
-            EXPECT_FALSE(lexer.IsWord("ABC")) << text << ": the end is no word, whatever its text";
-        }
-    }
-}
-
-TEST(VelaSQLLexer, DoubleQuoteIsASyntaxErrorAndEndsTheStatement)
-{
-    VelaSQLLexer lexer('\0');
-    lexer.Start(Sql("abc  \"def\""));
-    lexer.GetToken();
-    lexer.GetToken();
-    EXPECT_TRUE(lexer.IsEnd());
-    EXPECT_EQ(VelaSQLLexer::kErrSyntax, lexer.LastError());
-    EXPECT_EQ(5u, lexer.ErrorOffset());
-}
-
-TEST(VelaSQLLexer, PutbackReadsTheTokenAgain)
-{
-    for (const char* text : {"abc def", "12 def", "'a''b' def", "N'ab' def", "<= def"}) {
-        VelaSQLLexer lexer('\0');
-        lexer.Start(Sql(text));
-        lexer.GetToken();
-        const std::string first(lexer.TokenView());
-        lexer.putback();
-        lexer.GetToken();
-        EXPECT_EQ(first, lexer.TokenView()) << text;
-        lexer.GetToken();
-        EXPECT_EQ("def", lexer.TokenView()) << text;
-        lexer.GetToken();
-        lexer.putback();
-        lexer.GetToken();
-        EXPECT_TRUE(lexer.IsEnd()) << text << ": putting the end back changes nothing";
-    }
-}
-
 TEST(VelaSQLLexer, NulEndsTheStatement)
 {
     EXPECT_EQ("w[ab]", Tokens(Sql(std::string_view("ab\0cd", 5))));

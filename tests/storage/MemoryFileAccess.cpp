@@ -100,14 +100,17 @@ void MemoryDisk::Restore(const std::map<std::string, std::string>& files)
 
 // ---- MemoryStream
 
-MemoryStream::MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly)
-    : mDisk(disk), mFile(std::move(file)), mReadOnly(readOnly)
+MemoryStream::MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly,
+                           int64_t badSector)
+    : mDisk(disk), mFile(std::move(file)), mReadOnly(readOnly), mBadSector(badSector)
 {}
 
 bool MemoryStream::ReadData(void* buffer, int count, int* bytesRead)
 {
     const int64_t left = mPosition < GetLength() ? GetLength() - mPosition : 0;
-    const int64_t done = std::max<int64_t>(std::min<int64_t>(count, left), 0);
+    const bool isBad = mBadSector >= 0 && mPosition + count > mBadSector &&
+                       mPosition < mBadSector + MemoryFileAccess::kSector;
+    const int64_t done = isBad ? 0 : std::max<int64_t>(std::min<int64_t>(count, left), 0);
     if (done > 0)
         std::memcpy(buffer, mFile->data() + mPosition, static_cast<size_t>(done));
     mPosition += done;
@@ -194,7 +197,12 @@ std::unique_ptr<RandomAccessMechanism> MemoryFileAccess::OpenFile(const string& 
         FailWith(ENOENT);
         return nullptr;
     }
-    auto stream = std::make_unique<MemoryStream>(mDisk, mDisk->mFiles[KeyOf(name)], mReadOnly);
+    const auto unreadable = mUnreadable.find(KeyOf(name));
+    const bool isBad = unreadable != mUnreadable.end();
+    if (isBad && unreadable->second < 0)
+        return nullptr;
+    auto stream = std::make_unique<MemoryStream>(mDisk, mDisk->mFiles[KeyOf(name)], mReadOnly,
+                                                 isBad ? unreadable->second : -1);
     stream->SetBigEndian();
     return stream;
 }

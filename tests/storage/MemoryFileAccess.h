@@ -89,7 +89,9 @@ private:
 // under its name, as an open file of a folder does.
 class MemoryStream : public RandomAccessMechanism {
 public:
-    MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly);
+    // badSector: where reads fail; -1: nowhere.
+    MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly,
+                 int64_t badSector = -1);
 
     bool ReadData(void* buffer, int count, int* bytesRead) override;
     bool WriteData(const void* buffer, int count) override;
@@ -110,6 +112,7 @@ private:
     MemoryDisk* mDisk;
     std::shared_ptr<std::string> mFile;
     bool mReadOnly;
+    int64_t mBadSector;
     bool mFlushFailed = false;
     int64_t mPosition = 0;
     int mErrorNumber = 0;
@@ -134,6 +137,10 @@ public:
     bool FlushNames() override;
     void FindFiles(const string& pattern, SimpleVector<string>* names) const override;
 
+    // Reads that touch this sector of a file fail from its next opening on; below 0: that fails.
+    void MakeUnreadable(const std::string& name, int64_t sector) { mUnreadable[name] = sector; }
+    static constexpr int64_t kSector = 512;
+
 private:
     // Changes a name that may be changed, if the disk takes it.
     bool Change(const string& name, const MemoryDisk::NameStep& step);
@@ -141,6 +148,7 @@ private:
 
     MemoryDisk* mDisk;
     bool mReadOnly;
+    std::map<std::string, int64_t> mUnreadable;
     string mErrorText;
 };
 

@@ -105,32 +105,6 @@ TEST_F(StorageTest, UpdateRecord_ShrunkRecordKeepsItsLengthAndIsFalse)
     EXPECT_EQ("1=Integer 5", Row(1));
 }
 
-TEST_F(StorageTest, UpdateRecord_GrownRecordMovesAndKeepsItsRowID)
-{
-    Open();
-    TestRow row1{{1, Str("short")}, {2, Int(43)}};
-    TestRow row2{{1, Str("other")}, {2, Int(44)}};
-    storage->AddNewRecord(1, row1);
-    storage->AddNewRecord(2, row2);
-    EXPECT_TRUE(Update(1, Str("a longer string")));
-    EXPECT_EQ("1=String[600] a longer string, 2=Integer 43", Current()) << "it is current";
-    EXPECT_EQ("1=String[600] a longer string, 2=Integer 43", Row(1));
-    EXPECT_EQ(1u, storage->GetRowID());
-    EXPECT_EQ("2 1", LiveRows());
-    EXPECT_EQ("54 72 73 68 00 00 00 01 ", Records().substr(0, 24)) << "the old place";
-    EXPECT_EQ(3u, storage->QtyRows()) << "listed twice";
-    ASSERT_TRUE(storage->FlushToDisk());
-    // Position 0x100 + 2 * (12 + 26) = 0x14C; each place in the list tells the newest one.
-    EXPECT_EQ(ToHex(FromHex("52 4D 61 70  00 00 00 03  00 00 00 01 00 00 01 4C"
-                            "00 00 00 02 00 00 01 26  00 00 00 01 00 00 01 4C  4D 45 6E 64")),
-              Map());
-    Open();
-    EXPECT_EQ(3u, storage->QtyRows()) << "the saved list still has it twice";
-    disk.Remove("t.map");
-    Open();
-    EXPECT_EQ(2u, storage->QtyRows()) << "a scan counts it once";
-}
-
 TEST_F(StorageTest, UpdateRecord_NeedsACurrentRecord)
 {
     Open();
