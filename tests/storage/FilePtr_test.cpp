@@ -39,5 +39,35 @@ TEST(FilePtr, KeepsTheErrorNumber)
     EXPECT_EQ(ENOSPC, stream.ErrorNumber());
 }
 
+TEST(FilePtr, AWriteRightBehindAReadLandsWhereTheReadEnded)
+{
+    TemporaryFolder folder;
+    folder.Write("x", "abcdef");
+    FilePtr stream;
+    ASSERT_TRUE(stream.Open(folder.File("x").c_str(), "r+"));
+    char byte;
+    EXPECT_TRUE(stream.ReadData(&byte, 1, nullptr));
+    EXPECT_TRUE(stream.WriteData("XY", 2));
+    EXPECT_TRUE(stream.ReadData(&byte, 1, nullptr));
+    EXPECT_EQ('d', byte);
+    stream.Close();
+    EXPECT_EQ("aXYdef", folder.Read("x"));
+}
+
+TEST(FilePtr, BytesReadAheadAndThenCutOffDoNotComeBack)
+{
+    TemporaryFolder folder;
+    folder.Write("x", std::string(100, 'a'));
+    FilePtr stream;
+    ASSERT_TRUE(stream.Open(folder.File("x").c_str(), "r+"));
+    char bytes[60];
+    EXPECT_TRUE(stream.ReadData(bytes, 60, nullptr));
+    EXPECT_TRUE(stream.SetLength(3));
+    EXPECT_TRUE(stream.SeekFromStart(2));
+    int came = 0;
+    EXPECT_FALSE(stream.ReadData(bytes, 10, &came));
+    EXPECT_EQ(1, came);
+}
+
 }   // namespace
 }   // namespace vela

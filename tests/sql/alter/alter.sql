@@ -141,3 +141,13 @@ INSERT INTO t (z) VALUES (1);
 SELECT _rowid FROM t WHERE z = 1;
 --> 4
 COMMIT;
+
+-- A column's number isn't used again, not even that of the last one.
+CREATE TABLE again (a integer, b string);
+INSERT INTO again VALUES (1, 'old');
+COMMIT;
+ALTER TABLE again DROP b;
+ALTER TABLE again ADD b string;
+SELECT * FROM again;
+--> 1|1|
+COMMIT;
