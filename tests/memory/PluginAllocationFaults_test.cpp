@@ -6,6 +6,8 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <string_view>
 
 #include "plugin/Cursor.h"
 #include "plugin/DatabaseClass.h"
@@ -71,75 +73,47 @@ int32_t LengthOf(MOXAstring text)
     return static_cast<int32_t>(AsHostText(text)->size);
 }
 
-// The host's object around a cursor is here the cursor itself.
-MOXAdbCursor CursorObject(dbCursor* cursor, const MOXAdbCursorDefinition*)
+template <class Result, class... Parameters>
+void* Address(Result (*service)(Parameters...))
 {
-    return reinterpret_cast<MOXAdbCursor>(cursor);
+    return reinterpret_cast<void*>(service);
 }
 
-// An object of class "MOXADatabase" is its instance data.
-void* ClassData(const MOXAclassDefinition*, MOXAobject object)
-{
-    return object;
-}
+void Register(const void*) {}
 
-dbDatabase* DatabaseOf(MOXAdbDatabase object)
-{
-    return reinterpret_cast<dbDatabase*>(object);
-}
-
-void ConstructDatabase(MOXAdbDatabase, dbDatabase*, const MOXAdbEngineDefinition*) {}
-
-void SetConnected(MOXAdbDatabase, MOXAbool) {}
-
-// A folder item is the text of its path.
-MOXAbool StringProperty(MOXAobject object, const char*, MOXAstring* value)
-{
-    const auto* path = reinterpret_cast<HostText*>(object);
-    *value = BuildString(path->bytes, static_cast<int32_t>(path->size));
-    return 1;
-}
-
-void ReleaseObject(MOXAobject) {}
-
-double Version()
-{
-    return 5.5;
-}
-
-int gRegistered = 0;
-
-void Register(const void*)
-{
-    gRegistered++;
-}
-
+// The host's object around a cursor is here the cursor itself, an object of class "MOXADatabase" its instance data, a folder
+// item the text of its path.
 void* Resolve(const char* name)
 {
-    static const struct {
-        const char* name;
-        void* address;
-    } services[] = {
-        {"MOXAGetMXVersion", reinterpret_cast<void*>(Version)},
-        {"PluginRegisterDBEngine", reinterpret_cast<void*>(Register)},
-        {"PluginRegisterDBCursor", reinterpret_cast<void*>(Register)},
-        {"PluginRegisterClass", reinterpret_cast<void*>(Register)},
-        {"MOXABuildString", reinterpret_cast<void*>(static_cast<MOXABuildStringProc>(BuildString))},
-        {"MOXAUnlockString", reinterpret_cast<void*>(ReleaseString)},
-        {"StringGetCString", reinterpret_cast<void*>(BytesOf)},
-        {"StringGetLength", reinterpret_cast<void*>(LengthOf)},
-        {"MOXAdbCursorFromDBCursor", reinterpret_cast<void*>(CursorObject)},
-        {"MOXAGetClassData", reinterpret_cast<void*>(ClassData)},
-        {"MOXAConstructDBDatabase", reinterpret_cast<void*>(ConstructDatabase)},
-        {"MOXAGetDBFromMOXAdbDatabase", reinterpret_cast<void*>(DatabaseOf)},
-        {"MOXASetDBIsConnected", reinterpret_cast<void*>(SetConnected)},
-        {"MOXAGetPropValueString", reinterpret_cast<void*>(StringProperty)},
-        {"MOXAUnlockObject", reinterpret_cast<void*>(ReleaseObject)},
+    static const std::map<std::string_view, void*> services = {
+        {"MOXAGetMXVersion", Address(+[] { return 5.5; })},
+        {"PluginRegisterDBEngine", Address(Register)},
+        {"PluginRegisterDBCursor", Address(Register)},
+        {"PluginRegisterClass", Address(Register)},
+        {"MOXABuildString", Address(BuildString)},
+        {"MOXAUnlockString", Address(ReleaseString)},
+        {"StringGetCString", Address(BytesOf)},
+        {"StringGetLength", Address(LengthOf)},
+        {"MOXAdbCursorFromDBCursor", Address(+[](dbCursor* cursor, const MOXAdbCursorDefinition*) {
+             return reinterpret_cast<MOXAdbCursor>(cursor);
+         })},
+        {"MOXAGetClassData",
+         Address(+[](const MOXAclassDefinition*, MOXAobject object) -> void* { return object; })},
+        {"MOXAConstructDBDatabase",
+         Address(+[](MOXAdbDatabase, dbDatabase*, const MOXAdbEngineDefinition*) {})},
+        {"MOXAGetDBFromMOXAdbDatabase",
+         Address(+[](MOXAdbDatabase object) { return reinterpret_cast<dbDatabase*>(object); })},
+        {"MOXASetDBIsConnected", Address(+[](MOXAdbDatabase, MOXAbool) {})},
+        {"MOXAGetPropValueString",
+         Address(+[](MOXAobject object, const char*, MOXAstring* value) -> MOXAbool {
+             const auto* path = reinterpret_cast<HostText*>(object);
+             *value = BuildString(path->bytes, static_cast<int32_t>(path->size));
+             return 1;
+         })},
+        {"MOXAUnlockObject", Address(+[](MOXAobject) {})},
     };
-    for (const auto& service : services)
-        if (std::strcmp(service.name, name) == 0)
-            return service.address;
-    return nullptr;
+    const auto service = services.find(name);
+    return service == services.end() ? nullptr : service->second;
 }
 
 // ---- a program

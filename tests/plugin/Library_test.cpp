@@ -48,47 +48,25 @@ struct {
     const MOXAdbCursorDefinition* cursor = nullptr;
 } gHost;
 
-void RegisterPluginVersion(int32_t version)
+template <class... Parameters>
+void* Address(void (*service)(Parameters...))
 {
-    gHost.given.push_back("version " + std::to_string(version));
+    return reinterpret_cast<void*>(service);
 }
+
+void Note(const std::string& given)
+{
+    gHost.given.push_back(given);
+}
+
 double GetMXVersion()
 {
     return gHost.version;
 }
-void RegisterEngine(const MOXAdbEngineDefinition* engine)
-{
-    gHost.given.push_back("engine " + std::to_string(engine->version) + " " +
-                          engine->fieldTypeNames);
-    gHost.engine = engine;
-}
-void RegisterCursor(const MOXAdbCursorDefinition* cursor)
-{
-    gHost.given.push_back("cursor " + std::to_string(cursor->version));
-    gHost.cursor = cursor;
-}
-void RegisterClass(const MOXAclassDefinition* type)
-{
-    gHost.given.push_back("class " + std::to_string(type->version) + " " + type->name + " " +
-                          type->superclass);
-}
-void RegisterInterface(const char* name, MOXAdataSourceInterfaceProc)
-{
-    gHost.given.push_back(std::string("interface ") + name);
-}
-void RegisterDataSource(const char* kind, MOXAopenDataSourceProc)
-{
-    gHost.given.push_back(std::string("source ") + kind);
-}
+
 void NotForUse()
 {
     ADD_FAILURE() << "a service was called that start-up has no use for";
-}
-
-template <class Function>
-void* Address(Function function)
-{
-    return reinterpret_cast<void*>(function);
 }
 
 void* Resolve(const char* name)
@@ -97,13 +75,28 @@ void* Resolve(const char* name)
     if (gHost.knowsNothing || gHost.withheld.count(name))
         return nullptr;
     const std::map<std::string, void*> services = {
-        {"RegisterPluginVersion", Address(RegisterPluginVersion)},
-        {"MOXAGetMXVersion", Address(GetMXVersion)},
-        {"PluginRegisterDBEngine", Address(RegisterEngine)},
-        {"PluginRegisterDBCursor", Address(RegisterCursor)},
-        {"PluginRegisterClass", Address(RegisterClass)},
-        {"RegisterDataSourceInterface", Address(RegisterInterface)},
-        {"RegisterDataSource", Address(RegisterDataSource)},
+        {"RegisterPluginVersion",
+         Address(+[](int32_t version) { Note("version " + std::to_string(version)); })},
+        {"MOXAGetMXVersion", reinterpret_cast<void*>(GetMXVersion)},
+        {"PluginRegisterDBEngine", Address(+[](const MOXAdbEngineDefinition* engine) {
+             Note("engine " + std::to_string(engine->version) + " " + engine->fieldTypeNames);
+             gHost.engine = engine;
+         })},
+        {"PluginRegisterDBCursor", Address(+[](const MOXAdbCursorDefinition* cursor) {
+             Note("cursor " + std::to_string(cursor->version));
+             gHost.cursor = cursor;
+         })},
+        {"PluginRegisterClass", Address(+[](const MOXAclassDefinition* type) {
+             Note("class " + std::to_string(type->version) + " " + type->name + " " +
+                  type->superclass);
+         })},
+        {"RegisterDataSourceInterface",
+         Address(+[](const char* number, MOXAdataSourceInterfaceProc) {
+             Note(std::string("interface ") + number);
+         })},
+        {"RegisterDataSource", Address(+[](const char* kind, MOXAopenDataSourceProc) {
+             Note(std::string("source ") + kind);
+         })},
     };
     const auto service = services.find(name);
     return service == services.end() ? Address(NotForUse) : service->second;

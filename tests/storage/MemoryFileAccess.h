@@ -61,7 +61,8 @@ protected:
     };
     static void Apply(const NameStep& step, FilesByName* names);
 
-    // Told of what has been done by a disk that remembers more than its files. A write that failed has left these bytes.
+    // For a disk that remembers more than its files; each is called when the thing is done. A write that fails may have
+    // written some bytes, which are those.
     virtual void HasWritten(const File&, int64_t, std::string_view) {}
     virtual void HasSetLength(const File&) {}
     virtual void HasChangedNames(const NameStep&) {}
@@ -89,7 +90,7 @@ private:
 // under its name, as an open file of a folder does.
 class MemoryStream : public RandomAccessMechanism {
 public:
-    // badSector: where reads fail; -1: nowhere.
+    // badSector: the position of the sector that can't be read; -1: none.
     MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly,
                  int64_t badSector = -1);
 
@@ -137,8 +138,8 @@ public:
     bool FlushNames() override;
     void FindFiles(const string& pattern, SimpleVector<string>* names) const override;
 
-    // Reads that touch this sector of a file fail from its next opening on; below 0: that fails.
-    void MakeUnreadable(const std::string& name, int64_t sector) { mUnreadable[name] = sector; }
+    // Reads that touch the sector at that position of a file fail from its next opening on; below 0: the opening fails.
+    void MakeUnreadable(const std::string& name, int64_t position) { mUnreadable[name] = position; }
     static constexpr int64_t kSector = 512;
 
 private:

@@ -73,42 +73,6 @@ TEST(VelaSchema, EmptySchemaFileIsFilled)
     }
 }
 
-TEST(VelaSchema, DefaultsAreMadeFromTheirTexts)
-{
-    const struct {
-        VelaDataType type;
-        const char* text;
-        const char* value;
-    } cases[] = {
-        {kTypeInteger, "42", "Integer 42"},
-        {kTypeInteger, "", "Integer 0"},
-        {kTypeInteger, "4x", "Integer 4"},
-        {kTypeBoolean, "", "Boolean FALSE"},
-        {kTypeBoolean, "-3", "Boolean TRUE"},
-        {kTypeBoolean, "TRUE", "Boolean FALSE"},
-        {kTypeDouble, "2.5", "Double 2.5"},
-        {kTypeDouble, "", "Double 0"},
-        {kTypeString, "abc", "String[600] abc"},
-        {kTypeString, "", "String[600] "},
-        {kTypeDate, "1984-5-6", "Date 1984-5-6"},
-        {kTypeTime, "", "Time "},
-        {kTypeTimestamp, "x", "Timestamp x"},
-        {kTypeBinary, "b", "Binary b"},
-        {static_cast<VelaDataType>(4), "x", "NULL None"},
-        {static_cast<VelaDataType>(200), "x", "NULL None"},
-    };
-    for (const auto& c : cases) {
-        MemoryDisk disk;
-        DatabaseOnDisk db(&disk);
-        VelaTrans* table = db.Create("t", {c.type}, c.text);
-        EXPECT_EQ(c.value, ValueText(table->Column(1)->defaultValue));
-        TestRow row;
-        const uint32_t rowID = table->AddRow(row, false);
-        ASSERT_TRUE(db.Commit());
-        EXPECT_EQ(c.value, ReadText(table, rowID, 1));
-    }
-}
-
 TEST(VelaSchema, AbsentDefaultIsNullOfTheType)
 {
     MemoryDisk disk;
@@ -136,23 +100,6 @@ TEST(VelaSchema, AbsentDefaultIsNullOfTheType)
         EXPECT_EQ("NULL Date", ReadText(table, rowID, 1)) << "now that the index is loaded";
         db.Open();
     }
-}
-
-TEST(VelaSchema, ColumnsStandInTheOrderOfTheirRows)
-{
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
-    db.Create("t", {kTypeInteger, kTypeString});
-    ASSERT_TRUE(db.Commit());
-    // Renaming moves the schema row of c1 to the end of the file, and with it the column.
-    VelaSchema* schema = db.database->Schema();
-    TestRow row{{VelaSchema::kColumnName, Str("a much longer name than before")}};
-    schema->UpdateRow(8, row, false);
-    ASSERT_TRUE(db.Commit());
-    VelaTrans* table = db.Reload("t");
-    EXPECT_TRUE(table->Column(1)->name == "c2");
-    EXPECT_TRUE(table->Column(2)->name == "a much longer name than before");
-    EXPECT_EQ(1u, table->Column(2)->columnID);
 }
 
 TEST(VelaSchema, ReloadTable_OfATableWithoutRowsInTheSchemaIsNone)

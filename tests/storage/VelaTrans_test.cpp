@@ -209,32 +209,6 @@ TEST_F(TableTest, DamagedOrMissingIndexFileIsFilledFromTheRows)
     EXPECT_EQ(1u, rows.size());
 }
 
-TEST_F(TableTest, EntryOfAnEarlierTypeDoesNotSpeakForTheRecord)
-{
-    Add(1, "12 apples");
-    ASSERT_TRUE(db.Commit());
-    VelaSchema* schema = db.database->Schema();
-    const auto setType = [&](VelaDataType type) {
-        for (uint32_t rowID : RowIDsOf(schema)) {
-            TestRow row{{VelaSchema::kTypeCode, Int(type)}};
-            if (ReadText(schema, rowID, VelaSchema::kTableName) == "String[600] t" &&
-                ReadText(schema, rowID, VelaSchema::kColumnID) == "Integer 2")
-                schema->UpdateRow(rowID, row, false);
-        }
-        table = db.Reload("t");
-    };
-    setType(kTypeInteger);
-    table->AddIndex("i", {2});
-    EXPECT_EQ("Integer 12", Read(1, 2));
-    setType(kTypeString);
-    EXPECT_EQ("String[600] 12 apples", Read(1, 2)) << "the entry has lost the apples";
-    SimpleVector<uint32_t> rows;
-    EXPECT_FALSE(table->FindRowsByIndex(2, Str("12"), &rows));
-    setType(kTypeInteger);
-    EXPECT_TRUE(table->FindRowsByIndex(2, Int(12), &rows));
-    EXPECT_EQ(1u, rows.size());
-}
-
 TEST(VelaTrans, TablesKeepTheirIndexFilesApart)
 {
     MemoryDisk disk;
