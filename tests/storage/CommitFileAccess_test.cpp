@@ -93,6 +93,40 @@ TEST_F(CommitFileAccessTest, StreamsOfOneFileSeeEachOther)
     EXPECT_EQ(std::string("01x\0\0\0", 6), disk.Bytes("a.dat")) << "what was cut off is zeros";
 }
 
+TEST_F(CommitFileAccessTest, ReaderOfADeadWritersFilesSeesTheCommitsAndWritesNothing)
+{
+    disk.Put("a.dat", "0123456789");
+    disk.Put("b.dat", "b");
+    ASSERT_TRUE(files->BeginCommit());
+    EXPECT_TRUE(Write("a.dat", 8, "abcd") && files->DeleteFile("b.dat") &&
+                files->CreateFile("c.dat"));
+    EXPECT_TRUE(Write("c.dat", 0, "c"));
+    ASSERT_TRUE(files->EndCommit());
+    // The log has reached the disk, and nothing else has.
+    const std::string log = disk.AllFiles().at(kCommitLogName);
+    files.reset();
+    disk.Restore({{"a.dat", "0123456789"}, {"b.dat", "b"}, {kCommitLogName, log}});
+    const auto dead = disk.AllFiles();
+    Open(true);
+    ASSERT_TRUE(files->IsOpen());
+    EXPECT_EQ("01234567abcd", Read("a.dat"));
+    EXPECT_EQ("c", Read("c.dat"));
+    EXPECT_EQ("a.dat c.dat ", Found("*"));
+    ASSERT_TRUE(files->BeginCommit());
+    EXPECT_FALSE(Write("a.dat", 0, "x"));
+    EXPECT_FALSE(files->CreateFile("d.dat"));
+    EXPECT_FALSE(files->DeleteFile("a.dat"));
+    EXPECT_TRUE(files->EndCommit()) << "of nothing";
+    EXPECT_EQ("01234567abcd", Read("a.dat"));
+    files.reset();
+    EXPECT_EQ(dead, disk.AllFiles());
+    Open();
+    EXPECT_EQ("01234567abcd", disk.Bytes("a.dat"));
+    EXPECT_EQ("c", disk.Bytes("c.dat"));
+    EXPECT_EQ((std::map<std::string, std::string>{{"a.dat", "01234567abcd"}, {"c.dat", "c"}}),
+              disk.AllFiles());
+}
+
 // Each cut and each changed byte of a log with two commits: the files end in one of three states, or the opening is refused.
 TEST_F(CommitFileAccessTest, DamagedLogsGiveAStateThatWas)
 {
@@ -194,8 +228,9 @@ TEST(CommitFileAccess, FolderHoldsWhatAModelSays)
                 bytes.resize(upTo(bytes.size()));
                 ASSERT_TRUE(stream->SetLength(static_cast<int64_t>(bytes.size())));
             } else {
-                const size_t position = what < 6 ? bytes.size() : upTo(bytes.size());
-                const std::string text(upTo(120), static_cast<char>('A' + upTo(25)));
+                const size_t gap = what == 3 ? upTo(20) : 0;
+                const size_t position = what < 6 ? bytes.size() + gap : upTo(bytes.size());
+                const std::string text(1 + upTo(119), static_cast<char>('A' + upTo(25)));
                 bytes.resize(std::max(bytes.size(), position + text.size()));
                 bytes.replace(position, text.size(), text);
                 ASSERT_TRUE(stream->SeekFromStart(static_cast<int64_t>(position)));

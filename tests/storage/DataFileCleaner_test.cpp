@@ -36,6 +36,7 @@ TEST(DataFileCleaner, AFileThatWasTemporaryOnceIsNotTakenForOne)
         EXPECT_TRUE(cleaner.File()->WriteData("abc", 3));
     }
     EXPECT_EQ("abc", folder.Read("mine"));
+    EXPECT_EQ(nullptr, DataFileCleaner(nullptr).File());
     EXPECT_TRUE(std::filesystem::remove(path.CString())) << "the file it left is not its any more";
 }
 

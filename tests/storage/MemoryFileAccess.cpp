@@ -212,14 +212,19 @@ bool MemoryFileAccess::CreateFile(const string& name)
 {
     if (ContainsFile(name))
         return OpenFile(name, false)->SetLength(0) || FailWith(mReadOnly ? EROFS : ENOSPC);
-    return Change(name, {"", KeyOf(name), std::make_shared<std::string>()});
+    MemoryDisk::NameStep step;
+    step.name = KeyOf(name);
+    step.file = std::make_shared<std::string>();
+    return Change(name, step);
 }
 
 bool MemoryFileAccess::DeleteFile(const string& name)
 {
-    // Where there is no such file, nothing reaches the disk.
-    return ContainsFile(name) ? Change(name, {"", KeyOf(name), nullptr})
-                              : NamesAFile(name) && !mReadOnly;
+    if (!ContainsFile(name))   // nothing reaches the disk
+        return NamesAFile(name) && !mReadOnly;
+    MemoryDisk::NameStep step;
+    step.name = KeyOf(name);
+    return Change(name, step);
 }
 
 bool MemoryFileAccess::RenameFile(const string& from, const string& to)
@@ -228,7 +233,11 @@ bool MemoryFileAccess::RenameFile(const string& from, const string& to)
         return FailWith(EINVAL);
     if (!ContainsFile(from))
         return FailWith(ENOENT);
-    return Change(from, {KeyOf(from), KeyOf(to), mDisk->mFiles[KeyOf(from)]});
+    MemoryDisk::NameStep step;
+    step.from = KeyOf(from);
+    step.name = KeyOf(to);
+    step.file = mDisk->mFiles[step.from];
+    return Change(from, step);
 }
 
 bool MemoryFileAccess::Change(const string& name, const MemoryDisk::NameStep& step)

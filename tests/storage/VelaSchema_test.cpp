@@ -134,6 +134,7 @@ TEST(VelaSchema, ManyTablesOpenWithoutLookingAtEachRowForEach)
 TEST(VelaTablesTable, HasOneRowAndOneColumnAndRefusesEveryChange)
 {
     VelaTable* table = VelaSchema::GetTablesTable();
+    EXPECT_TRUE(table->TableName() == "_TABLES");
     EXPECT_EQ(nullptr, table->Column(1));
     EXPECT_EQ(1u, table->QtyRows());
     EXPECT_EQ(std::vector<uint32_t>{1}, RowIDsOf(table));

@@ -125,6 +125,49 @@ TEST(HostProgram, WhatIsNotThereFailsAndTheProgramGoesOn)
     EXPECT_EQ(0, RunHost(kLibrary, "first nobody\n", "--lenient").status);
 }
 
+TEST(HostProgram, ValuesAndSumsAreWhatTheyAreWrittenAs)
+{
+    struct {
+        const char* program;
+        const char* printed;
+    } cases[] = {
+        {"print \"a\\tb\\\\\\\"\\{\\}\\#\\x41\\u{42}\"", "a\tb\\\"{}#AB\n"},
+        {"print # nothing", "\n"},
+        {"print 1 2.5 true nothing null \"a b\" # c", "1 2.5 true nothing null a b\n"},
+        {"print 1994-07-09 12:34:06 1994-07-09T12:34:06",
+         "1994-07-09 12:34:06 1994-07-09T12:34:06\n"},
+        {"print 7.0 -1.0e+300 inf -inf nan", "7.0 -1e+300 inf -inf nan\n"},
+        {"repeat 3 as i\nprint \"{i}{i * 2 + 1}\" {i%2}\nend", "13 1\n25 0\n37 1\n"},
+        {"repeat 2 as i\nrepeat 2 as k\nprint \"{i}{k}\"\nend\nend", "11\n12\n21\n22\n"},
+        {"repeat 6 as i\nevery 3 of i\nprint {i}\nend\nend", "3\n6\n"},
+        {"repeat 0\nprint 1\nend", ""},
+        {"print {-5 + 2} {7 / 2} {-7 % 3}", "-3 3 -1\n"},
+    };
+    for (const auto& c : cases) {
+        const HostRun run = RunHost(kLibrary, std::string(c.program) + "\n");
+        EXPECT_EQ(0, run.status) << run.output;
+        EXPECT_EQ(c.printed, run.output.substr(0, run.output.find("moxa-host: ")))
+            << c.program << run.output;
+    }
+}
+
+TEST(HostProgram, AShownRowReadsAsItIsWritten)
+{
+    const HostRun run = RunHost(
+        kLibrary,
+        "new MOXADatabase db\nset db.DatabaseFile folder \"db\"\ncall db.CreateDatabaseFile\n"
+        "execute db \"CREATE TABLE t (s string)\"\n"
+        "repeat 5\nexecute db \"INSERT INTO t VALUES ('')\"\nend\n"
+        "select db \"SELECT s FROM t\" as c\n"
+        "next c\nupdate c s utf16\"\xC3\xB8\\u{1F600}\"\nnext c\nupdate c s 0x0100\"\\x41\"\n"
+        "next c\nupdate c s latin1\"\\xF8\\{\"\nnext c\nupdate c s \"\\0\xC3\xB8\\xFF\"\n"
+        "next c\nupdate c s 0x99\"\\x80\"\nselect db \"SELECT s FROM t\" as c\nshow c\n");
+    EXPECT_EQ(0, run.status);
+    EXPECT_EQ(0u, run.output.find("s\nutf16\"\xC3\xB8\xF0\x9F\x98\x80\"\n0x0100\"A\"\n"
+                                  "latin1\"\\xF8\\{\"\n\"\\x00\xC3\xB8\\xFF\"\n0x0099\"\\x80\"\n"))
+        << run.output;
+}
+
 TEST(HostProgram, WrongUsageAndALibraryThatIsNoneAreRefused)
 {
     EXPECT_EQ(2, RunHost(kLibrary, "", "--frob").status);
