@@ -56,15 +56,11 @@ TEST(VelaValue, ConvertsToIntegerDoubleAndTexts)
         const char* why;
     } cases[] = {
         {I(42), 42, 42, "42", "42", ""},
-        {I(0), 0, 0, "0", "0", ""},
-        {I(-7), -7, -7, "-7", "-7", ""},
         {I(INT32_MAX), INT32_MAX, 2147483647.0, "2147483647", "2147483647", ""},
         {I(INT32_MIN), INT32_MIN, -2147483648.0, "-2147483648", "-2147483648", ""},
         {B(true), 1, 1, "TRUE", "TRUE", ""},
         {B(false), 0, 0, "FALSE", "FALSE", ""},
         {D(2.5), 2, 2.5, "2.5", "2.5", "truncated"},
-        {D(-2.5), -2, -2.5, "-2.5", "-2.5", "toward zero"},
-        {D(5), 5, 5, "5", "5", "integral"},
         {D(1e300), INT32_MAX, 1e300, "1.0e+300", "1.0e+300", "saturated"},
         {D(-1e300), INT32_MIN, -1e300, "-1.0e+300", "-1.0e+300", ""},
         {D(kInfinity), INT32_MAX, kInfinity, "inf", "inf", ""},
@@ -227,8 +223,6 @@ TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
         {Null(kTypeInteger), I(0), false, false, "null equals no zero"},
         {Null(kTypeString), Text(""), false, false, "... and no empty text"},
         {Null(kTypeString), Text("NULL"), false, false, "... and not its own text"},
-        {I(42), I(42), true, true, ""},
-        {I(42), I(-42), false, false, ""},
         {I(42), Text("42"), true, true, "the text's number; the number's text"},
         {I(42), Text(" 42abc"), true, false, "leading number against the whole text"},
         {I(0), Text("abc"), true, false, "no number is 0"},
@@ -242,7 +236,6 @@ TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
         {B(false), Text("x"), true, false, ""},
         {Text("abc"), Text("abc"), true, true, ""},
         {Text("abc"), Text("ABC"), false, false, "case counts"},
-        {Text("abc"), Text("abcd"), false, false, ""},
         {Text("abc"), Text("abc "), false, false, "blanks count"},
         {Text("abc"), Binary("abc"), true, true, ""},
         {Text("2.5"), D(2.5), true, false, "a double asks for a double"},
@@ -257,8 +250,6 @@ TEST(VelaValue, EqualsIsWhatIndexesTakeItFor)
         {Time("12:00:00"), Time("12:00:00"), false, false, ""},
         {Timestamp("1984-05-06 12:00:00"), Timestamp("1984-05-06 12:00:00"), false, false, ""},
         {Timestamp("1984-05-06 12:00:00"), Text("1984-05-06 12:00:00"), true, false, ""},
-        {D(2.5), D(2.5), true, true, ""},
-        {D(2.5), D(2.25), false, false, ""},
         {D(0.0), D(-0.0), true, true, "equal as numbers"},
         {D(2), I(2), false, true, "payloads differ; truncated the other way"},
         {D(0), I(0), true, true, "all bits zero in both"},
@@ -383,68 +374,6 @@ TEST(VelaValue, CoercionToBooleanKnowsThreeTextsOfFalse)
     VelaValue nan = D(std::nan(""));
     nan.CoerceToType(kTypeBoolean);
     EXPECT_EQ(1, nan.GetInteger()) << "anything other than 0.0";
-}
-
-TEST(VelaValue, CoercionToACodeThatIsNoTypeMakesAString)
-{
-    VelaValue value = I(7);
-    value.CoerceToType(static_cast<VelaDataType>(99));
-    EXPECT_EQ("String '7'", Show(value));
-}
-
-TEST(VelaValue, CoercedTextKeepsItsBytesAndEncoding)
-{
-    VelaValue value = VelaValue::Text(kTypeBinary, string("\xC3\xA9\0x", 4, kEncodingUTF8));
-    value.CoerceToType(kTypeString);
-    EXPECT_EQ(kEncodingUTF8, value.StoredText().Encoding());
-    EXPECT_EQ(std::string_view("\xC3\xA9\0x", 4), value.TextView());
-}
-
-// Values that come and go in a random order: each text must be freed once, which the sanitizer
-// build sees.
-TEST(VelaValue, RandomTrafficOfTextsAgreesWithPlainStrings)
-{
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    std::vector<VelaValue> values(20, Text(""));
-    std::vector<std::string> model(20);
-    for (int i = 0; i < 50000; i++) {
-        const size_t to = random() % values.size();
-        const size_t from = random() % values.size();
-        switch (random() % 6) {
-            case 0:
-                values[to] = values[from];
-                model[to] = model[from];
-                break;
-            case 1:
-                values[to] = VelaValue(values[from]);
-                model[to] = model[from];
-                break;
-            case 2:
-                std::swap(values[to], values[from]);
-                std::swap(model[to], model[from]);
-                break;
-            case 3: {
-                string text = values[from].StoredText();
-                text += static_cast<char>('a' + random() % 26);
-                if (text.length() > 100)
-                    text = string();
-                values[to].SetString(text);
-                model[to] = std::string(text.View());
-                break;
-            }
-            case 4:
-                values[to].Clear();
-                model[to].clear();
-                break;
-            default:
-                values[to].CoerceToType(kTypeString);
-                break;
-        }
-        ASSERT_EQ(model[to], values[to].TextView());
-        ASSERT_EQ(model[from], values[from].TextView());
-    }
 }
 
 }   // namespace

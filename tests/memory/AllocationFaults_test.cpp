@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "engine/sql/VelaSQL.h"
 #include "engine/storage/CommitFileAccess.h"
@@ -19,21 +18,6 @@ namespace {
 using Mode = FailingAllocations::Mode;
 using Files = std::map<std::string, std::string>;
 using Statements = std::vector<const char*>;
-
-constexpr Mode kModes[] = {Mode::kOnce, Mode::kForGood};
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int64_t kStride = 5;
-#else
-constexpr int64_t kStride = 1;
-#endif
-
-// Every so many-th allocation fails; VELA_ALLOCATION_STRIDE says otherwise.
-int64_t Stride()
-{
-    const char* text = std::getenv("VELA_ALLOCATION_STRIDE");
-    return text != nullptr ? std::max<int64_t>(std::atoll(text), 1) : kStride;
-}
 
 const Statements kCommitted = {
     "CREATE TABLE parts (id INTEGER, name VARCHAR, qty INTEGER, price DOUBLE, made DATE, "
@@ -227,23 +211,6 @@ void CheckStillGood(World& world)
     EXPECT_FALSE(world.disk.Contains("_commit.log"));
 }
 
-// Runs check with each number of an allocation to fail, once and for good, until the step gets through. check returns
-// whether any has failed.
-template <class Check>
-void FailEach(const Check& check)
-{
-    for (const Mode mode : kModes) {
-        const int64_t first = mode == Mode::kOnce ? 1 : 1 + Stride() / 2;
-        for (int64_t number = first;; number += Stride()) {
-            SCOPED_TRACE("allocation " + std::to_string(number) +
-                         (mode == Mode::kOnce ? "" : " and all later ones"));
-            ASSERT_LT(number, 100000);
-            if (!check(number, mode) || testing::Test::HasFailure())
-                break;
-        }
-    }
-}
-
 class AllocationFaults : public testing::TestWithParam<Scenario> {};
 
 class AllocationFaultsInQueries : public testing::TestWithParam<const char*> {};
@@ -274,12 +241,8 @@ TEST_P(AllocationFaults, StatementTellsAndKeepsWhatWasPending)
         world.RunAll(scenario.pending);
         VelaStatus status;
         const string statement(scenario.statement);
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, mode);
-            VelaSQLExecute(statement, *world.database, &status);
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed =
+            FailDuring(number, mode, [&] { VelaSQLExecute(statement, *world.database, &status); });
         const VelaState state = status.State();
         const Texts now = world.Sorted();
         if (state == expected) {
@@ -325,12 +288,8 @@ TEST_P(AllocationFaultsInQueries, QueryTellsAndChangesNothing)
         world.Open(Committed());
         world.RunAll(kSomeRows);
         std::unique_ptr<VelaTable> rows;
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, mode);
-            rows = VelaSQLQuery(query, *world.database, &status);
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed =
+            FailDuring(number, mode, [&] { rows = VelaSQLQuery(query, *world.database, &status); });
         if (rows) {
             EXPECT_EQ(kVEStateSuccess, status.State());
             EXPECT_EQ(expected, ResultText(rows.get()));
@@ -362,12 +321,7 @@ TEST(AllocationFaultsInCommit, CommitTellsTheTruthAndCanBeTriedAgain)
             world.RunAll(kMixture);
             if (large)
                 world.database->Files()->SetLimits({16, 1});
-            bool failed = false;
-            {
-                const FailingAllocations faults(number, mode);
-                world.database->Commit();
-                failed = FailingAllocations::HaveFailed();
-            }
+            const bool failed = FailDuring(number, mode, [&] { world.database->Commit(); });
             const Texts found = AfterDeath(world);
             if (world.database->LastCommitFailed()) {
                 EXPECT_STREQ("There is not enough memory",
@@ -394,12 +348,7 @@ TEST(AllocationFaultsInCommit, WhatAFailedCommitHasLeftCanBeRolledBack)
     FailEach([&](int64_t number, Mode mode) {
         world.Open(Committed());
         world.RunAll(kMixture);
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, mode);
-            world.database->Commit();
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed = FailDuring(number, mode, [&] { world.database->Commit(); });
         if (world.database->LastCommitFailed()) {
             world.database->Rollback();
             EXPECT_EQ(committed, world.Sorted());
@@ -418,12 +367,7 @@ TEST(AllocationFaultsInRollback, EverythingPendingIsGone)
         FailEach([&](int64_t number, Mode mode) {
             world.Open(Committed());
             world.RunAll(changes);
-            bool failed = false;
-            {
-                const FailingAllocations faults(number, mode);
-                world.database->Rollback();
-                failed = FailingAllocations::HaveFailed();
-            }
+            const bool failed = FailDuring(number, mode, [&] { world.database->Rollback(); });
             EXPECT_FALSE(world.database->TransactionInProgress());
             EXPECT_EQ(kVEStateSuccess,
                       world.Run("UPDATE kinds SET note = 'x' WHERE name = 'none'").State());
@@ -451,15 +395,12 @@ TEST(AllocationFaultsInOpening, OpeningTellsAndTheNextOneSucceeds)
             world.database.reset();
             world.disk.Restore(files);
             auto access = std::make_unique<MemoryFileAccess>(&world.disk);
-            bool failed = false;
             auto* place = static_cast<VelaDatabase*>(::operator new(sizeof(VelaDatabase)));
             bool valid = false;
-            {
-                const FailingAllocations faults(number, mode);
+            const bool failed = FailDuring(number, mode, [&] {
                 new (place) VelaDatabase(std::move(access));
                 valid = place->IsValid();
-                failed = FailingAllocations::HaveFailed();
-            }
+            });
             world.database.reset(place);
             if (!valid && mode == Mode::kOnce && world.database->OpenErrorText().empty())
                 valid = world.database->IsValid();   // it failed, and so did nothing else
@@ -496,12 +437,7 @@ TEST(AllocationFaultsInClosing, ClosingNeverThrowsAndLosesNoCommit)
         world.RunAll(kMixture);
         EXPECT_TRUE(world.Commit());
         world.RunAll({"INSERT INTO kinds VALUES ('pending', 'dropped by closing')"});
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, mode);
-            world.database.reset();
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed = FailDuring(number, mode, [&] { world.database.reset(); });
         world.Open();
         EXPECT_EQ(after, world.Sorted());
         CheckStillGood(world);
@@ -519,15 +455,12 @@ TEST(AllocationFaultsInSchemaData, SchemaIsGivenAndReplacedOrTheErrorIsTold)
     ASSERT_NE(0u, data.length());
     FailEach([&](int64_t number, Mode mode) {
         world.Open(Committed());
-        bool failed = false;
         string given;
         VelaStatus replaced;
-        {
-            const FailingAllocations faults(number, mode);
+        const bool failed = FailDuring(number, mode, [&] {
             given = world.database->GetSchemaData(&status);
             world.database->ReplaceSchemaData(data, &replaced);
-            failed = FailingAllocations::HaveFailed();
-        }
+        });
         EXPECT_EQ(given.empty() ? kVEOutOfMemory : kVEStateSuccess, status.State());
         EXPECT_TRUE(replaced.State() == kVEStateSuccess || replaced.State() == kVEOutOfMemory)
             << replaced.Description().CString();

@@ -1,7 +1,11 @@
 #include "tests/memory/FailingAllocations.h"
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <new>
+#include <string>
 
 namespace vela {
 
@@ -11,14 +15,25 @@ struct Fault {
     int64_t left = 0;   // allocations up to the one that fails; 0: none fails
     bool forGood = false;
     bool failed = false;
-    int spared = 0;
 };
 
 constinit Fault gFault;
 
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int64_t kStride = 5;
+#else
+constexpr int64_t kStride = 1;
+#endif
+
+int64_t Stride()
+{
+    const char* text = std::getenv("VELA_ALLOCATION_STRIDE");
+    return text != nullptr ? std::max<int64_t>(std::atoll(text), 1) : kStride;
+}
+
 bool Strikes()
 {
-    if (gFault.left == 0 || gFault.spared > 0 || --gFault.left > 0)
+    if (gFault.left == 0 || --gFault.left > 0)
         return false;
     gFault.failed = true;
     gFault.left = gFault.forGood ? 1 : 0;
@@ -44,14 +59,19 @@ bool FailingAllocations::HaveFailed()
     return gFault.failed;
 }
 
-SpareAllocations::SpareAllocations()
+void FailEach(const std::function<bool(int64_t number, FailingAllocations::Mode mode)>& check)
 {
-    gFault.spared++;
-}
-
-SpareAllocations::~SpareAllocations()
-{
-    gFault.spared--;
+    using Mode = FailingAllocations::Mode;
+    for (const Mode mode : {Mode::kOnce, Mode::kForGood}) {
+        const int64_t first = mode == Mode::kOnce ? 1 : 1 + Stride() / 2;
+        for (int64_t number = first;; number += Stride()) {
+            SCOPED_TRACE("allocation " + std::to_string(number) +
+                         (mode == Mode::kOnce ? "" : " and all later ones"));
+            ASSERT_LT(number, 100000);
+            if (!check(number, mode) || testing::Test::HasFailure())
+                break;
+        }
+    }
 }
 
 }   // namespace vela

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 namespace vela {
 
@@ -20,14 +21,17 @@ public:
     [[nodiscard]] static bool HaveFailed();
 };
 
-// While one of these lives, allocations neither fail nor count: those of what stands around the
-// code under test.
-class SpareAllocations {
-public:
-    SpareAllocations();
-    ~SpareAllocations();
-    SpareAllocations(const SpareAllocations&) = delete;
-    SpareAllocations& operator=(const SpareAllocations&) = delete;
-};
+// Does work while allocations fail; whether any has failed.
+template <class Work>
+bool FailDuring(int64_t number, FailingAllocations::Mode mode, const Work& work)
+{
+    const FailingAllocations faults(number, mode);
+    work();
+    return FailingAllocations::HaveFailed();
+}
+
+// Runs check with each number of an allocation to fail, once and for good, until the step gets through. check returns
+// whether any has failed. VELA_ALLOCATION_STRIDE=5 takes each fifth, as builds with sanitizers do by themselves.
+void FailEach(const std::function<bool(int64_t number, FailingAllocations::Mode mode)>& check);
 
 }   // namespace vela

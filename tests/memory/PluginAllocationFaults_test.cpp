@@ -6,6 +6,8 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <map>
+#include <string_view>
 
 #include "plugin/Cursor.h"
 #include "plugin/DatabaseClass.h"
@@ -71,75 +73,47 @@ int32_t LengthOf(MOXAstring text)
     return static_cast<int32_t>(AsHostText(text)->size);
 }
 
-// The host's object around a cursor is here the cursor itself.
-MOXAdbCursor CursorObject(dbCursor* cursor, const MOXAdbCursorDefinition*)
+template <class Result, class... Parameters>
+void* Address(Result (*service)(Parameters...))
 {
-    return reinterpret_cast<MOXAdbCursor>(cursor);
+    return reinterpret_cast<void*>(service);
 }
 
-// An object of class "MOXADatabase" is its instance data.
-void* ClassData(const MOXAclassDefinition*, MOXAobject object)
-{
-    return object;
-}
+void Register(const void*) {}
 
-dbDatabase* DatabaseOf(MOXAdbDatabase object)
-{
-    return reinterpret_cast<dbDatabase*>(object);
-}
-
-void ConstructDatabase(MOXAdbDatabase, dbDatabase*, const MOXAdbEngineDefinition*) {}
-
-void SetConnected(MOXAdbDatabase, MOXAbool) {}
-
-// A folder item is the text of its path.
-MOXAbool StringProperty(MOXAobject object, const char*, MOXAstring* value)
-{
-    const auto* path = reinterpret_cast<HostText*>(object);
-    *value = BuildString(path->bytes, static_cast<int32_t>(path->size));
-    return 1;
-}
-
-void ReleaseObject(MOXAobject) {}
-
-double Version()
-{
-    return 5.5;
-}
-
-int gRegistered = 0;
-
-void Register(const void*)
-{
-    gRegistered++;
-}
-
+// The host's object around a cursor is here the cursor itself, an object of class "MOXADatabase" its instance data, a folder
+// item the text of its path.
 void* Resolve(const char* name)
 {
-    static const struct {
-        const char* name;
-        void* address;
-    } services[] = {
-        {"MOXAGetMXVersion", reinterpret_cast<void*>(Version)},
-        {"PluginRegisterDBEngine", reinterpret_cast<void*>(Register)},
-        {"PluginRegisterDBCursor", reinterpret_cast<void*>(Register)},
-        {"PluginRegisterClass", reinterpret_cast<void*>(Register)},
-        {"MOXABuildString", reinterpret_cast<void*>(static_cast<MOXABuildStringProc>(BuildString))},
-        {"MOXAUnlockString", reinterpret_cast<void*>(ReleaseString)},
-        {"StringGetCString", reinterpret_cast<void*>(BytesOf)},
-        {"StringGetLength", reinterpret_cast<void*>(LengthOf)},
-        {"MOXAdbCursorFromDBCursor", reinterpret_cast<void*>(CursorObject)},
-        {"MOXAGetClassData", reinterpret_cast<void*>(ClassData)},
-        {"MOXAConstructDBDatabase", reinterpret_cast<void*>(ConstructDatabase)},
-        {"MOXAGetDBFromMOXAdbDatabase", reinterpret_cast<void*>(DatabaseOf)},
-        {"MOXASetDBIsConnected", reinterpret_cast<void*>(SetConnected)},
-        {"MOXAGetPropValueString", reinterpret_cast<void*>(StringProperty)},
-        {"MOXAUnlockObject", reinterpret_cast<void*>(ReleaseObject)},
+    static const std::map<std::string_view, void*> services = {
+        {"MOXAGetMXVersion", Address(+[] { return 5.5; })},
+        {"PluginRegisterDBEngine", Address(Register)},
+        {"PluginRegisterDBCursor", Address(Register)},
+        {"PluginRegisterClass", Address(Register)},
+        {"MOXABuildString", Address(BuildString)},
+        {"MOXAUnlockString", Address(ReleaseString)},
+        {"StringGetCString", Address(BytesOf)},
+        {"StringGetLength", Address(LengthOf)},
+        {"MOXAdbCursorFromDBCursor", Address(+[](dbCursor* cursor, const MOXAdbCursorDefinition*) {
+             return reinterpret_cast<MOXAdbCursor>(cursor);
+         })},
+        {"MOXAGetClassData",
+         Address(+[](const MOXAclassDefinition*, MOXAobject object) -> void* { return object; })},
+        {"MOXAConstructDBDatabase",
+         Address(+[](MOXAdbDatabase, dbDatabase*, const MOXAdbEngineDefinition*) {})},
+        {"MOXAGetDBFromMOXAdbDatabase",
+         Address(+[](MOXAdbDatabase object) { return reinterpret_cast<dbDatabase*>(object); })},
+        {"MOXASetDBIsConnected", Address(+[](MOXAdbDatabase, MOXAbool) {})},
+        {"MOXAGetPropValueString",
+         Address(+[](MOXAobject object, const char*, MOXAstring* value) -> MOXAbool {
+             const auto* path = reinterpret_cast<HostText*>(object);
+             *value = BuildString(path->bytes, static_cast<int32_t>(path->size));
+             return 1;
+         })},
+        {"MOXAUnlockObject", Address(+[](MOXAobject) {})},
     };
-    for (const auto& service : services)
-        if (std::strcmp(service.name, name) == 0)
-            return service.address;
-    return nullptr;
+    const auto service = services.find(name);
+    return service == services.end() ? nullptr : service->second;
 }
 
 // ---- a program
@@ -186,7 +160,11 @@ public:
     bool Connect() { return Method<MOXAbool (*)(MOXAobject)>(0)(Object()) != 0; }
     bool Create() { return Method<MOXAbool (*)(MOXAobject)>(1)(Object()) != 0; }
 
-    void Execute(MOXAstring sql) { kDatabaseEngine.directSQLExecute(Handle(), sql); }
+    bool Execute(MOXAstring sql)
+    {
+        kDatabaseEngine.directSQLExecute(Handle(), sql);
+        return ErrorCode() == 0;
+    }
     int32_t ErrorCode() { return kDatabaseEngine.lastErrorCode(Handle()); }
     std::string ErrorText()
     {
@@ -221,8 +199,7 @@ public:
     void Run(const std::string& sql)
     {
         const OwnedText text(sql);
-        Execute(text.Get());
-        EXPECT_EQ(0, ErrorCode()) << sql << ": " << ErrorText();
+        EXPECT_TRUE(Execute(text.Get())) << sql << ": " << ErrorText();
     }
 
     TemporaryFolder folder;
@@ -267,49 +244,48 @@ const OwnedText kQuery("select name from t where qty > 0 order by name");
 const OwnedText kCommit("COMMIT");
 const OwnedText kTable("t");
 
+// Whether there was a cursor, which is closed.
+bool Closed(MOXAdbCursor cursor)
+{
+    kCursorDefinition.closeCursor(reinterpret_cast<dbCursor*>(cursor));
+    return cursor != nullptr;
+}
+
+// Whether there was a text, which is given back.
+bool Released(MOXAstring text)
+{
+    ReleaseString(text);
+    return text != nullptr;
+}
+
 const Call kCalls[] = {
-    {"execute",
-     [](DatabaseObject& object, dbCursor*) {
-         object.Execute(kInsert.Get());
-         return object.ErrorCode() == 0;
-     },
+    {"execute", [](DatabaseObject& object, dbCursor*) { return object.Execute(kInsert.Get()); },
      "bolt 1\ncam of some length, more than a few 2\nnut 3\n"},
     {"select",
      [](DatabaseObject& object, dbCursor*) {
-         dbCursor* cursor = object.Select(kQuery.Get());
-         kCursorDefinition.closeCursor(cursor);
-         return cursor != nullptr;
+         return Closed(kDatabaseEngine.directSQLSelect(object.Handle(), kQuery.Get()));
      },
      kRows},
     {"table schema",
      [](DatabaseObject& object, dbCursor*) {
-         auto* cursor = reinterpret_cast<dbCursor*>(kDatabaseEngine.tableSchema(object.Handle()));
-         kCursorDefinition.closeCursor(cursor);
-         return cursor != nullptr;
+         return Closed(kDatabaseEngine.tableSchema(object.Handle()));
      },
      kRows},
     {"index schema",
      [](DatabaseObject& object, dbCursor*) {
-         auto* cursor = reinterpret_cast<dbCursor*>(
-             kDatabaseEngine.indexSchema(object.Handle(), kTable.Get()));
-         kCursorDefinition.closeCursor(cursor);
-         return cursor != nullptr;
+         return Closed(kDatabaseEngine.indexSchema(object.Handle(), kTable.Get()));
      },
      kRows},
     {"column name",
      [](DatabaseObject&, dbCursor* cursor) {
-         const MOXAstring name = kCursorDefinition.columnName(cursor, 2);
-         const bool told = name != nullptr;
-         ReleaseString(name);
-         return told;
+         return Released(kCursorDefinition.columnName(cursor, 2));
      },
      kRows},
     {"column value",
      [](DatabaseObject&, dbCursor* cursor) {
          MOXAdbValue value;
          const bool told = kCursorDefinition.columnValue(cursor, 0, &value) != 0;
-         ReleaseString(told ? value.value.text : nullptr);
-         return told;
+         return told && Released(value.value.text);
      },
      kRows},
     {"update row",
@@ -324,11 +300,7 @@ const Call kCalls[] = {
     {"delete row",
      [](DatabaseObject&, dbCursor* cursor) { return kCursorDefinition.deleteRow(cursor) != 0; },
      "cam of some length, more than a few 2\n"},
-    {"commit",
-     [](DatabaseObject& object, dbCursor*) {
-         object.Execute(kCommit.Get());
-         return object.ErrorCode() == 0;
-     },
+    {"commit", [](DatabaseObject& object, dbCursor*) { return object.Execute(kCommit.Get()); },
      kRows},
     {"last row id",
      [](DatabaseObject& object, dbCursor*) {
@@ -338,8 +310,7 @@ const Call kCalls[] = {
      kRows},
     {"schema data",
      [](DatabaseObject& object, dbCursor*) {
-         const MOXAstring data = object.Method<MOXAstring (*)(MOXAobject)>(3)(object.Object());
-         ReleaseString(data);
+         Released(object.Method<MOXAstring (*)(MOXAobject)>(3)(object.Object()));
          return object.ErrorCode() == 0;
      },
      kRows},
@@ -350,36 +321,27 @@ const Call kCalls[] = {
 TEST(PluginAllocationFaults, EveryCallTellsAndTheDatabaseStaysUsable)
 {
     for (const Call& call : kCalls) {
-        for (const Mode mode : {Mode::kOnce, Mode::kForGood}) {
-            for (int64_t number = 1;; number++) {
-                SCOPED_TRACE(std::string(call.name) + ", allocation " + std::to_string(number));
-                ASSERT_LT(number, 10000);
-                DatabaseObject object;
-                Fill(object);
-                const OwnedText sql("select name, qty, qty + 1 from t");
-                dbCursor* cursor = object.Select(sql.Get());
-                ASSERT_NE(0, kCursorDefinition.firstRow(cursor));
-                const int texts = gTexts;
-                bool done = false;
-                bool failed = false;
-                {
-                    const FailingAllocations faults(number, mode);
-                    done = call.run(object, cursor);
-                    failed = FailingAllocations::HaveFailed();
-                }
-                EXPECT_EQ(texts, gTexts) << "a text of the host was not given back";
-                EXPECT_TRUE(done || failed);
-                if (!done) {
-                    EXPECT_TRUE(object.ErrorCode() == 53 || object.ErrorCode() == 58)
-                        << object.ErrorText();
-                    EXPECT_TRUE(call.run(object, cursor)) << object.ErrorText();
-                }
-                kCursorDefinition.closeCursor(cursor);
-                CheckStillGood(object, call.rowsAfter);
-                if (!failed || HasFailure())
-                    break;
+        SCOPED_TRACE(call.name);
+        FailEach([&call](int64_t number, Mode mode) {
+            DatabaseObject object;
+            Fill(object);
+            const OwnedText sql("select name, qty, qty + 1 from t");
+            dbCursor* cursor = object.Select(sql.Get());
+            EXPECT_NE(0, kCursorDefinition.firstRow(cursor));
+            const int texts = gTexts;
+            bool done = false;
+            const bool failed = FailDuring(number, mode, [&] { done = call.run(object, cursor); });
+            EXPECT_EQ(texts, gTexts) << "a text of the host was not given back";
+            EXPECT_TRUE(done || failed);
+            if (!done) {
+                EXPECT_TRUE(object.ErrorCode() == 53 || object.ErrorCode() == 58)
+                    << object.ErrorText();
+                EXPECT_TRUE(call.run(object, cursor)) << object.ErrorText();
             }
-        }
+            kCursorDefinition.closeCursor(cursor);
+            CheckStillGood(object, call.rowsAfter);
+            return failed;
+        });
     }
 }
 
@@ -387,54 +349,36 @@ TEST(PluginAllocationFaults, OpeningTellsAndTheNextOneSucceeds)
 {
     DatabaseObject object;
     Fill(object);
-    for (int64_t number = 1;; number++) {
-        SCOPED_TRACE("allocation " + std::to_string(number));
+    FailEach([&object](int64_t number, Mode mode) {
         object.Destruct();
         object.Construct();
         bool connected = false;
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, Mode::kOnce);
-            connected = object.Connect();
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed = FailDuring(number, mode, [&] { connected = object.Connect(); });
         EXPECT_TRUE(connected || failed);
         EXPECT_TRUE(connected || object.ErrorCode() == 53 || object.ErrorCode() == 8)
             << object.ErrorText();
         EXPECT_TRUE(object.Connect()) << object.ErrorText();
         EXPECT_EQ(kRows, object.Rows());
-        if (!failed || HasFailure())
-            break;
-    }
+        return failed;
+    });
 }
 
 TEST(PluginAllocationFaults, ClosingCommitsOrTellsThatItCouldNot)
 {
-    for (const Mode mode : {Mode::kOnce, Mode::kForGood}) {
-        for (int64_t number = 1;; number++) {
-            SCOPED_TRACE("allocation " + std::to_string(number));
-            DatabaseObject object;
-            Fill(object);
-            object.Run("UPDATE t SET qty = 12 WHERE name = 'bolt'");
-            bool failed = false;
-            {
-                const FailingAllocations faults(number, mode);
-                kDatabaseEngine.closeDatabase(object.Handle());
-                failed = FailingAllocations::HaveFailed();
-            }
-            const bool told = object.ErrorCode() != 0;
-            EXPECT_TRUE(!told || failed);
-            if (told) {
-                EXPECT_NE(std::string::npos, object.ErrorText().find("lost")) << object.ErrorText();
-            }
-            EXPECT_EQ(nullptr, object.Handle()->database);
-            ASSERT_TRUE(object.Connect()) << object.ErrorText();
-            EXPECT_EQ(told ? kRows : "bolt 12\ncam of some length, more than a few 2\n",
-                      object.Rows());
-            if (!failed || HasFailure())
-                break;
-        }
-    }
+    FailEach([](int64_t number, Mode mode) {
+        DatabaseObject object;
+        Fill(object);
+        object.Run("UPDATE t SET qty = 12 WHERE name = 'bolt'");
+        const bool failed =
+            FailDuring(number, mode, [&] { kDatabaseEngine.closeDatabase(object.Handle()); });
+        const bool told = object.ErrorCode() != 0;
+        EXPECT_TRUE(!told || failed);
+        EXPECT_EQ(told, object.ErrorText().find("lost") != std::string::npos) << object.ErrorText();
+        EXPECT_EQ(nullptr, object.Handle()->database);
+        EXPECT_TRUE(object.Connect()) << object.ErrorText();
+        EXPECT_EQ(told ? kRows : "bolt 12\ncam of some length, more than a few 2\n", object.Rows());
+        return failed;
+    });
 }
 
 TEST(PluginAllocationFaults, LastErrorIsToldWithoutMemory)
@@ -442,7 +386,7 @@ TEST(PluginAllocationFaults, LastErrorIsToldWithoutMemory)
     DatabaseObject object;
     Fill(object);
     const OwnedText sql("DELETE FROM nowhere");
-    object.Execute(sql.Get());
+    EXPECT_FALSE(object.Execute(sql.Get()));
     MOXAstring text = nullptr;
     {
         const FailingAllocations faults(1, Mode::kForGood);

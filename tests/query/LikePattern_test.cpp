@@ -5,6 +5,7 @@
 #include <random>
 
 #include "engine/query/WildcardMatch.h"
+#include "tests/core/ShortTexts.h"
 
 namespace vela {
 namespace {
@@ -57,17 +58,6 @@ bool ReferenceMatch(const std::string& text, std::string pattern, char escape)
             return true;
     }
     return false;
-}
-
-// Every string over the letters up to that length, the empty one first.
-std::vector<std::string> AllTexts(std::string_view letters, size_t longest)
-{
-    std::vector<std::string> texts = {""};
-    for (size_t i = 0; i < texts.size() && texts[i].size() < longest; i++) {
-        for (const char letter : letters)
-            texts.push_back(texts[i] + letter);
-    }
-    return texts;
 }
 
 std::string RandomText(std::mt19937& random, std::string_view letters, size_t longest)

@@ -101,34 +101,4 @@ TEST(TempRowSorter, CompareAsksTheTypeOfTheFirstRow)
     }
 }
 
-// All texts of up to 3 letters over NUL, 'a' and 0xFF, behind beginnings of every length around the
-// size of a word, against string::Compare.
-TEST(TempRowSorter, TextsOrderAsCompareSays)
-{
-    std::vector<std::string> endings = {""};
-    for (size_t i = 0; endings[i].size() < 3; i++) {
-        for (const char letter : {'\0', 'a', '\xFF'})
-            endings.push_back(endings[i] + letter);
-    }
-    Column values;
-    for (size_t beginning = 6; beginning <= 9; beginning++) {
-        for (const std::string& ending : endings) {
-            const std::string text = std::string(beginning, 'a') + ending;
-            values.push_back(VelaValue::String(string(std::string_view(text), kEncodingUTF8)));
-        }
-    }
-    std::shuffle(values.begin(), values.end(), std::mt19937(3));
-    VelaTempTable table;
-    Fill(table, OneColumn(values));
-    const auto order = Order(table, {0}, {1});
-    for (size_t i = 1; i < order.size(); i++) {
-        const string a = values[order[i - 1]].GetString();
-        const string b = values[order[i]].GetString();
-        const int compared = a.Compare(b);
-        EXPECT_TRUE(compared < 0 || (compared == 0 && order[i - 1] < order[i]))
-            << "'" << a.CString() << "' (" << a.length() << ") before '" << b.CString() << "' ("
-            << b.length() << "), seed 3";
-    }
-}
-
 }   // namespace vela

@@ -42,9 +42,7 @@ TEST(VExprAggregate, EveryFunctionOverGroups)
         {{}, "Integer 0, NULL Integer, NULL Integer, NULL Integer, NULL Integer"},
         {{null, Null(kTypeString)},
          "Integer 0, NULL Integer, NULL Integer, NULL Integer, NULL Integer"},
-        {{I(5)}, "Integer 1, Integer 5, Double 5, Integer 5, Integer 5"},
         {{I(5), null, I(-2)}, "Integer 2, Integer 3, Double 1.5, Integer -2, Integer 5"},
-        {{I(2), I(10)}, "Integer 2, Integer 12, Double 6, Integer 2, Integer 10"},
         {{yes, no, yes},
          "Integer 3, Integer 2, Double 0.6666666666666666, Boolean FALSE, Boolean TRUE"},
         {{I(1), D(2.5)}, "Integer 2, Double 3.5, Double 1.75, Integer 1, Double 2.5"},
@@ -54,7 +52,6 @@ TEST(VExprAggregate, EveryFunctionOverGroups)
         {{I(2), D(2), yes},
          "Integer 3, Double 5, Double 1.6666666666666667, Boolean TRUE, Integer 2"},
         {{I(1), D(1), yes}, "Integer 3, Double 3, Double 1, Integer 1, Integer 1"},
-        {{Text("b"), Text("a"), Text("C")}, "Integer 3, Double 0, Double 0, String C, String b"},
         {{Text("10 eggs"), Text("9")},
          "Integer 2, Double 19, Double 9.5, String 10 eggs, String 9"},
         {{I(10), Text("9")}, "Integer 2, Double 19, Double 9.5, Integer 10, String 9"},
@@ -79,43 +76,6 @@ TEST(VExprAggregate, EveryFunctionOverGroups)
         << "what can't be read is passed over";
     EXPECT_EQ("Integer 3", Outcome(Aggregate(kFuncCount, nullptr), data.Group()))
         << "COUNT(*) looks at no operand";
-}
-
-TEST(VExprAggregate, DistinctDropsEqualValuesButNotForExtremes)
-{
-    const std::vector<VelaValue> values = {I(3), I(5), I(3), VelaValue(), I(5), I(4)};
-    EXPECT_EQ("Integer 3", Over(values, kFuncCount, true));
-    EXPECT_EQ("Integer 12", Over(values, kFuncSum, true));
-    EXPECT_EQ("Double 4", Over(values, kFuncAvg, true));
-    EXPECT_EQ("Integer 3", Over(values, kFuncMin, true));
-    EXPECT_EQ("Integer 5", Over(values, kFuncMax, true));
-
-    const std::vector<VelaValue> texts = {Text("a"), Text("A"), Text("a"), Text("")};
-    EXPECT_EQ("Integer 3", Over(texts, kFuncCount, true));
-    const std::vector<VelaValue> dates = {Date("1994-07-09"), Date("1994-07-09")};
-    EXPECT_EQ("Integer 2", Over(dates, kFuncCount, true)) << "a date equals no date";
-}
-
-TEST(VExprAggregate, WithoutGroupOrNeededOperandUnknown)
-{
-    OneTable data({kTypeInteger}, RowsOf({I(4)}));
-    EXPECT_EQ("UNKNOWN", Outcome(Aggregate(kFuncCount, nullptr)));
-    EXPECT_EQ("UNKNOWN", Outcome(Aggregate(kFuncSum, Expr(1))));
-    EXPECT_EQ("UNKNOWN", Outcome(Aggregate(kFuncSum, ExprField(0, 1)), data.Row(0)));
-    for (const VelaFuncCode func : {kFuncAvg, kFuncSum, kFuncMin, kFuncMax})
-        EXPECT_EQ("UNKNOWN", Outcome(Aggregate(func, nullptr), data.Group())) << func;
-}
-
-TEST(VExprAggregate, OperandsAreEvaluatedPerRowWhateverTheCurrentOneIs)
-{
-    OneTable data({kTypeInteger}, RowsOf({I(4), I(6), I(9)}));
-    const auto doubled = [] { return std::make_unique<VExprMath>(ExprField(0, 1), '*', Expr(2)); };
-    EXPECT_EQ("Integer 38", Outcome(Aggregate(kFuncSum, doubled()), data.Group()));
-    VelaEvalContext context = data.Group();
-    context.recSet = data.Row(2).recSet;
-    EXPECT_EQ("Integer 38", Outcome(Aggregate(kFuncSum, doubled()), context));
-    EXPECT_EQ("Integer 3", Outcome(Aggregate(kFuncSum, Expr(1)), data.Group()))
-        << "a constant counts once a row";
 }
 
 TEST(VExprAggregate, NestedAggregatesRunOverTheSameGroup)
@@ -153,30 +113,6 @@ TEST(VExprAggregate, DeeplyNestedAggregatesEnd)
         nested = Aggregate(kFuncMax, std::move(nested));
     OneTable data({kTypeInteger}, RowsOf(values));
     EXPECT_EQ("Integer 7", Outcome(nested, data.Group()));
-}
-
-TEST(VExprAggregate, RandomGroupsAnswerAsPlainLoops)
-{
-    const unsigned seed = std::random_device()();
-    std::mt19937 random(seed);
-    for (int round = 0; round < 200; round++) {
-        std::vector<VelaValue> values;
-        int64_t sum = 0;
-        int32_t smallest = 0;
-        for (size_t count = random() % 50 + 1; count > 0; count--) {
-            const int32_t number = static_cast<int32_t>(random());
-            smallest = values.empty() ? number : std::min(smallest, number);
-            sum += number;
-            values.push_back(I(number));
-        }
-        const bool fits = sum >= INT32_MIN && sum <= INT32_MAX;
-        const double total = static_cast<double>(sum);
-        const VelaValue expected = fits ? I(static_cast<int32_t>(sum)) : D(total);
-        EXPECT_EQ(Shown(expected), Over(values, kFuncSum)) << seed;
-        EXPECT_EQ(Shown(D(total / static_cast<double>(values.size()))), Over(values, kFuncAvg))
-            << seed;
-        EXPECT_EQ(Shown(I(smallest)), Over(values, kFuncMin)) << seed;
-    }
 }
 
 }   // namespace

@@ -55,48 +55,6 @@ TEST(VExprField, Evaluate_ReadsTheCurrentRow)
     }
 }
 
-TEST(VExprField, Evaluate_FirstOfTheGroupStandsInForTheCurrentRow)
-{
-    TwoTables data;
-    const uint32_t rows[] = {3, 5, 7, 5};   // two record sets of two tables
-    const uint32_t current[] = {7, 5};
-    const VelaRecSetGroup group(rows, 2, 2);
-    const VelaRecSetGroup emptyGroup(rows, 0, 2);
-    const VelaRecSet recSet(current);
-    const VExprField field(0, 2);
-    VelaEvalContext context;
-    context.tables = &data.tables;
-    EXPECT_EQ("UNKNOWN", Outcome(field, context)) << "neither row nor group";
-    context.group = &emptyGroup;
-    EXPECT_EQ("UNKNOWN", Outcome(field, context)) << "an empty group";
-    context.group = &group;
-    EXPECT_EQ("String b", Outcome(field, context));
-    context.recSet = &recSet;
-    EXPECT_EQ("String a", Outcome(field, context)) << "the current row comes first";
-    context.tables = nullptr;
-    EXPECT_EQ("UNKNOWN", Outcome(field, context)) << "no tables";
-    EXPECT_EQ("UNKNOWN", Outcome(field)) << "nothing at all";
-}
-
-TEST(VExprField, Evaluate_TablesWithColumnsAreReadByRowNumber)
-{
-    TwoTables data;
-    const uint32_t rows[] = {1, 5};   // row number 1 of the first table is its row 3
-    const VelaRecSet recSet(rows);
-    SimpleVector<TableColumns*> columns{data.first.Columns(), nullptr};
-    VelaEvalContext context;
-    context.recSet = &recSet;
-    context.tables = &data.tables;
-    EXPECT_EQ("UNKNOWN", Outcome(VExprField(0, 2), context)) << "there is no row 1";
-    context.columns = &columns;
-    EXPECT_EQ("String b", Outcome(VExprField(0, 2), context));
-    EXPECT_EQ("NULL Integer", Outcome(VExprField(0, 1), context));
-    EXPECT_EQ("UNKNOWN", Outcome(VExprField(0, 3), context)) << "no such column";
-    const SimpleVector<TableColumns*> shortList;
-    context.columns = &shortList;
-    EXPECT_EQ("UNKNOWN", Outcome(VExprField(0, 2), context)) << "no entry: by row id again";
-}
-
 TEST(VExprField, ColumnInPlace_OnlyForBoundRowsOfColumnsInMemory)
 {
     OneTable data({kTypeString, kTypeNone}, {{Text("a"), VelaValue()}, {Text("b"), VelaValue()}});

@@ -183,22 +183,16 @@ TEST(VelaExpr, DescriptionsReadAsTheDialect)
         const char* description;
         VelaDataType type;
     } cases[] = {
-        {Expr(-5), "-5", kTypeInteger},
         {Expr(2.5), "2.5", kTypeDouble},
-        {Expr(B(true)), "TRUE", kTypeBoolean},
         {Expr("it's"), "'it''s'", kTypeString},
         {Expr(Latin1("\xE9")), "'\xC3\xA9'", kTypeString},
         {Expr(Date("1994-07-09")), "DATE '1994-07-09'", kTypeDate},
-        {Expr(Time("12:34:06")), "TIME '12:34:06'", kTypeTime},
         {Expr(Timestamp("1994-07-09 12:34:06")), "TIMESTAMP '1994-07-09 12:34:06'", kTypeTimestamp},
         {Expr(VelaValue()), "NULL", kTypeNone},
-        {Expr(Null(kTypeDate)), "NULL", kTypeDate},
         {ExprField(1, 20), "B.20", kTypeNone},
-        {ExprField(25, 0), "Z.0", kTypeNone},
         {std::make_unique<VExprMath>(ExprField(2, 1), '+', Expr("it's")), "(C.1+'it''s')",
          kTypeNone},
         {compare(kOpEqual), "(1=2)", kTypeInteger},
-        {compare(kOpNotEqual), "(1<>2)", kTypeInteger},
         {compare(kOpLessEqual), "(1<=2)", kTypeInteger},
         {std::make_unique<VExprCompareLike>(ExprField(0, 1), Expr("a%"), ExprField(1, 1)),
          "A.1 LIKE 'a%' ESCAPE B.1", kTypeInteger},
@@ -207,17 +201,12 @@ TEST(VelaExpr, DescriptionsReadAsTheDialect)
         {std::make_unique<VExprNot>(ExprField(1, 0)), "NOT (B.0)", kTypeInteger},
         {std::make_unique<VExprAnd>(List(ExprField(0, 1), Expr(1), Expr("x"))),
          "(A.1 AND 1 AND 'x')", kTypeInteger},
-        {std::make_unique<VExprAnd>(List()), "TRUE", kTypeInteger},
         {std::make_unique<VExprOr>(List(Expr(1), Expr("x"))), "(1 OR 'x')", kTypeInteger},
         {std::make_unique<VExprOr>(List()), "FALSE", kTypeInteger},
         {func(kFuncCurrentDate), "CURRENT_DATE", kTypeString},
-        {func(kFuncUppercase, Expr("a")), "UPPER('a')", kTypeString},
-        {func(kFuncUppercase), "UPPER()", kTypeString},
         {func(kFuncPosition, Expr("ab"), Expr("b")), "POSITION('b' IN 'ab')", kTypeInteger},
-        {func(kFuncSubstring, Expr("ab"), Expr(1)), "SUBSTRING('ab' FROM 1)", kTypeString},
         {func(kFuncSubstring, Expr("ab"), Expr(1), Expr(2)), "SUBSTRING('ab' FROM 1 FOR 2)",
          kTypeString},
-        {func(kFuncTrim, Expr("ab")), "TRIM('ab')", kTypeString},
         {func(kFuncTrim, Expr("ab"), Expr("x")), "TRIM('x' FROM 'ab')", kTypeString},
         {func(kFuncTrim, Expr("ab"), nullptr, Expr("leading")), "TRIM(LEADING FROM 'ab')",
          kTypeString},
@@ -225,8 +214,6 @@ TEST(VelaExpr, DescriptionsReadAsTheDialect)
          kTypeString},
         {func(kFuncLastRowID, Expr("t")), "LAST_ROWID('t')", kTypeInteger},
         {aggregate(kFuncSum, ExprField(1, 2), true), "SUM(DISTINCT B.2)", kTypeInteger},
-        {aggregate(kFuncCount, nullptr, false), "COUNT(*)", kTypeInteger},
-        {aggregate(kFuncMin, Expr("a"), false), "MIN('a')", kTypeInteger},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.description, std::string(c.expr->Description().View()));
@@ -256,20 +243,6 @@ TEST(VelaExpr, ANullOrUnknownOperandMakesANodeUnknown)
             }
         }
     }
-}
-
-TEST(VExprNot, TurnsTheIntegerForm)
-{
-    struct {
-        VelaValue operand;
-        const char* outcome;
-    } cases[] = {
-        {I(5), "Integer 0"},        {I(0), "Integer 1"},           {I(-1), "Integer 0"},
-        {D(0.5), "Integer 1"},      {Text("7 of 9"), "Integer 0"}, {Text("TRUE"), "Integer 1"},
-        {VelaValue(), "Integer 1"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.outcome, Outcome(VExprNot(Expr(c.operand)))) << Shown(c.operand);
 }
 
 TEST(VelaExpr, EvaluateInIsolation_HasNoRows)

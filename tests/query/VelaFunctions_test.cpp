@@ -183,50 +183,10 @@ TEST(VelaFunctions, ResultMayBeAnArgument)
     EXPECT_EQ("Integer 3", Shown(value));
 }
 
-// A new database in memory with the table t of one column.
-class DatabaseFunctions : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        database.Schema()->AddSchemaRow("t", 1, "a", kTypeInteger, 0, true, "");
-        database.AddOpenTable(database.Schema()->CreateTable("t"));
-    }
-
-    void InsertRow()
-    {
-        VelaValueWithID value(I(42), 1);
-        VelaRow row{&value};
-        const auto position = static_cast<size_t>(database.FindOpenTable("t"));
-        ASSERT_NE(kInvalidRowID, database.OpenTables()[position]->AddRow(row, false));
-    }
-
-    std::string LastRowID(const Argument& name)
-    {
-        VelaValue result = Text("untouched");
-        const bool flag =
-            VelaFuncEval(kFuncLastRowID, &database, name.Pointer(), nullptr, nullptr, &result);
-        return flag ? Shown(result) : "refused";
-    }
-
+TEST(VelaFunctions, TheClockIsThatOfTheDatabase)
+{
     MemoryDisk disk;
-    VelaDatabase database{std::make_unique<MemoryFileAccess>(&disk)};
-};
-
-TEST_F(DatabaseFunctions, LastRowIDIsThatOfTheNamedTable)
-{
-    InsertRow();
-    EXPECT_EQ("Integer 1", LastRowID("t"));
-    InsertRow();
-    EXPECT_EQ("Integer 2", LastRowID("t"));
-    EXPECT_EQ("NULL None", LastRowID("T")) << "names are compared exactly";
-    EXPECT_EQ("NULL None", LastRowID("u"));
-    EXPECT_EQ("NULL None", LastRowID(kNull)) << "there is no table NULL";
-    EXPECT_EQ("NULL None", LastRowID(5));
-    EXPECT_EQ("refused", LastRowID({}));
-}
-
-TEST_F(DatabaseFunctions, TheClockIsThatOfTheDatabase)
-{
+    VelaDatabase database(std::make_unique<MemoryFileAccess>(&disk));
     database.UpdateClock();
     const std::pair<VelaFuncCode, const string&> cases[] = {
         {kFuncCurrentDate, database.CurrentDate()},

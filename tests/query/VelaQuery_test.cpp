@@ -118,21 +118,6 @@ TEST(VelaQuery, ResultTableCanBeQueried)
     EXPECT_EQ("(30 < 2)", ShownRows(*outer.RunQuery(), 1));
 }
 
-TEST(VelaQuery, ColumnsHaveNameElseDescription)
-{
-    MemoryTable a("a");
-    FillThree(&a);
-    Select select({&a, &a});
-    VelaExprPtr named = ExprField(0, 1);
-    named->SetName("total");
-    select.Output(std::move(named)).Output(ExprField(1, 1)).Output(Expr("x"));
-    const auto result = select.query.RunQuery();
-    EXPECT_EQ(string("total"), result->Column(0)->name);
-    EXPECT_EQ(string("B.1"), result->Column(1)->name);
-    EXPECT_EQ(kTypeInteger, result->Column(1)->Type());
-    EXPECT_EQ(kTypeString, result->Column(2)->Type());
-}
-
 TEST(VelaQuery, CanBeRunAgain)
 {
     MemoryTable a("a");
@@ -261,21 +246,6 @@ TEST(VelaQuery, JoinsOfManyEqualKeysComeToTheSameCounts)
         .Where(
             And(Equal(ExprField(1, 1), ExprField(2, 1)), Equal(ExprField(0, 2), ExprField(1, 2))));
     EXPECT_EQ("(2100)", ordered.Rows());
-}
-
-TEST(VelaQuery, ManyGroupsAreFoundAgain)
-{
-    constexpr int32_t kGroups = 5000;
-    MemoryTable table("t");
-    table.AddColumn("a", kTypeInteger);
-    for (uint32_t row = 0; row < 3 * kGroups; row++)
-        table.Row(row, {I(static_cast<int32_t>(row) % kGroups)});
-    Select select({&table});
-    select.Output(CountAll()).query.AddGroupBy(ExprField(0, 1));
-    const auto result = select.query.RunQuery();
-    ASSERT_EQ(size_t{kGroups}, result->RowCount());
-    for (size_t i = 0; i < result->RowCount(); i++)
-        ASSERT_EQ(3, result->RowValues(i)[0].GetInteger()) << i;
 }
 
 TEST(VelaQuery, ManyTablesNeedNoDeepRecursion)

@@ -11,54 +11,10 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 
-constexpr int64_t kSector = 512;
-
-// A file in which one sector can't be read.
-class BadSectorStream : public MemoryStream {
-public:
-    BadSectorStream(MemoryDisk* disk, const std::string& name, int64_t sector)
-        : MemoryStream(disk, std::make_shared<std::string>(disk->Bytes(name)), true),
-          mSector(sector)
-    {}
-
-    bool ReadData(void* buffer, int count, int* bytesRead) override
-    {
-        if (GetPosition() >= mSector + kSector || GetPosition() + count <= mSector)
-            return MemoryStream::ReadData(buffer, count, bytesRead);
-        if (bytesRead != nullptr)
-            *bytesRead = 0;
-        return false;
-    }
-
-private:
-    int64_t mSector;
-};
-
-// The files of a disk, one of which has a bad sector, or can't be opened when sector is negative.
-class BadFiles : public MemoryFileAccess {
-public:
-    BadFiles(MemoryDisk* disk, const std::string& file, int64_t sector)
-        : MemoryFileAccess(disk, true), mDisk(disk), mFile(file), mSector(sector)
-    {}
-
-    std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name, bool create) override
-    {
-        if (name.View() != mFile)
-            return MemoryFileAccess::OpenFile(name, create);
-        if (mSector < 0)
-            return nullptr;
-        return std::make_unique<BadSectorStream>(mDisk, mFile, mSector);
-    }
-
-private:
-    MemoryDisk* mDisk;
-    std::string mFile;
-    int64_t mSector;
-};
-
 std::vector<std::string> FaultsOf(MemoryDisk* disk, const std::string& file, int64_t sector)
 {
-    BadFiles files(disk, file, sector);
+    MemoryFileAccess files(disk, true);
+    files.MakeUnreadable(file, sector);
     CollectedFaults found;
     RescueWatch watch;
     CheckDatabase(&files, &found, &watch);
@@ -72,10 +28,11 @@ TEST(UnreadableFiles, ASectorThatCantBeReadCostsItsOwnRecords)
     for (int i = 0; i < 100; i++)
         statements.push_back("INSERT INTO p VALUES (" + std::to_string(i) + ", 'text')");
     RunStatements(&disk, statements);
-    const int64_t bad = 2 * kSector;
+    const int64_t bad = 2 * MemoryFileAccess::kSector;
     EXPECT_THAT(FaultsOf(&disk, "p.dat", bad), Contains("unreadable p.dat:1024"));
 
-    BadFiles files(&disk, "p.dat", bad);
+    MemoryFileAccess files(&disk, true);
+    files.MakeUnreadable("p.dat", bad);
     MemoryDisk repaired;
     RepairReport report;
     RescueWatch watch;
@@ -86,7 +43,7 @@ TEST(UnreadableFiles, ASectorThatCantBeReadCostsItsOwnRecords)
     std::map<uint32_t, std::string> whole;
     for (const RecordExtent& record : LiveRecords(disk.Bytes("p.dat")))
         if (static_cast<int64_t>(record.end) <= bad ||
-            static_cast<int64_t>(record.begin) >= bad + kSector)
+            static_cast<int64_t>(record.begin) >= bad + MemoryFileAccess::kSector)
             whole[record.rowID] = rows.at(record.rowID);
     EXPECT_GT(whole.size(), 80u);
     EXPECT_EQ(whole, RowsOf(&repaired, "p"));

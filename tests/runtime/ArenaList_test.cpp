@@ -34,22 +34,6 @@ TEST(ArenaList, KeepsItsItemsWhileItGrows)
     }
 }
 
-TEST(ArenaList, GrowsInPlaceWhileNothingElseIsMade)
-{
-    BlockArena arena;
-    ArenaList<uint64_t> list;
-    list.Add(&arena, 1);
-    const uint64_t* first = list.begin();
-    for (uint64_t i = 2; i <= 20; i++)
-        list.Add(&arena, i);
-    EXPECT_EQ(first, list.begin());
-    (void)arena.Make<char>('x');
-    for (uint64_t i = 21; i <= 40; i++)
-        list.Add(&arena, i);
-    EXPECT_NE(first, list.begin());
-    EXPECT_EQ(820u, SumOf(list));
-}
-
 TEST(ArenaList, AnItemOfTheListItselfCanBeAdded)
 {
     BlockArena arena;

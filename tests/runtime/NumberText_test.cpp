@@ -31,28 +31,19 @@ TEST(NumberText, DoublesPrintShortestAndPlainInTheOrdinaryRange)
     } cases[] = {
         {0.0, "0", "zero"},
         {1, "1", "integral"},
-        {-20, "-20", "integral, negative"},
         {100, "100", "zeros at the end stay"},
         {0.1, "0.1", "not the sum of its bits"},
-        {0.3, "0.3", ""},
         {0.1 + 0.2, "0.30000000000000004", "seventeen digits where they are needed"},
-        {1.0 / 3, "0.3333333333333333", ""},
         {2.5, "2.5", ""},
-        {-2.5, "-2.5", ""},
         {1e-5, "0.00001", "the first plain one"},
-        {-1e-5, "-0.00001", ""},
         {9.9999e-6, "9.9999e-6", "just below"},
         {0.000012345678901234567, "0.000012345678901234568", "plain with all its digits"},
         {999999999999999.0, "999999999999999", "the last plain integer"},
         {999999999999999.9, "999999999999999.9", "the last plain number"},
         {1e15, "1.0e+15", "the first with an exponent"},
-        {-1e15, "-1.0e+15", ""},
         {1234567890123456.0, "1.234567890123456e+15", "integral but too large"},
         {2.5e-7, "2.5e-7", "no zero before the exponent's digit"},
-        {1e300, "1.0e+300", "a point in every mantissa"},
-        {1e-300, "1.0e-300", ""},
         {1e100, "1.0e+100", "zeros in the exponent stay"},
-        {1e-10, "1.0e-10", ""},
         {1e23, "1.0e+23", "halfway between two doubles"},
         {9007199254740993.0, "9.007199254740992e+15", "2^53 and one"},
         {std::numeric_limits<double>::max(), "1.7976931348623157e+308", "the largest"},
@@ -118,43 +109,30 @@ TEST(NumberText, TextToDoubleTakesTheLongestLeadingDecimalNumber)
         {"abc", 0, "no number"},
         {"42", 42, ""},
         {"-42", -42, ""},
-        {"+42", 42, ""},
         {"--42", 0, "one sign only"},
         {"-5.148914936017333e+34", -0x1.3d538dcf72a3fp+115, "wide registers would round it twice"},
         {"9007199254740993e0", 9007199254740992.0, "the first whole that is no double"},
-        {"9007199254740992e22", 9007199254740992e22, ""},
-        {"123e23", 123e23, "a power of ten that is no double"},
-        {"+-42", 0, "one sign only"},
         {"- 42", 0, "no blank behind the sign"},
         {" \t\n\v\f\r 42", 42, "all the blanks"},
         {"\x01"
          "42",
          0, "a control byte is no blank"},
-        {"2.5", 2.5, ""},
         {"2.5.5", 2.5, "up to the second point"},
         {"2,5", 2, "a comma is no point"},
         {".5", 0.5, "no digit before the point"},
-        {"-.5", -0.5, ""},
         {"5.", 5, "no digit behind it"},
         {".", 0, "a point alone"},
         {".e5", 0, "no digit at all"},
         {"5.e2", 500, ""},
         {"1e3", 1000, ""},
         {"1E3", 1000, ""},
-        {"1e+3", 1000, ""},
         {"1e-3", 0.001, ""},
         {"1e", 1, "an exponent without digits is none"},
-        {"1e+", 1, ""},
         {"1e-x", 1, ""},
         {"1e3.5", 1000, "an exponent has no fraction"},
-        {"1 000", 1, "a blank ends it"},
-        {"12abc", 12, ""},
         {"0x10", 0, "no hexadecimal numbers"},
-        {"1_000", 1, ""},
         {"inf", 0, "words are no decimal numbers"},
-        {"-infinity", 0, ""},
         {"nan", 0, ""},
-        {"1e308", 1e308, ""},
         {"1.7976931348623157e308", std::numeric_limits<double>::max(), "the largest"},
         {"1.7976931348623159e308", kInfinity, "just too large"},
         {"1e309", kInfinity, ""},
@@ -217,88 +195,42 @@ TEST(NumberText, DecimalsOfAllLengthsReadAsTheNearestDouble)
 
 TEST(NumberText, TextToIntegerReadsLeadingDigitsAndSaturates)
 {
-    struct {
-        const char* text;
-        int32_t number;
-    } cases[] = {
-        {"", 0},
-        {"x", 0},
-        {"42", 42},
-        {"  42", 42},
-        {"\t\n42", 42},
-        {"+42", 42},
-        {"-42", -42},
-        {"- 42", 0},
-        {"--42", 0},
-        {"42.9", 42},
-        {"42x", 42},
-        {"4 2", 4},
-        {"1e3", 1},
-        {"-0", 0},
-        {"007", 7},
-        {"0x1F", 0},
-        {".5", 0},
-        {"2147483646", 2147483646},
-        {"2147483647", 2147483647},
-        {"2147483648", 2147483647},
-        {"4294967296", 2147483647},
-        {"4294967297", 2147483647},
-        {"-2147483647", -2147483647},
-        {"-2147483648", INT32_MIN},
-        {"-2147483649", INT32_MIN},
-        {"18446744073709551617", 2147483647},
-        {"-99999999999999999999999999", INT32_MIN},
-        {"00000000000000000000000000000005", 5},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.number, TextToInteger(c.text)) << c.text;
+    for (const char* text : {"42", "  42", "\t\n42", "+42", "42.9", "42x", "42 7", "42e3", "0042"})
+        EXPECT_EQ(42, TextToInteger(text)) << text;
+    for (const char* text : {"", "x", "- 42", "--42", "-0", "0x1F", ".5"})
+        EXPECT_EQ(0, TextToInteger(text)) << text;
+    EXPECT_EQ(-42, TextToInteger("-42"));
+    EXPECT_EQ(2147483646, TextToInteger("2147483646"));
+    for (const char* text : {"2147483647", "2147483648", "4294967296", "18446744073709551617"})
+        EXPECT_EQ(INT32_MAX, TextToInteger(text)) << text;
+    EXPECT_EQ(-INT32_MAX, TextToInteger("-2147483647"));
+    for (const char* text : {"-2147483648", "-2147483649", "-99999999999999999999999999"})
+        EXPECT_EQ(INT32_MIN, TextToInteger(text)) << text;
     EXPECT_EQ(INT32_MAX, TextToInteger(std::string(1000000, '9')));
+    EXPECT_EQ(5, TextToInteger(std::string(1000000, '0') + "5"));
 }
 
 TEST(NumberText, DoubleToIntegerTruncatesAndSaturates)
 {
-    struct {
-        double number;
-        int32_t integer;
-    } cases[] = {
-        {0, 0},
-        {2.5, 2},
-        {-2.5, -2},
-        {0.9999999, 0},
-        {-0.9999999, 0},
-        {2147483646.9, 2147483646},
-        {2147483647.0, 2147483647},
-        {2147483647.5, 2147483647},
-        {2147483648.0, 2147483647},
-        {1e300, 2147483647},
-        {kInfinity, 2147483647},
-        {-2147483647.9, -2147483647},
-        {-2147483648.0, INT32_MIN},
-        {-2147483648.9, INT32_MIN},
-        {-2147483649.0, INT32_MIN},
-        {-kInfinity, INT32_MIN},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.integer, DoubleToInteger(c.number)) << c.number;
-    EXPECT_EQ(0, DoubleToInteger(std::nan("")));
+    for (const double number : {0.0, 0.9999999, -0.9999999, std::nan("")})
+        EXPECT_EQ(0, DoubleToInteger(number)) << number;
+    EXPECT_EQ(2, DoubleToInteger(2.5));
+    EXPECT_EQ(-2, DoubleToInteger(-2.5));
+    EXPECT_EQ(INT32_MAX - 1, DoubleToInteger(2147483646.9));
+    EXPECT_EQ(-INT32_MAX, DoubleToInteger(-2147483647.9));
+    for (const double number : {2147483647.0, 2147483647.5, 2147483648.0, 1e300, kInfinity}) {
+        EXPECT_EQ(INT32_MAX, DoubleToInteger(number)) << number;
+        EXPECT_EQ(INT32_MIN, DoubleToInteger(-number - 1)) << number;
+    }
 }
 
 TEST(NumberText, IntegersPrintInFull)
 {
-    struct {
-        int64_t number;
-        const char* text;
-    } cases[] = {
-        {0, "0"},
-        {-1, "-1"},
-        {INT32_MAX, "2147483647"},
-        {INT32_MIN, "-2147483648"},
-        {4294967295, "4294967295"},
-        {INT64_MAX, "9223372036854775807"},
-        {INT64_MIN, "-9223372036854775808"},
-    };
-    for (const auto& c : cases)
-        EXPECT_STREQ(c.text, IntegerText(c.number).CString());
+    EXPECT_STREQ("0", IntegerText(0).CString());
+    EXPECT_STREQ("-1", IntegerText(-1).CString());
+    EXPECT_STREQ("4294967295", IntegerText(4294967295).CString());
+    EXPECT_STREQ("9223372036854775807", IntegerText(INT64_MAX).CString());
+    EXPECT_STREQ("-9223372036854775808", IntegerText(INT64_MIN).CString());
 }
 
 TEST(NumberText, ACommaLocaleChangesNothing)

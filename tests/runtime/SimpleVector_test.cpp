@@ -30,28 +30,6 @@ TEST(SimpleVector, ResizeMakesZerosAndCuts)
     EXPECT_EQ(nullptr, list[0]) << "a cut element must not come back";
 }
 
-TEST(SimpleVector, EraseClosesTheGap)
-{
-    SimpleVector<int> list = {1, 2, 3, 4};
-    list.erase(1);
-    EXPECT_EQ((std::vector<int>{1, 3, 4}), std::vector<int>(list.begin(), list.end()));
-    list.erase(2);
-    list.erase(0);
-    EXPECT_EQ((std::vector<int>{3}), std::vector<int>(list.begin(), list.end()));
-}
-
-TEST(SimpleVector, MovesOnlyElementsThatCannotBeCopied)
-{
-    SimpleVector<std::unique_ptr<int>> list;
-    for (int i = 0; i < 100; i++)
-        list.push_back(std::make_unique<int>(i));
-    EXPECT_EQ(99, *list.back());
-    SimpleVector<std::unique_ptr<int>> other;
-    other.swap(list);
-    EXPECT_TRUE(list.empty());
-    EXPECT_EQ(100u, other.size());
-}
-
 TEST(SimpleVector, GrowsBySeveralElementsAtATime)
 {
     SimpleVector<int> list;

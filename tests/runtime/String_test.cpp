@@ -40,16 +40,6 @@ TEST(String, AbsentTextIsEmptyASCIIAndSafeToAsk)
     EXPECT_EQ(nullptr, changed.MutableBytes());
 }
 
-TEST(String, HoldsAnyBytesAndEndsWithNUL)
-{
-    const string text = WithNULs("a\0b\xFF\0");
-    EXPECT_EQ(5u, text.length());
-    EXPECT_EQ(0xFF, text[3]);
-    EXPECT_EQ(0, text[4]);
-    EXPECT_EQ('\0', text.CString()[5]);
-    EXPECT_EQ(std::string("b\xFF\0", 3), Bytes(text.mid(2)));
-}
-
 TEST(String, PartsStayInsideTheText)
 {
     struct {
@@ -136,12 +126,6 @@ TEST(String, CompareOrdersUnsignedBytesAndTheShorterFirst)
             EXPECT_EQ(order, ordered[i].CompareWithCase(ordered[j])) << i << " " << j;
         }
     }
-}
-
-TEST(String, CompareIgnoresTheEncodingTag)
-{
-    EXPECT_EQ(0, string("abc", kEncodingUTF8).Compare(string("abc", kEncodingMacRoman)));
-    EXPECT_TRUE(string("", kEncodingUTF8) == string());
 }
 
 TEST(String, EqualsIgnoringCaseFoldsASCIILettersAlone)
@@ -246,33 +230,6 @@ TEST(String, AppendingTakesTheEncodingOfTheFirstTextThatHasBytes)
     EXPECT_EQ(kEncodingASCII, ("DATE " + utf8).Encoding());
     EXPECT_EQ("DATE \xC3\xA9", Bytes("DATE " + utf8));
     EXPECT_EQ("x y", Bytes(string("x") + " y"));
-}
-
-TEST(String, AppendingToItselfWhileItGrowsReadsTheOldBytes)
-{
-    string text("0123456789");
-    std::string model("0123456789");
-    while (model.size() < 100000) {
-        text += text.View().substr(model.size() / 3);
-        model += model.substr(model.size() / 3);
-        text += text;
-        model += model;
-        ASSERT_TRUE(model == text.View()) << model.size();
-    }
-}
-
-TEST(String, MovingTakesTheBytesAndAssigningToItselfKeepsThem)
-{
-    string text("abc");
-    const char* bytes = text.CString();
-    string moved(static_cast<string&&>(text));
-    EXPECT_EQ(bytes, moved.CString());
-    string target("old");
-    target = static_cast<string&&>(moved);
-    EXPECT_EQ(bytes, target.CString());
-    const string& same = target;
-    target = same;
-    EXPECT_STREQ("abc", target.CString());
 }
 
 TEST(String, ReserveRefusesWhatNoMemoryCanHold)

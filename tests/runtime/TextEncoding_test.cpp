@@ -35,16 +35,6 @@ std::string Units(std::u16string_view units)
                        units.size() * sizeof(char16_t));
 }
 
-TEST(TextEncoding, TagsAreThoseThatFilesHold)
-{
-    EXPECT_EQ(0x0000u, kEncodingMacRoman);
-    EXPECT_EQ(0x0100u, kEncodingUTF16);
-    EXPECT_EQ(0x0201u, kEncodingLatin1);
-    EXPECT_EQ(0x0500u, kEncodingWindows1252);
-    EXPECT_EQ(0x0600u, kEncodingASCII);
-    EXPECT_EQ(0x08000100u, kEncodingUTF8);
-}
-
 TEST(TextEncoding, CharactersHaveTheBytesOfEachEncoding)
 {
     struct {

@@ -87,13 +87,6 @@ TEST(CsvReader, TakesLinesApart)
     }
 }
 
-TEST(CsvReader, SeparatesByTabs)
-{
-    Recorder recorder;
-    ReadCsv("a\tb,c\n\"1\t2\"\t\n", '\t', &recorder);
-    EXPECT_EQ((std::vector<std::string>{"1: [a|b,c]", "2: [1\t2|-]"}), recorder.Events());
-}
-
 TEST(CsvReader, StopsWhenTold)
 {
     Recorder recorder(2);

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
 #include <random>
 
 #include "engine/storage/VelaSchema.h"
+#include "runtime/NumberText.h"
 #include "shell/OpenDatabase.h"
 #include "tests/shell/ShellTesting.h"
 #include "tests/storage/StorageTesting.h"
@@ -144,6 +147,11 @@ private:
 
     std::string Value()
     {
+        const double number = std::bit_cast<double>(uint64_t{mRandom()} << 32 | mRandom());
+        if (Below(8) == 0 && std::isfinite(number))
+            return DoubleText(number).CString();
+        if (Below(8) == 0)
+            return std::to_string(static_cast<int32_t>(mRandom()));
         static const char* const values[] = {
             "0", "-1", "2147483647", "-2147483648", "1.5", "-0.25", "1.0e+300", "2.5e-7",
             // As a Double these are not-a-number, minus infinity and minus zero.

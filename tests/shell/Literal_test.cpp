@@ -2,13 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
 #include <limits>
-#include <random>
-
-#include "shell/OpenDatabase.h"
-#include "tests/shell/ShellTesting.h"
 
 namespace vela::shell {
 namespace {
@@ -64,47 +59,6 @@ TEST(Literal, SaysValuesAsTheDialectReadsThem)
         const Literal literal = LiteralOf(c.value);
         EXPECT_EQ(c.text, literal.text);
         EXPECT_EQ(c.loss, literal.loss) << c.text;
-    }
-}
-
-// Stores the value by its literal and compares what comes back, bit by bit.
-void ExpectRoundTrip(TestDatabase* database, const VelaValue& value, const char* type)
-{
-    database->Run(std::string("CREATE TABLE t (a ") + type + "); INSERT INTO t VALUES (" +
-                  LiteralOf(value).text + ")");
-    VelaValue stored;
-    ASSERT_TRUE(FindStoredTable(database->Database(), "t")->GetValue(1, 1, &stored));
-    EXPECT_EQ(value.GetType(), stored.GetType());
-    EXPECT_EQ(value.GetInteger(), stored.GetInteger());
-    if (!std::isnan(value.GetDouble())) {
-        EXPECT_EQ(std::bit_cast<uint64_t>(value.GetDouble()),
-                  std::bit_cast<uint64_t>(stored.GetDouble()))
-            << LiteralOf(value).text;
-    } else {
-        EXPECT_TRUE(std::isnan(stored.GetDouble()));
-    }
-    EXPECT_EQ(value.GetSaveString().View(), stored.GetSaveString().View());
-    database->Run("COMMIT; DROP TABLE t");
-}
-
-TEST(Literal, IsReadBackAsTheSameValue)
-{
-    TestDatabase database;
-    const double inf = std::numeric_limits<double>::infinity();
-    for (const double number :
-         {0.0, -0.0, 1.0, -1.0, 5e-324, -5e-324, 1.7976931348623157e308, 1e15, 1e-5, 9.9e-6,
-          123456789012.0, 0.1, 1.0 / 3, inf, -inf, std::nan("")})
-        ExpectRoundTrip(&database, VelaValue::Double(number), "Double");
-    for (const int32_t number :
-         {0, 1, -1, 999999999, 1000000000, -1000000000, 2147483647, -2147483647 - 1})
-        ExpectRoundTrip(&database, VelaValue::Integer(number), "Integer");
-
-    const uint32_t seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937_64 random(seed);
-    for (int round = 0; round < 300; round++) {
-        ExpectRoundTrip(&database, VelaValue::Double(std::bit_cast<double>(random())), "Double");
-        ExpectRoundTrip(&database, VelaValue::Integer(static_cast<int32_t>(random())), "Integer");
     }
 }
 

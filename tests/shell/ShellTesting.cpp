@@ -5,9 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "shell/ScriptRunner.h"
 
 namespace vela::shell {
@@ -66,13 +63,6 @@ std::unique_ptr<VelaTempTable> ResultTable(const std::vector<VelaDataType>& type
             values[i] = row[i];
     }
     return table;
-}
-
-std::string FileContent(const std::string& path)
-{
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
 }
 
 ProgramRun RunCommandLine(const TemporaryFolder& folder, const std::string& commandLine,

@@ -56,8 +56,6 @@ private:
 std::unique_ptr<VelaTempTable> ResultTable(const std::vector<VelaDataType>& types,
                                            const std::vector<std::vector<VelaValue>>& rows);
 
-[[nodiscard]] std::string FileContent(const std::string& path);
-
 // A run of the program veladb, with what it printed and told its caller.
 struct ProgramRun {
     int exitStatus = -1;   // 128 and the signal's number when a signal ended it

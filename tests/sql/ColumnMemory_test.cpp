@@ -17,20 +17,13 @@ protected:
         for (const char* name : {"a", "b"}) {
             VelaTrans* table = mFiles.Create(name, {kTypeInteger, kTypeString, kTypeDouble});
             for (int i = 0; i < kRows; i++) {
-                VelaValueWithID number(VelaValue::Integer(i % 10), 1);
-                VelaValueWithID text(VelaValue::String("text " + IntegerTextOf(i)), 2);
-                VelaValueWithID real(VelaValue::Double(i), 3);
-                VelaRow row;
-                for (VelaValueWithID* value : {&number, &text, &real})
-                    row.push_back(value);
+                TestRow row{{1, I(i % 10)}, {2, Str("text " + std::to_string(i))}, {3, D(i)}};
                 table->AddRow(row, false);
             }
         }
         mFiles.database->Commit();
         mFiles.Open();
     }
-
-    static string IntegerTextOf(int number) { return VelaValue::Integer(number).GetString(); }
 
     int32_t Number(const char* sql)
     {

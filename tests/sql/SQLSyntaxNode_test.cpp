@@ -51,27 +51,6 @@ TEST(SQLSyntaxNode, TreesOutliveParserAndStatement)
     }
 }
 
-TEST(SQLSyntaxNode, TreesMoveFromOwnerToOwner)
-{
-    SQLSyntaxNodePtr tree = ParseAndForget(kStatements[0]);
-    SQLSyntaxNodePtr other = std::move(tree);
-    EXPECT_EQ(nullptr, tree);
-    tree = ParseAndForget(kStatements[1]);
-    EXPECT_EQ(kStatements[0], Plain(other->Description()));
-    other = std::move(tree);
-    EXPECT_EQ(kStatements[1], Plain(other->Description()));
-    other.reset();
-}
-
-TEST(SQLSyntaxNode, OneParsersTreesAreApart)
-{
-    VelaSQLParser parser('\0');
-    const SQLSyntaxNodePtr first = parser.Evaluate(Sql("SELECT a FROM t"));
-    const SQLSyntaxNodePtr second = parser.Evaluate(Sql("SELECT b FROM u"));
-    EXPECT_EQ("SELECT a FROM t", Plain(first->Description()));
-    EXPECT_EQ("SELECT b FROM u", Plain(second->Description()));
-}
-
 TEST(SQLSyntaxNode, TextsTakenOutOutliveTheTree)
 {
     SQLSyntaxNodePtr tree = ParseAndForget("UPDATE tab SET col = 'va''lue'");

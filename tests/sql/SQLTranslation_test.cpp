@@ -120,14 +120,5 @@ TEST(SQLTranslation, NotNodePrintsAndTranslates)
     EXPECT_EQ(nullptr, nodes.Not(nullptr)->ConvertToVelaExpr({}, {}, nullptr));
 }
 
-TEST(SQLTranslation, DefaultIsKnownInAnyCase)
-{
-    for (const char* name : {"DEFAULT", "default", "Default"})
-        EXPECT_TRUE(SQLFieldRefNode(SQLText(name, kEncodingUTF8)).IsKeywordDefault()) << name;
-    for (const char* name : {"DEFAULTS", "t.DEFAULT", "NULL", ""})
-        EXPECT_FALSE(SQLFieldRefNode(SQLText(name, kEncodingUTF8)).IsKeywordDefault()) << name;
-    EXPECT_FALSE(Nodes().Literal("'DEFAULT'")->IsKeywordDefault());
-}
-
 }   // namespace
 }   // namespace vela

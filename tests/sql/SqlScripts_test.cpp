@@ -3,19 +3,12 @@
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "tests/sql/SqlScript.h"
+#include "tests/storage/TemporaryFolder.h"
 
 namespace vela {
 namespace {
-
-std::string Contents(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
 
 // The scripts in the folders below this one, by name.
 std::vector<std::string> ScriptNames()
@@ -44,7 +37,7 @@ class SqlScripts : public testing::TestWithParam<std::string> {};
 TEST_P(SqlScripts, GivesWhatIsWrittenBesideIt)
 {
     const std::string path = "tests/sql/" + GetParam();
-    const SqlScript script(Contents(std::filesystem::path(VELA_SOURCE_DIR) / path));
+    const SqlScript script(FileContent(VELA_SOURCE_DIR "/" + path));
     EXPECT_GT(script.Steps().size(), 0u);
     RunScript(script, path);
 }
@@ -52,7 +45,7 @@ TEST_P(SqlScripts, GivesWhatIsWrittenBesideIt)
 TEST_P(SqlScripts, GivesTheSameWithoutColumnsInMemory)
 {
     const std::string path = "tests/sql/" + GetParam();
-    RunScript(SqlScript(Contents(std::filesystem::path(VELA_SOURCE_DIR) / path)), path, 0);
+    RunScript(SqlScript(FileContent(VELA_SOURCE_DIR "/" + path)), path, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SqlScripts, testing::ValuesIn(ScriptNames()), TestName);
@@ -62,7 +55,7 @@ class SqlPages : public testing::TestWithParam<std::string> {};
 TEST_P(SqlPages, ExamplesGiveWhatThePageSays)
 {
     const std::string path = "docs/" + GetParam();
-    const std::string page = Contents(std::filesystem::path(VELA_SOURCE_DIR) / path);
+    const std::string page = FileContent(VELA_SOURCE_DIR "/" + path);
     const SqlScript script = SqlScript::FromMarkdown(page);
     EXPECT_GT(script.Steps().size(), 0u);
     RunScript(script, path);

@@ -3,6 +3,7 @@
 #include <iterator>
 #include <random>
 
+#include "tests/core/ShortTexts.h"
 #include "tests/sql/RandomStatement.h"
 #include "tests/sql/SQLTestTexts.h"
 
@@ -83,21 +84,10 @@ TEST(VelaSQLParserRandom, AnyBytesAreATreeOrAnError)
 TEST(VelaSQLParserRandom, EveryShortStatementIsATreeOrAnError)
 {
     // All texts of up to five letters behind "SELECT ", over letters that the lexer treats apart.
-    const std::string letters = std::string("a1e.'N(*;\"\\") + '\0';
-    for (size_t length = 0; length <= 5; length++) {
-        std::string text(length, letters[0]);
-        std::vector<size_t> digits(length, 0);
-        for (bool isDone = false; !isDone;) {
-            ParseAnything("SELECT " + text, '\\');
-            if (HasFatalFailure())
-                return;
-            isDone = true;
-            for (size_t i = 0; i < length && isDone; i++) {
-                digits[i] = (digits[i] + 1) % letters.size();
-                text[i] = letters[digits[i]];
-                isDone = digits[i] == 0;
-            }
-        }
+    for (const std::string& text : AllTexts(std::string_view("a1e.'N(*;\"\\\0", 12), 5)) {
+        ParseAnything("SELECT " + text, '\\');
+        if (HasFatalFailure())
+            return;
     }
 }
 

@@ -64,12 +64,6 @@ TEST(VelaSQLParser, EscapeCharacterRulesLiteralsAndAliases)
     EXPECT_EQ("SELECT a AS b!c", Canonical("SELECT a AS b!c"));
 }
 
-TEST(VelaSQLParser, NoErrorAndNoSuchErrorHaveNoMessage)
-{
-    for (const int kind : {0, 20})
-        EXPECT_STREQ("", VelaSQLParser::ErrorMessage(static_cast<VelaSQLParser::ErrorType>(kind)));
-}
-
 TEST(VelaSQLParser, OneParserReadsManyStatements)
 {
     VelaSQLParser parser('\0');
@@ -82,36 +76,6 @@ TEST(VelaSQLParser, OneParserReadsManyStatements)
         << "an interrupted POSITION leaves nothing behind";
     EXPECT_NE(nullptr, parser.Evaluate(Sql("COMMIT")));
     EXPECT_EQ(VelaSQLParser::kNoError, parser.LastError());
-}
-
-TEST(VelaSQLParser, EachTreeKnowsItsKind)
-{
-    struct Kind {
-        const char* sql;
-        bool (SQLSyntaxNode::*is)() const;
-    };
-    const Kind kinds[] = {
-        {"SELECT 1", &SQLSyntaxNode::IsSelect},
-        {"INSERT INTO t DEFAULT VALUES", &SQLSyntaxNode::IsInsert},
-        {"UPDATE t SET a=1", &SQLSyntaxNode::IsUpdate},
-        {"DELETE FROM t", &SQLSyntaxNode::IsDelete},
-        {"SET ESCAPE \\", &SQLSyntaxNode::IsSetOption},
-        {"CREATE TABLE t (a integer)", &SQLSyntaxNode::IsCreateTable},
-        {"CREATE INDEX i ON t (a)", &SQLSyntaxNode::IsCreateIndex},
-        {"ALTER TABLE t DROP a", &SQLSyntaxNode::IsAlterTable},
-        {"COMMIT", &SQLSyntaxNode::IsEndTransaction},
-        {"ROLLBACK", &SQLSyntaxNode::IsEndTransaction},
-        {"DROP TABLE t", &SQLSyntaxNode::IsDropTable},
-        {"DROP INDEX t.i", &SQLSyntaxNode::IsDropIndex},
-    };
-    for (const Kind& statement : kinds) {
-        VelaSQLParser parser('\0');
-        const SQLSyntaxNodePtr tree = parser.Evaluate(Sql(statement.sql));
-        ASSERT_NE(nullptr, tree) << statement.sql;
-        for (const Kind& asked : kinds)
-            EXPECT_EQ(statement.is == asked.is, (tree.get()->*asked.is)())
-                << statement.sql << " asked as " << asked.sql;
-    }
 }
 
 TEST(VelaSQLParser, CanonicalTextHasTheStatementsEncoding)

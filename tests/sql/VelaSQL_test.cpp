@@ -107,19 +107,6 @@ TEST_F(VelaSQL, QueryTellsWhereItsRowsComeFrom)
     EXPECT_EQ(static_cast<long>(expected.size()), result->QtyColumns());
 }
 
-TEST_F(VelaSQL, EscapeOptionIsSetClearedAndKept)
-{
-    EXPECT_EQ(kVEStateSuccess, Execute("SET ESCAPE \\").State());
-    EXPECT_EQ("\\", Plain(mDatabase.EscapeOption()));
-    EXPECT_EQ(kVEDynamicSQLError, Execute("SET ESCAPE xy").State());
-    EXPECT_EQ("\\", Plain(mDatabase.EscapeOption())) << "a value that is refused changes nothing";
-    EXPECT_EQ(kVEDynamicSQLError, Execute("SET ESCAPE \\;").State()) << "nothing ends the value";
-    EXPECT_EQ(kVEStateSuccess, Execute("SET ESCAPE ;").State());
-    EXPECT_EQ(";", Plain(mDatabase.EscapeOption()));
-    EXPECT_EQ(kVEStateSuccess, Execute("SET ESCAPE").State());
-    EXPECT_TRUE(mDatabase.EscapeOption().empty());
-}
-
 TEST_F(VelaSQL, NamesAreRefusedByLengthAndControlCharacters)
 {
     const std::string longest(200, 'n');

@@ -124,6 +124,24 @@ protected:
             db.database->Files()->SetLimits({16, 1});
         GetParam().change(db);
     }
+    // Commits with each call failing in turn, up to the first commit that needs fewer calls; check is told whether it succeeded
+    // all the same.
+    void FailEachCall(DatabaseOnDisk& db, MemoryDisk::Fault fault,
+                      const std::function<void(bool committed)>& check)
+    {
+        for (int64_t failing = 1;; failing++) {
+            SCOPED_TRACE("call " + std::to_string(failing));
+            ASSERT_LT(failing, 200);
+            StartAgain(db);
+            disk.FailAt(failing, fault);
+            const bool committed = db.Commit();
+            if (!disk.HasFailed()) {
+                EXPECT_TRUE(committed);
+                break;
+            }
+            check(committed);
+        }
+    }
     // What is read after the process has died now, by an opening that only reads and by one that recovers.
     Texts ContentsAfterDeath()
     {
@@ -156,18 +174,9 @@ TEST_P(CommitFaults, FailedCommitKeepsTheChangesAndSucceedsLater)
 {
     DatabaseOnDisk db(&disk);
     for (MemoryDisk::Fault fault : {MemoryDisk::Fault::kOnce, MemoryDisk::Fault::kForGood}) {
-        for (int64_t failing = 1;; failing++) {
-            SCOPED_TRACE("call " + std::to_string(failing));
-            ASSERT_LT(failing, 200);
-            StartAgain(db);
-            disk.FailAt(failing, fault);
-            const bool committed = db.Commit();
-            if (!disk.HasFailed()) {
-                EXPECT_TRUE(committed);
-                break;
-            }
+        FailEachCall(db, fault, [&](bool committed) {
             if (committed)
-                continue;   // room that can't be reserved for a map, say: nothing that a commit needs
+                return;   // room that can't be reserved for a map, say: nothing that a commit needs
             EXPECT_NE(0u, db.database->CommitErrorText().length());
             disk.ClearFault();
             ASSERT_TRUE(db.Commit()) << db.database->CommitErrorText().CString();
@@ -181,40 +190,25 @@ TEST_P(CommitFaults, FailedCommitKeepsTheChangesAndSucceedsLater)
                     EXPECT_TRUE(bytes == disk.Bytes(name)) << name;
                 }
             EXPECT_EQ(after.size(), disk.Names().size());
-        }
+        });
     }
 }
 
 TEST_P(CommitFaults, FailedCommitLeavesTheChangesReadable)
 {
     DatabaseOnDisk db(&disk);
-    for (int64_t failing = 1;; failing++) {
-        SCOPED_TRACE("call " + std::to_string(failing));
-        StartAgain(db);
-        disk.FailAt(failing, MemoryDisk::Fault::kOnce);
-        if (db.Commit() && !disk.HasFailed())
-            break;
-        if (db.database->LastCommitFailed()) {
-            EXPECT_EQ(contentsPending, Contents(*db.database));
-            EXPECT_EQ(contentsBefore, ContentsAfterDeath()) << "it was taken back";
-        } else {
-            EXPECT_EQ(contentsAfter, Contents(*db.database));
-            EXPECT_EQ(contentsAfter, ContentsAfterDeath());
-        }
-    }
+    FailEachCall(db, MemoryDisk::Fault::kOnce, [&](bool committed) {
+        EXPECT_EQ(committed, !db.database->LastCommitFailed());
+        EXPECT_EQ(committed ? contentsAfter : contentsPending, Contents(*db.database));
+        EXPECT_EQ(committed ? contentsAfter : contentsBefore, ContentsAfterDeath());
+    });
 }
 
 TEST_P(CommitFaults, FailedCommitCanBeRolledBack)
 {
     DatabaseOnDisk db(&disk);
-    for (int64_t failing = 1;; failing++) {
-        SCOPED_TRACE("call " + std::to_string(failing));
-        StartAgain(db);
-        disk.FailAt(failing, MemoryDisk::Fault::kOnce);
-        if (db.Commit() && !disk.HasFailed())
-            break;
-        const Texts& expected = db.database->LastCommitFailed() ? contentsBefore : contentsAfter;
-        const size_t files = db.database->LastCommitFailed() ? before.size() : after.size();
+    FailEachCall(db, MemoryDisk::Fault::kOnce, [&](bool committed) {
+        const Texts& expected = committed ? contentsAfter : contentsBefore;
         disk.ClearFault();
         db.Rollback();
         EXPECT_FALSE(db.database->LastCommitFailed());
@@ -225,20 +219,15 @@ TEST_P(CommitFaults, FailedCommitCanBeRolledBack)
         db.Open();
         EXPECT_EQ("", IndexFault(*db.database));
         EXPECT_EQ(expected, Contents(*db.database));
-        EXPECT_EQ(files, disk.Names().size()) << "files left behind";
-    }
+        EXPECT_EQ(committed ? after.size() : before.size(), disk.Names().size())
+            << "files left behind";
+    });
 }
 
 TEST_P(CommitFaults, DiskThatStaysFullLosesNothingThatWasCommitted)
 {
     DatabaseOnDisk db(&disk);
-    for (int64_t failing = 1;; failing++) {
-        SCOPED_TRACE("call " + std::to_string(failing));
-        StartAgain(db);
-        disk.FailAt(failing, MemoryDisk::Fault::kForGood);
-        const bool committed = db.Commit();
-        if (committed && !disk.HasFailed())
-            break;
+    FailEachCall(db, MemoryDisk::Fault::kForGood, [&](bool committed) {
         const Texts dead = ContentsAfterDeath();
         if (committed)
             EXPECT_EQ(contentsAfter, dead);
@@ -252,7 +241,7 @@ TEST_P(CommitFaults, DiskThatStaysFullLosesNothingThatWasCommitted)
         db.Open();
         EXPECT_TRUE(db.database->IsValid());
         EXPECT_EQ(dead, Contents(*db.database));
-    }
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenarios, CommitFaults, testing::ValuesIn(kScenarios),

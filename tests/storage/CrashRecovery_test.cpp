@@ -28,7 +28,7 @@ int64_t NumberFromEnvironment(const char* name, int64_t otherwise)
 
 DatabaseOnDisk::MakeFiles FilesOn(CrashDisk* disk)
 {
-    return [disk](bool readOnly) { return std::make_unique<CrashFileAccess>(disk, readOnly); };
+    return [disk](bool readOnly) { return std::make_unique<MemoryFileAccess>(disk, readOnly); };
 }
 
 size_t HashOf(const Image& image)
@@ -111,7 +111,8 @@ private:
     void CommitWithFault()
     {
         const Texts pending = State();
-        mDisk.FailAt(1 + mRandom.Below(25), mRandom.OneIn(3));
+        mDisk.FailAt(1 + mRandom.Below(25),
+                     mRandom.OneIn(3) ? MemoryDisk::Fault::kForGood : MemoryDisk::Fault::kOnce);
         bool committed = mDB->Commit();
         if (!committed) {
             EXPECT_EQ(pending, State());
@@ -146,7 +147,7 @@ private:
 
     void Crash()
     {
-        mMoment.push_back(mDisk.AllWritten());
+        mMoment.push_back(mDisk.AllFiles());
         mMoment.push_back(mDisk.OnlyFlushed());
         const int more = mDisk.flushes % 2 == 0 ? 6 : 4;
         for (int i = 0; i < more; i++)
@@ -181,7 +182,7 @@ private:
         if (mRandom.OneIn(4)) {
             DatabaseOnDisk reader(FilesOn(&disk), true);
             seen = Contents(*reader.database);
-            EXPECT_EQ(0, disk.operations) << "a reader wrote";
+            EXPECT_EQ(0, disk.Operations()) << "a reader wrote";
         }
         DatabaseOnDisk db(FilesOn(&disk));
         disk.afterEach = nullptr;
@@ -199,12 +200,12 @@ private:
         db.database.reset();
         if (!isNew) {
             Texts names;
-            for (const auto& [name, bytes] : disk.AllWritten())
+            for (const auto& [name, bytes] : disk.AllFiles())
                 names.push_back(name);
             EXPECT_EQ(testing::PrintToString(described), testing::PrintToString(names))
                 << "files that belong to nobody, or are missing";
         }
-        EXPECT_EQ(disk.AllWritten(), disk.OnlyFlushed()) << "closed, and not all on the disk";
+        EXPECT_EQ(disk.AllFiles(), disk.OnlyFlushed()) << "closed, and not all on the disk";
         for (const Image& crash : crashes)
             CheckRecoveredTwice(crash, contents);
     }

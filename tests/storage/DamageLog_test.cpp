@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "engine/storage/VelaFileAccess.h"
 #include "tests/storage/StorageTesting.h"
 #include "tests/storage/TableFixture.h"
@@ -56,40 +54,19 @@ TEST(DamageLog, EachKindOfDamageIsNotedOnceWithItsPlace)
     struct {
         const char* why;
         const char* file;
-        std::function<void(std::string*)> damage;
+        ByteDamage damage;
         std::vector<std::string> places;
     } cases[] = {
-        {"nothing", "t.dat", [](std::string*) {}, {}},
-        {"a tag that is none", "t.dat", [](std::string* b) { (*b)[293] = 'X'; }, {"t.dat:293 0"}},
-        {"a body length over the end",
-         "t.dat",
-         [](std::string* b) { (*b)[302] = 1; },
-         {"t.dat:293 0"}},
-        {"a file that ends within a header",
-         "t.dat",
-         [](std::string* b) { b->resize(335); },
-         {"t.dat:330 1"}},
-        {"a text over its record",
-         "t.dat",
-         [](std::string* b) { (*b)[293 + 21 + 3] = 99; },
-         {"t.dat:293 2"}},
-        {"more values than fit",
-         "t.dat",
-         [](std::string* b) { (*b)[293 + 12] = 99; },
-         {"t.dat:293 2"}},
-        {"an entry of another column",
-         "t.k.idx",
-         [](std::string* b) { (*b)[287 + 13] = 9; },
-         {"t.k.idx:287 3"}},
-        {"an index without its second record",
-         "t.k.idx",
-         [](std::string* b) { (*b)[287] = 'X'; },
-         {"t.k.idx:287 0"}},
-        {"an index without columns",
-         "t.k.idx",
-         [](std::string* b) { (*b)[256 + 12] = 99; },
-         {"t.k.idx:256 2"}},
-        {"a map that has to be made anew", "t.map", [](std::string* b) { (*b)[0] = 'X'; }, {}},
+        {"nothing", "t.dat", CutTo(256 + 3 * 37), {}},
+        {"a tag that is none", "t.dat", SetByte(293, 'X'), {"t.dat:293 0"}},
+        {"a body length over the end", "t.dat", SetByte(302, 1), {"t.dat:293 0"}},
+        {"a file that ends within a header", "t.dat", CutTo(335), {"t.dat:330 1"}},
+        {"a text over its record", "t.dat", SetByte(293 + 21 + 3, 99), {"t.dat:293 2"}},
+        {"more values than fit", "t.dat", SetByte(293 + 12, 99), {"t.dat:293 2"}},
+        {"an entry of another column", "t.k.idx", SetByte(287 + 13, 9), {"t.k.idx:287 3"}},
+        {"an index without its second record", "t.k.idx", SetByte(287, 'X'), {"t.k.idx:287 0"}},
+        {"an index without columns", "t.k.idx", SetByte(256 + 12, 99), {"t.k.idx:256 2"}},
+        {"a map that has to be made anew", "t.map", SetByte(0, 'X'), {}},
     };
     MemoryDisk good;
     FillDisk(&good);

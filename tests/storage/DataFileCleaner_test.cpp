@@ -25,17 +25,6 @@ TEST(DataFileCleaner, TakesATemporaryFileFromDiskOpenOrClosed)
     }
 }
 
-TEST(DataFileCleaner, LeavesAnyOtherFileWrittenAndInPlace)
-{
-    TemporaryFolder folder;
-    {
-        DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
-        ASSERT_TRUE(cleaner.File()->Create(folder.File("mine").c_str()));
-        EXPECT_TRUE(cleaner.File()->WriteData("abc", 3));
-    }
-    EXPECT_EQ("abc", folder.Read("mine"));
-}
-
 TEST(DataFileCleaner, AFileThatWasTemporaryOnceIsNotTakenForOne)
 {
     TemporaryFolder folder;
@@ -44,15 +33,11 @@ TEST(DataFileCleaner, AFileThatWasTemporaryOnceIsNotTakenForOne)
         DataFileCleaner cleaner(std::make_unique<UnixDataFile>());
         ASSERT_TRUE(cleaner.File()->CreateTemporaryFile(path));
         ASSERT_TRUE(cleaner.File()->Create(folder.File("mine").c_str()));
+        EXPECT_TRUE(cleaner.File()->WriteData("abc", 3));
     }
-    EXPECT_TRUE(std::filesystem::exists(folder.File("mine")));
+    EXPECT_EQ("abc", folder.Read("mine"));
+    EXPECT_EQ(nullptr, DataFileCleaner(nullptr).File());
     EXPECT_TRUE(std::filesystem::remove(path.CString())) << "the file it left is not its any more";
-}
-
-TEST(DataFileCleaner, MayOwnNothing)
-{
-    const DataFileCleaner cleaner(nullptr);
-    EXPECT_EQ(nullptr, cleaner.File());
 }
 
 }   // namespace

@@ -43,10 +43,17 @@ Texts Contents(VelaDatabase& database)
 {
     Texts contents;
     for (VelaTable* table : database.OpenTables()) {
-        contents.push_back("table " + std::string(table->TableName().View()) + ", columns " +
-                           std::to_string(table->QtyColumns()));
-        for (const std::string& name : IndexNames(table))
+        std::string head = "table " + std::string(table->TableName().View());
+        for (long i = 1; i < table->QtyColumns(); i++)
+            head += " " + std::string(table->Column(i)->name.View()) + ":" +
+                    ValueText(table->Column(i)->defaultValue);
+        contents.push_back(head);
+        for (const std::string& name : IndexNames(table)) {
             contents.push_back("index " + name);
+            for (const uint32_t columnID :
+                 table->AsStoredTable()->IndexColumns(string(name, kEncodingASCII)))
+                contents.back() += " " + std::to_string(columnID);
+        }
         for (const std::string& row : TableText(table))
             contents.push_back(row);
     }

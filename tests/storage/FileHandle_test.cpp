@@ -50,16 +50,6 @@ TEST(FileHandle, ResetClosesTheOldDescriptorAndTakesTheNew)
     EXPECT_FALSE(stream.ReadData(&byte, 1, nullptr));
 }
 
-TEST(FileHandle, DestructionClosesTheDescriptor)
-{
-    const int descriptor = open("/dev/null", O_RDWR);
-    {
-        FileHandle stream;
-        stream.Reset(descriptor);
-    }
-    EXPECT_FALSE(IsOpenDescriptor(descriptor));
-}
-
 TEST(FileHandle, KeepsTheErrorNumber)
 {
     FileHandle stream;

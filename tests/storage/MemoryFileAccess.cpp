@@ -81,6 +81,16 @@ std::map<std::string, std::string> MemoryDisk::AllFiles() const
     return files;
 }
 
+void MemoryDisk::Apply(const NameStep& step, FilesByName* names)
+{
+    if (!step.from.empty() && names->count(step.from) == 0)
+        return;   // the name that it takes was never there
+    // In this order a disk without memory for the new name still has the old one.
+    if (step.file)
+        (*names)[step.name] = step.file;
+    names->erase(step.file ? step.from : step.name);
+}
+
 void MemoryDisk::Restore(const std::map<std::string, std::string>& files)
 {
     mFiles.clear();
@@ -90,14 +100,17 @@ void MemoryDisk::Restore(const std::map<std::string, std::string>& files)
 
 // ---- MemoryStream
 
-MemoryStream::MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly)
-    : mDisk(disk), mFile(std::move(file)), mReadOnly(readOnly)
+MemoryStream::MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly,
+                           int64_t badSector)
+    : mDisk(disk), mFile(std::move(file)), mReadOnly(readOnly), mBadSector(badSector)
 {}
 
 bool MemoryStream::ReadData(void* buffer, int count, int* bytesRead)
 {
     const int64_t left = mPosition < GetLength() ? GetLength() - mPosition : 0;
-    const int64_t done = std::max<int64_t>(std::min<int64_t>(count, left), 0);
+    const bool isBad = mBadSector >= 0 && mPosition + count > mBadSector &&
+                       mPosition < mBadSector + MemoryFileAccess::kSector;
+    const int64_t done = isBad ? 0 : std::max<int64_t>(std::min<int64_t>(count, left), 0);
     if (done > 0)
         std::memcpy(buffer, mFile->data() + mPosition, static_cast<size_t>(done));
     mPosition += done;
@@ -111,12 +124,13 @@ bool MemoryStream::WriteData(const void* buffer, int count)
     if (mReadOnly || mFile == nullptr || count < 0)
         return FailWith(EBADF);
     const bool whole = mDisk->Begin();
-    const size_t size = static_cast<size_t>(whole ? count : count / 2);
+    const std::string_view bytes(static_cast<const char*>(buffer),
+                                 static_cast<size_t>(whole ? count : count / 2));
     const size_t start = static_cast<size_t>(mPosition);
-    if (size > 0 && mFile->size() < start + size)
-        mFile->resize(start + size);
-    if (size > 0)
-        std::memcpy(mFile->data() + start, buffer, size);
+    if (!bytes.empty() && mFile->size() < start + bytes.size())
+        mFile->resize(start + bytes.size());
+    bytes.copy(mFile->data() + start, bytes.size());
+    mDisk->HasWritten(mFile, mPosition, bytes);
     if (!whole)
         return FailWith(ENOSPC);
     mPosition += count;
@@ -144,7 +158,17 @@ bool MemoryStream::SetLength(int64_t length)
     if (length < 0)
         return FailWith(EINVAL);
     mFile->resize(static_cast<size_t>(length));
+    mDisk->HasSetLength(mFile);
     return true;
+}
+
+bool MemoryStream::FlushToDisk()
+{
+    const bool reached = BeginChange() && !mFlushFailed;
+    mFlushFailed = !reached && !mDisk->ForgivesFailedFlushes();
+    if (mFile != nullptr)
+        mDisk->HasFlushed(mFile, reached);
+    return reached;
 }
 
 bool MemoryStream::Reserve(int64_t)
@@ -173,37 +197,59 @@ std::unique_ptr<RandomAccessMechanism> MemoryFileAccess::OpenFile(const string& 
         FailWith(ENOENT);
         return nullptr;
     }
-    auto stream = std::make_unique<MemoryStream>(mDisk, mDisk->mFiles[KeyOf(name)], mReadOnly);
+    const auto unreadable = mUnreadable.find(KeyOf(name));
+    const bool isBad = unreadable != mUnreadable.end();
+    if (isBad && unreadable->second < 0)
+        return nullptr;
+    auto stream = std::make_unique<MemoryStream>(mDisk, mDisk->mFiles[KeyOf(name)], mReadOnly,
+                                                 isBad ? unreadable->second : -1);
     stream->SetBigEndian();
     return stream;
 }
 
+// An existing file is emptied.
 bool MemoryFileAccess::CreateFile(const string& name)
 {
-    if (!BeginChange(name))
-        return false;
-    mDisk->Put(KeyOf(name), std::string());
-    return true;
+    if (ContainsFile(name))
+        return OpenFile(name, false)->SetLength(0) || FailWith(mReadOnly ? EROFS : ENOSPC);
+    MemoryDisk::NameStep step;
+    step.name = KeyOf(name);
+    step.file = std::make_shared<std::string>();
+    return Change(name, step);
 }
 
 bool MemoryFileAccess::DeleteFile(const string& name)
 {
-    if (!BeginChange(name))
-        return false;
-    mDisk->Remove(KeyOf(name));
-    return true;
+    if (!ContainsFile(name))   // nothing reaches the disk
+        return NamesAFile(name) && !mReadOnly;
+    MemoryDisk::NameStep step;
+    step.name = KeyOf(name);
+    return Change(name, step);
 }
 
 bool MemoryFileAccess::RenameFile(const string& from, const string& to)
 {
-    if (!NamesAFile(to) || !BeginChange(from))
+    if (!NamesAFile(to))
         return FailWith(EINVAL);
-    const auto found = mDisk->mFiles.find(KeyOf(from));
-    if (found == mDisk->mFiles.end())
+    if (!ContainsFile(from))
         return FailWith(ENOENT);
-    // In this order a disk without memory for the new name still has the old one.
-    mDisk->mFiles[KeyOf(to)] = found->second;
-    mDisk->mFiles.erase(found);
+    MemoryDisk::NameStep step;
+    step.from = KeyOf(from);
+    step.name = KeyOf(to);
+    step.file = mDisk->mFiles[step.from];
+    return Change(from, step);
+}
+
+bool MemoryFileAccess::Change(const string& name, const MemoryDisk::NameStep& step)
+{
+    if (!NamesAFile(name))
+        return FailWith(EINVAL);
+    if (mReadOnly)
+        return FailWith(EROFS);
+    if (!mDisk->Begin())
+        return FailWith(ENOSPC);
+    MemoryDisk::Apply(step, &mDisk->mFiles);
+    mDisk->HasChangedNames(step);
     return true;
 }
 
@@ -214,7 +260,10 @@ bool MemoryFileAccess::ContainsFile(const string& name) const
 
 bool MemoryFileAccess::FlushNames()
 {
-    return mDisk->Begin() || FailWith(ENOSPC);
+    if (!mDisk->Begin())
+        return FailWith(ENOSPC);
+    mDisk->HasFlushedNames();
+    return true;
 }
 
 void MemoryFileAccess::FindFiles(const string& pattern, SimpleVector<string>* names) const
@@ -222,15 +271,6 @@ void MemoryFileAccess::FindFiles(const string& pattern, SimpleVector<string>* na
     for (const auto& [name, file] : mDisk->mFiles)
         if (MatchesNamePattern(name, pattern.View()))
             names->push_back(string(name, kEncodingASCII));
-}
-
-bool MemoryFileAccess::BeginChange(const string& name)
-{
-    if (!NamesAFile(name))
-        return FailWith(EINVAL);
-    if (mReadOnly)
-        return FailWith(EROFS);
-    return mDisk->Begin() || FailWith(ENOSPC);
 }
 
 bool MemoryFileAccess::FailWith(int errorNumber)

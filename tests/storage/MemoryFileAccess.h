@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/storage/VelaFileAccess.h"
@@ -18,6 +19,8 @@ namespace vela {
 // reservation of room, and creating, deleting, renaming a file. Reads don't count.
 class MemoryDisk {
 public:
+    virtual ~MemoryDisk() = default;
+
     // What happens from the next operation on that is told to fail.
     enum class Fault {
         kNone,
@@ -47,15 +50,36 @@ public:
     [[nodiscard]] std::map<std::string, std::string> AllFiles() const;
     void Restore(const std::map<std::string, std::string>& files);
 
+protected:
+    using File = std::shared_ptr<std::string>;
+    using FilesByName = std::map<std::string, File>;
+    // After it, name has this file, or none.
+    struct NameStep {
+        std::string from;   // of a renaming
+        std::string name;
+        File file;
+    };
+    static void Apply(const NameStep& step, FilesByName* names);
+
+    // For a disk that remembers more than its files; each is called when the thing is done. A write that fails may have
+    // written some bytes, which are those.
+    virtual void HasWritten(const File&, int64_t, std::string_view) {}
+    virtual void HasSetLength(const File&) {}
+    virtual void HasChangedNames(const NameStep&) {}
+    virtual void HasFlushedNames() {}
+    virtual void HasFlushed(const File&, bool /*reached*/) {}
+    // Whether a stream whose flush has failed may flush again.
+    [[nodiscard]] virtual bool ForgivesFailedFlushes() const { return true; }
+
+    FilesByName mFiles;
+
 private:
     friend class MemoryFileAccess;
     friend class MemoryStream;
-    using File = std::shared_ptr<std::string>;
 
     // Counts an operation; false when it is to fail.
     bool Begin();
 
-    std::map<std::string, File> mFiles;
     Fault mFault = Fault::kNone;
     int64_t mOperations = 0;
     int64_t mFailAt = 0;
@@ -66,7 +90,9 @@ private:
 // under its name, as an open file of a folder does.
 class MemoryStream : public RandomAccessMechanism {
 public:
-    MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly);
+    // badSector: the position of the sector that can't be read; -1: none.
+    MemoryStream(MemoryDisk* disk, std::shared_ptr<std::string> file, bool readOnly,
+                 int64_t badSector = -1);
 
     bool ReadData(void* buffer, int count, int* bytesRead) override;
     bool WriteData(const void* buffer, int count) override;
@@ -76,7 +102,7 @@ public:
     int64_t GetLength() override { return mFile ? static_cast<int64_t>(mFile->size()) : 0; }
     bool SetLength(int64_t length) override;
     int64_t GetPosition() override { return mPosition; }
-    bool FlushToDisk() override { return BeginChange(); }
+    bool FlushToDisk() override;
     bool Reserve(int64_t length) override;
     int ErrorNumber() const override { return mErrorNumber; }
 
@@ -87,6 +113,8 @@ private:
     MemoryDisk* mDisk;
     std::shared_ptr<std::string> mFile;
     bool mReadOnly;
+    int64_t mBadSector;
+    bool mFlushFailed = false;
     int64_t mPosition = 0;
     int mErrorNumber = 0;
 };
@@ -110,13 +138,18 @@ public:
     bool FlushNames() override;
     void FindFiles(const string& pattern, SimpleVector<string>* names) const override;
 
+    // Reads that touch the sector at that position of a file fail from its next opening on; below 0: the opening fails.
+    void MakeUnreadable(const std::string& name, int64_t position) { mUnreadable[name] = position; }
+    static constexpr int64_t kSector = 512;
+
 private:
-    // Whether a name may be changed at all, and the disk takes it.
-    bool BeginChange(const string& name);
+    // Changes a name that may be changed, if the disk takes it.
+    bool Change(const string& name, const MemoryDisk::NameStep& step);
     bool FailWith(int errorNumber);
 
     MemoryDisk* mDisk;
     bool mReadOnly;
+    std::map<std::string, int64_t> mUnreadable;
     string mErrorText;
 };
 

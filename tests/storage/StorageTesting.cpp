@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "engine/storage/RecordFormat.h"
+#include "runtime/ByteOrder.h"
 
 namespace vela {
 
@@ -35,6 +36,21 @@ std::string ToHex(std::string_view bytes)
 std::string Zeros(size_t count)
 {
     return std::string(count, '\0');
+}
+
+ByteDamage SetByte(size_t place, int byte)
+{
+    return [=](std::string* bytes) { bytes->at(place) = static_cast<char>(byte); };
+}
+
+ByteDamage SetNumber(size_t place, uint32_t number)
+{
+    return [=](std::string* bytes) { StoreBigEndian32(&bytes->at(place), number); };
+}
+
+ByteDamage CutTo(size_t size)
+{
+    return [=](std::string* bytes) { bytes->resize(size); };
 }
 
 std::string ValueText(const VelaValue& value)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <random>
 #include <string>
@@ -19,6 +20,12 @@ std::string FromHex(std::string_view hex);
 std::string ToHex(std::string_view bytes);
 // count zero bytes.
 std::string Zeros(size_t count);
+
+// Changes to the bytes of a file, for tables of damage: one byte, a big-endian number, the length.
+using ByteDamage = std::function<void(std::string*)>;
+ByteDamage SetByte(size_t place, int byte);
+ByteDamage SetNumber(size_t place, uint32_t number);
+ByteDamage CutTo(size_t size);
 
 // A value and everything that tells it from another: "Integer 5", "NULL Date", "String[600] abc". Equal
 // texts: equal values, encoding tags included.

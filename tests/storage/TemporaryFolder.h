@@ -11,6 +11,13 @@
 
 namespace vela {
 
+// The bytes of a file, read by other means than the engine's.
+inline std::string FileContent(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
 // A new, empty folder that goes with everything in it when this object does.
 class TemporaryFolder {
 public:
@@ -33,12 +40,7 @@ public:
     FileLocator Locator() const { return FileLocator(mPath.c_str()); }
     std::string File(const std::string& name) const { return mPath + "/" + name; }
 
-    // The bytes of a file, read and written by other means than the engine's.
-    std::string Read(const std::string& name) const
-    {
-        std::ifstream file(File(name), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    }
+    std::string Read(const std::string& name) const { return FileContent(File(name)); }
     void Write(const std::string& name, const std::string& bytes) const
     {
         std::ofstream(File(name), std::ios::binary | std::ios::trunc) << bytes;

@@ -61,32 +61,35 @@ public:
     std::vector<Entry> entries;
 };
 
-std::vector<std::string> EntriesOf(VelaIndex& index)
-{
-    std::vector<std::string> entries;
-    for (size_t i = 0; i < index.Count(); i++) {
-        const VelaIndexEntry entry = index.EntryAt(i);
-        std::string text = std::to_string(entry.RowID()) + ":";
-        for (size_t position = 0; position < index.ColumnIDs().size(); position++)
-            text += " " + ValueText(entry.Value(position));
-        entries.push_back(text);
-    }
-    return entries;
-}
-
-std::vector<std::string> EntriesOf(const IndexModel& model)
-{
-    std::vector<std::string> entries;
-    for (const IndexModel::Entry& entry : model.entries) {
-        std::string text = std::to_string(entry.rowID) + ":";
-        for (const VelaValue& value : entry.values)
-            text += " " + ValueText(value);
-        entries.push_back(text);
-    }
-    return entries;
-}
-
 using Entries = std::vector<std::string>;
+
+std::string EntryText(uint32_t rowID, const Key& values)
+{
+    std::string text = std::to_string(rowID) + ":";
+    for (const VelaValue& value : values)
+        text += " " + ValueText(value);
+    return text;
+}
+
+Entries EntriesOf(VelaIndex& index)
+{
+    Entries entries;
+    for (size_t i = 0; i < index.Count(); i++) {
+        Key values;
+        for (size_t position = 0; position < index.ColumnIDs().size(); position++)
+            values.push_back(index.EntryAt(i).Value(position));
+        entries.push_back(EntryText(index.EntryAt(i).RowID(), values));
+    }
+    return entries;
+}
+
+Entries EntriesOf(const IndexModel& model)
+{
+    Entries entries;
+    for (const IndexModel::Entry& entry : model.entries)
+        entries.push_back(EntryText(entry.rowID, entry.values));
+    return entries;
+}
 
 // An index file in memory.
 class IndexFile {
@@ -106,18 +109,6 @@ private:
 };
 
 }   // namespace
-
-TEST(VelaIndexEntry, MatchesEveryPositionOrHasNone)
-{
-    const VelaValue values[] = {Int(1), Str("x")};
-    const VelaIndexEntry entry(values, 2, 5);
-    EXPECT_TRUE(entry.Matches({Int(1), Str("x")}));
-    EXPECT_TRUE(entry.Matches({Int(1), Str("x"), Int(9)})) << "more are not asked";
-    EXPECT_FALSE(entry.Matches({Int(1), Str("y")}));
-    EXPECT_FALSE(entry.Matches({Int(2), Str("x")}));
-    EXPECT_FALSE(entry.Matches({Int(1)}));
-    EXPECT_TRUE(VelaIndexEntry(values, 0, 5).Matches({Int(3)})) << "no values match everything";
-}
 
 // ---- the file
 

@@ -38,7 +38,6 @@ public:
 
     bool AddIndex(const std::string& name, const std::vector<uint32_t>& columnIDs);
     bool DropIndex(const std::string& name);
-    bool HasIndexes() const { return !mIndexes.empty(); }
     // Rows, in table order, whose column holds exactly this value.
     std::vector<uint32_t> RowsWith(size_t number, const VelaValue& key) const;
 

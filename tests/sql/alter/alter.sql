@@ -141,3 +141,45 @@ INSERT INTO t (z) VALUES (1);
 SELECT _rowid FROM t WHERE z = 1;
 --> 4
 COMMIT;
+
+-- A column's number isn't used again, not even that of the last one.
+CREATE TABLE again (a integer, b string);
+INSERT INTO again VALUES (1, 'old');
+COMMIT;
+ALTER TABLE again DROP b;
+ALTER TABLE again ADD b string;
+SELECT * FROM again;
+--> 1|1|
+COMMIT;
+
+-- A new name that is too long for its place moves the column's description, and with it, once it is read anew, the column.
+CREATE TABLE moved (a integer, b string);
+COMMIT;
+ALTER TABLE moved RENAME a TO a_name_that_is_much_longer_than_the_one_before;
+COMMIT;
+SELECT * FROM moved;
+--! 02000 No records found.
+--= _rowid|a_name_that_is_much_longer_than_the_one_before|b
+--reopen
+SELECT * FROM moved;
+--! 02000 No records found.
+--= _rowid|b|a_name_that_is_much_longer_than_the_one_before
+
+-- An index of an earlier type doesn't speak for the record: its entry has lost the apples.
+CREATE TABLE eaten (a integer, s string);
+INSERT INTO eaten VALUES (1, '12 apples');
+COMMIT;
+ALTER TABLE eaten MODIFY s integer;
+CREATE INDEX i ON eaten (s);
+SELECT s FROM eaten;
+--> 12
+ALTER TABLE eaten MODIFY s string;
+SELECT s FROM eaten;
+--> 12 apples
+SELECT a FROM eaten WHERE s = '12';
+SELECT a FROM eaten WHERE s = '12 apples';
+--> 1
+ALTER TABLE eaten MODIFY s integer;
+SELECT a FROM eaten WHERE s = 12;
+--> 1
+COMMIT;

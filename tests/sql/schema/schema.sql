@@ -129,3 +129,21 @@ SELECT * FROM _TABLES;
 ROLLBACK;
 SELECT * FROM _TABLES;
 --> _TABLES
+
+-- A default is what its text reads as in the column's type; dates keep it as it is. A type that is none has NULLs.
+CREATE TABLE defaults (i integer, j integer, b boolean, c boolean, x double, s string, day date, stamp timestamp, bin binary, none integer);
+UPDATE _schema SET DefaultValue = '4x' WHERE TableName = 'defaults' AND ColumnName = 'i';
+UPDATE _schema SET DefaultValue = '-3' WHERE TableName = 'defaults' AND ColumnName = 'b';
+UPDATE _schema SET DefaultValue = 'TRUE' WHERE TableName = 'defaults' AND ColumnName = 'c';
+UPDATE _schema SET DefaultValue = '2.5' WHERE TableName = 'defaults' AND ColumnName = 'x';
+UPDATE _schema SET DefaultValue = 'abc' WHERE TableName = 'defaults' AND ColumnName = 's';
+UPDATE _schema SET DefaultValue = '1984-5-6' WHERE TableName = 'defaults' AND ColumnName = 'day';
+UPDATE _schema SET DefaultValue = 'x' WHERE TableName = 'defaults' AND ColumnName = 'stamp';
+UPDATE _schema SET DefaultValue = 'b' WHERE TableName = 'defaults' AND ColumnName = 'bin';
+UPDATE _schema SET TypeCode = 4 WHERE TableName = 'defaults' AND ColumnName = 'none';
+COMMIT;
+--reopen
+INSERT INTO defaults (_rowid) VALUES (7);
+COMMIT;
+SELECT * FROM defaults;
+--# Integer 7|Integer 4|Integer 0|Boolean TRUE|Boolean FALSE|Double 2.5|String abc|Date 1984-5-6|Timestamp x|Binary b|NULL None

@@ -52,67 +52,53 @@ void UnlockObject(MOXAobject object)
     Service<MOXAUnlockObjectProc>("MOXAUnlockObject")(object);
 }
 
-void UseAfterTheEnd()
-{
-    const MOXAstring text = Build();
-    Unlock(text);
-    Service<MOXAStringLengthProc>("StringGetLength")(text);
-}
-
-void UnlockObjectTwice()
-{
-    const MOXAobject item = DatabaseFile();
-    UnlockObject(item);
-    UnlockObject(item);   // the object's own reference
-}
-
-// More with each call, though it is all given back at the end.
-void KeepMemory()
-{
-    static std::vector<std::string> kept;
-    kept.emplace_back(100, 'x');
-}
-
-void StayInMemory()
-{
-    Dl_info info;
-    if (dladdr(reinterpret_cast<void*>(&gResolver), &info) != 0)
-        static_cast<void>(dlopen(info.dli_fname, RTLD_NOW));
-}
-
 extern const MOXAdbEngineDefinition kEngine;
 extern const MOXAdbCursorDefinition kCursor;
 extern const MOXAclassDefinition kClass;
 
 // ---- the engine
 
+const std::map<std::string, void (*)(MOXAstring)> kFaults = {
+    {"leak a string", [](MOXAstring) { static_cast<void>(Build()); }},
+    {"leak a reference",
+     [](MOXAstring sql) { Service<MOXALockStringProc>("MOXALockString")(sql); }},
+    {"unlock the argument", Unlock},
+    {"use after the end",
+     [](MOXAstring) {
+         const MOXAstring text = Build();
+         Unlock(text);
+         Service<MOXAStringLengthProc>("StringGetLength")(text);
+     }},
+    {"leak an object", [](MOXAstring) { static_cast<void>(DatabaseFile()); }},
+    {"unlock an object twice",
+     [](MOXAstring) {
+         const MOXAobject item = DatabaseFile();
+         UnlockObject(item);
+         UnlockObject(item);   // the object's own reference
+     }},
+    {"keep memory",   // more with each call, though it is all given back at the end
+     [](MOXAstring) {
+         static std::vector<std::string> kept;
+         kept.emplace_back(100, 'x');
+     }},
+    {"ask for nonsense", [](MOXAstring) { gResolver("MOXANonsense"); }},
+    {"ask again", [](MOXAstring) { gResolver("StringGetCString"); }},
+    {"register again",
+     [](MOXAstring) { Service<MOXARegisterDBEngineProc>("PluginRegisterDBEngine")(&kEngine); }},
+    {"stay in memory",
+     [](MOXAstring) {
+         Dl_info info;
+         if (dladdr(reinterpret_cast<void*>(&gResolver), &info) != 0)
+             static_cast<void>(dlopen(info.dli_fname, RTLD_NOW));
+     }},
+    {"crash", [](MOXAstring) { std::abort(); }},
+};
+
 void Execute(dbDatabase*, MOXAstring sql)
 {
-    const std::string fault = BytesOf(sql);
-    if (fault == "leak a string")
-        static_cast<void>(Build());
-    else if (fault == "leak a reference")
-        Service<MOXALockStringProc>("MOXALockString")(sql);
-    else if (fault == "unlock the argument")
-        Unlock(sql);
-    else if (fault == "use after the end")
-        UseAfterTheEnd();
-    else if (fault == "leak an object")
-        static_cast<void>(DatabaseFile());
-    else if (fault == "unlock an object twice")
-        UnlockObjectTwice();
-    else if (fault == "keep memory")
-        KeepMemory();
-    else if (fault == "ask for nonsense")
-        gResolver("MOXANonsense");
-    else if (fault == "ask again")
-        gResolver("StringGetCString");
-    else if (fault == "register again")
-        Service<MOXARegisterDBEngineProc>("PluginRegisterDBEngine")(&kEngine);
-    else if (fault == "stay in memory")
-        StayInMemory();
-    else if (fault == "crash")
-        std::abort();
+    const auto fault = kFaults.find(BytesOf(sql));
+    if (fault != kFaults.end())
+        fault->second(sql);
 }
 
 MOXAdbCursor Select(dbDatabase*, MOXAstring)
@@ -129,51 +115,27 @@ MOXAstring LastErrorString(dbDatabase*)
     return kText;
 }
 
-void Close(dbDatabase*) {}
-MOXAdbCursor TableSchema(dbDatabase*)
+MOXAdbCursor NoSchema(dbDatabase*, MOXAstring)
 {
     return nullptr;
-}
-MOXAdbCursor FieldSchema(dbDatabase*, MOXAstring)
-{
-    return nullptr;
-}
-int32_t LastErrorCode(dbDatabase*)
-{
-    return 0;
 }
 
 const MOXAdbEngineDefinition kEngine = {
-    MOXA_INTERFACE_VERSION,
-    0,
-    "Integer,VarChar,Boolean,Date,Time,Timestamp,Double,Binary",
-    Close,
-    TableSchema,
-    FieldSchema,
-    Select,
-    Execute,
-    FieldSchema,
-    LastErrorCode,
-    LastErrorString,
-    Close,
+    .version = MOXA_INTERFACE_VERSION,
+    .reserved = 0,
+    .fieldTypeNames = "Integer,VarChar,Boolean,Date,Time,Timestamp,Double,Binary",
+    .closeDatabase = [](dbDatabase*) {},
+    .tableSchema = [](dbDatabase*) -> MOXAdbCursor { return nullptr; },
+    .fieldSchema = NoSchema,
+    .directSQLSelect = Select,
+    .directSQLExecute = Execute,
+    .indexSchema = NoSchema,
+    .lastErrorCode = [](dbDatabase*) -> int32_t { return 0; },
+    .lastErrorString = LastErrorString,
+    .releaseDatabase = [](dbDatabase*) {},
 };
 
 // ---- a cursor that doesn't know where it stands, with a column for each fault
-
-int32_t ColumnCount(dbCursor*)
-{
-    return 4;
-}
-
-MOXAstring ColumnName(dbCursor*, int32_t)
-{
-    return nullptr;
-}
-
-int32_t ColumnType(dbCursor*, int32_t)
-{
-    return kMOXATypeBoolean;
-}
 
 MOXAbool ColumnValue(dbCursor*, int32_t column, MOXAdbValue* value)
 {
@@ -189,45 +151,29 @@ MOXAbool ColumnValue(dbCursor*, int32_t column, MOXAdbValue* value)
     return column != 3;   // false, and yet a value
 }
 
-int32_t RowCount(dbCursor*)
-{
-    return 3;
-}
-MOXAbool Move(dbCursor*)
-{
-    return 1;
-}
-MOXAbool MoveTo(dbCursor*, int32_t)
-{
-    return 1;
-}
-int32_t CurrentRow(dbCursor*)
-{
-    return 3;
-}
-MOXAbool Update(dbCursor*, const MOXAdbChange*, int32_t)
+MOXAbool Yes(dbCursor*)
 {
     return 1;
 }
 
 const MOXAdbCursorDefinition kCursor = {
-    MOXA_INTERFACE_VERSION,
-    0,
-    [](dbCursor*) {},
-    ColumnCount,
-    ColumnName,
-    ColumnType,
-    ColumnValue,
-    RowCount,
-    Move,
-    Move,
-    Move,
-    Move,
-    MoveTo,
-    CurrentRow,
-    Move,
-    Move,
-    Update,
+    .version = MOXA_INTERFACE_VERSION,
+    .reserved = 0,
+    .closeCursor = [](dbCursor*) {},
+    .columnCount = [](dbCursor*) -> int32_t { return 4; },
+    .columnName = [](dbCursor*, int32_t) -> MOXAstring { return nullptr; },
+    .columnType = [](dbCursor*, int32_t) -> int32_t { return kMOXATypeBoolean; },
+    .columnValue = ColumnValue,
+    .rowCount = [](dbCursor*) -> int32_t { return 3; },
+    .firstRow = Yes,
+    .nextRow = Yes,
+    .previousRow = Yes,
+    .lastRow = Yes,
+    .moveToRow = [](dbCursor*, int32_t) -> MOXAbool { return 1; },
+    .currentRow = [](dbCursor*) -> int32_t { return 3; },
+    .atEnd = Yes,
+    .deleteRow = Yes,
+    .updateRow = [](dbCursor*, const MOXAdbChange*, int32_t) -> MOXAbool { return 1; },
 };
 
 // ---- the class and the data sources
