@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <random>
-
 namespace vela {
 
 TEST(RowArena, TellsWhenMostOfItIsDropped)

@@ -28,6 +28,28 @@ std::string SchemaRecord(int rowID, const std::string& name, int type)
 
 }   // namespace
 
+TEST(VelaSchema, NewOneHasItsColumnsAndNoFiles)
+{
+    MemoryDisk disk;
+    MemoryFileAccess files(&disk);
+    VelaSchema schema(&files);
+    EXPECT_TRUE(schema.HasChangesToCommit());
+    EXPECT_EQ(Texts{}, disk.Names()) << "nothing is written before the commit";
+    EXPECT_TRUE(schema.TableName() == "_schema");
+    EXPECT_EQ(8, schema.QtyColumns());
+    const char* const names[] = {"_rowid",   "TableName", "ColumnID", "ColumnName",
+                                 "TypeCode", "Length",    "NotNull",  "DefaultValue"};
+    const VelaDataType types[] = {kTypeInteger, kTypeString,  kTypeInteger, kTypeString,
+                                  kTypeInteger, kTypeInteger, kTypeInteger, kTypeString};
+    for (long number = 0; number < 8; number++) {
+        EXPECT_TRUE(schema.Column(number)->name == names[number]);
+        EXPECT_EQ(static_cast<uint32_t>(number), schema.Column(number)->columnID);
+        EXPECT_EQ(types[number], schema.Column(number)->Type());
+        EXPECT_TRUE(schema.Column(number)->defaultValue.IsNull());
+    }
+    EXPECT_EQ(8u, schema.NextUnusedColumnID());
+}
+
 TEST(VelaSchema, FilesOfANewDatabaseToTheByte)
 {
     MemoryDisk disk;
@@ -52,9 +74,20 @@ TEST(VelaSchema, FilesOfANewDatabaseToTheByte)
                             "00 00 00 05 00 00 02 7B  00 00 00 06 00 00 02 D7"
                             "00 00 00 07 00 00 03 34  4D 45 6E 64")),
               ToHex(disk.Bytes("_schema.map")));
+}
+
+TEST(VelaSchema, FilesOfANewTableToTheByte)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
     db.Create("t", {kTypeInteger, kTypeString, kTypeDouble});
     ASSERT_TRUE(db.Commit());
-    EXPECT_EQ(256u, disk.Bytes("t.dat").size());
+    EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "t.dat", "t.map"}), disk.Names());
+    uint32_t numbers[2];
+    std::memcpy(numbers, disk.Bytes("t.dat").data(), sizeof numbers);
+    EXPECT_EQ(0u, numbers[0]);
+    EXPECT_EQ(3u, numbers[1]);
+    EXPECT_EQ(Zeros(248), disk.Bytes("t.dat").substr(8)) << "and nothing behind";
     EXPECT_EQ("", disk.Bytes("t.map")) << "no row has been told of yet";
 }
 
@@ -70,6 +103,42 @@ TEST(VelaSchema, EmptySchemaFileIsFilled)
         db.Open();
         EXPECT_EQ(7u, RowIDsOf(db.database->Schema()).size());
         EXPECT_FALSE(db.database->TransactionInProgress());
+    }
+}
+
+TEST(VelaSchema, DefaultsAreMadeFromTheirTexts)
+{
+    const struct {
+        VelaDataType type;
+        const char* text;
+        const char* value;
+    } cases[] = {
+        {kTypeInteger, "42", "Integer 42"},
+        {kTypeInteger, "", "Integer 0"},
+        {kTypeInteger, "4x", "Integer 4"},
+        {kTypeBoolean, "", "Boolean FALSE"},
+        {kTypeBoolean, "-3", "Boolean TRUE"},
+        {kTypeBoolean, "TRUE", "Boolean FALSE"},
+        {kTypeDouble, "2.5", "Double 2.5"},
+        {kTypeDouble, "", "Double 0"},
+        {kTypeString, "abc", "String[600] abc"},
+        {kTypeString, "", "String[600] "},
+        {kTypeDate, "1984-5-6", "Date 1984-5-6"},
+        {kTypeTime, "", "Time "},
+        {kTypeTimestamp, "x", "Timestamp x"},
+        {kTypeBinary, "b", "Binary b"},
+        {static_cast<VelaDataType>(4), "x", "NULL None"},
+        {static_cast<VelaDataType>(200), "x", "NULL None"},
+    };
+    for (const auto& c : cases) {
+        MemoryDisk disk;
+        DatabaseOnDisk db(&disk);
+        VelaTrans* table = db.Create("t", {c.type}, c.text);
+        EXPECT_EQ(c.value, ValueText(table->Column(1)->defaultValue));
+        TestRow row;
+        const uint32_t rowID = table->AddRow(row, false);
+        ASSERT_TRUE(db.Commit());
+        EXPECT_EQ(c.value, ReadText(table, rowID, 1));
     }
 }
 
@@ -102,6 +171,113 @@ TEST(VelaSchema, AbsentDefaultIsNullOfTheType)
     }
 }
 
+TEST(VelaSchema, LoadTable_TakesTheRowsOfExactlyThatName)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    db.Create("t", {kTypeInteger});
+    db.Create("T", {kTypeInteger, kTypeString});
+    db.Create("tt", {kTypeInteger, kTypeString, kTypeDate});
+    ASSERT_TRUE(db.Commit());
+    VelaSchema* schema = db.database->Schema();
+    EXPECT_EQ(2, schema->LoadTable("t")->QtyColumns());
+    EXPECT_EQ(3, schema->LoadTable("T")->QtyColumns());
+    EXPECT_EQ(nullptr, schema->LoadTable("x"));
+    EXPECT_EQ(nullptr, schema->LoadTable(""));
+    EXPECT_EQ(nullptr, schema->CreateTable("x"));
+    EXPECT_EQ(8, schema->LoadTable("_schema")->QtyColumns());
+}
+
+TEST(VelaSchema, LoadAllTables_InOrderOfFirstAppearance)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    for (const char* name : {"z", "a", "m"})
+        db.Create(name, {kTypeInteger});
+    db.Alter("z", kTypeString, "");   // its row stands behind those of the others
+    ASSERT_TRUE(db.Commit());
+    SimpleVector<VelaTable*> tables;
+    db.database->Schema()->LoadAllTables(&tables);
+    Texts names;
+    for (VelaTable* table : tables) {
+        names.emplace_back(table->TableName().View());
+        names.push_back(std::to_string(table->QtyColumns()));
+        delete table;
+    }
+    EXPECT_EQ((Texts{"z", "3", "a", "2", "m", "2"}), names);
+}
+
+TEST(VelaSchema, ColumnsStandInTheOrderOfTheirRows)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    db.Create("t", {kTypeInteger, kTypeString});
+    ASSERT_TRUE(db.Commit());
+    // Renaming moves the schema row of c1 to the end of the file, and with it the column.
+    VelaSchema* schema = db.database->Schema();
+    TestRow row{{VelaSchema::kColumnName, Str("a much longer name than before")}};
+    schema->UpdateRow(8, row, false);
+    ASSERT_TRUE(db.Commit());
+    VelaTrans* table = db.Reload("t");
+    EXPECT_TRUE(table->Column(1)->name == "c2");
+    EXPECT_TRUE(table->Column(2)->name == "a much longer name than before");
+    EXPECT_EQ(1u, table->Column(2)->columnID);
+}
+
+TEST(VelaSchema, ReloadTable_HandsNoIDOutTwice)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaTrans* table = db.Create("t", {kTypeInteger});
+    ASSERT_TRUE(db.Commit());
+    TestRow row{{0, Int(50)}, {1, Int(1)}};
+    table->AddRow(row, false);
+    table->Rollback();
+    TestRow plain{{1, Int(1)}};
+    for (int i = 0; i < 3; i++)
+        table->AddRow(plain, false);
+    ASSERT_TRUE(db.Commit());
+    table = db.Alter("t", kTypeString, "");
+    EXPECT_EQ(4u, table->NextUnusedRowID());
+    EXPECT_EQ(3u, table->NextUnusedColumnID());
+    // Dropping the column that was added last doesn't give its id free.
+    VelaSchema* schema = db.database->Schema();
+    schema->DeleteRow(schema->NextUnusedRowID() - 1);
+    table = db.Reload("t");
+    EXPECT_EQ(2, table->QtyColumns());
+    EXPECT_EQ(3u, table->NextUnusedColumnID());
+    ASSERT_TRUE(db.Commit());
+}
+
+TEST(VelaSchema, ReloadTable_KeepsIndexesCreatedAndDroppedInTheTransaction)
+{
+    MemoryDisk disk;
+    DatabaseOnDisk db(&disk);
+    VelaTrans* table = db.Create("t", {kTypeInteger, kTypeString});
+    table->AddIndex("old", {1});
+    ASSERT_TRUE(db.Commit());
+    const auto before = disk.Snapshot();
+    table->DropIndex("old");
+    table->AddIndex("new", {2});
+    table = db.Alter("t", kTypeDate, "");
+    EXPECT_EQ(0u, table->IndexColumns("old").size());
+    EXPECT_EQ(1u, table->IndexColumns("new").size());
+    db.Rollback();
+    table = db.Table("t");
+    EXPECT_EQ(3, table->QtyColumns());
+    EXPECT_EQ(1u, table->IndexColumns("old").size());
+    EXPECT_EQ(0u, table->IndexColumns("new").size());
+    EXPECT_EQ(before, disk.Snapshot());
+    table->DropIndex("old");
+    table->AddIndex("new", {2});
+    table = db.Alter("t", kTypeDate, "");
+    table->DropIndexesOf(2);
+    EXPECT_EQ(0u, table->IndexColumns("new").size());
+    table->AddIndex("newer", {3, 2});
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "t.dat", "t.map", "t.newer.idx"}), disk.Names());
+}
+
 TEST(VelaSchema, ReloadTable_OfATableWithoutRowsInTheSchemaIsNone)
 {
     MemoryDisk disk;
@@ -131,10 +307,12 @@ TEST(VelaSchema, ManyTablesOpenWithoutLookingAtEachRowForEach)
 
 // ---- _TABLES
 
-TEST(VelaTablesTable, HasOneRowAndOneColumnAndRefusesEveryChange)
+TEST(VelaTablesTable, HasOneRowAndOneColumn)
 {
     VelaTable* table = VelaSchema::GetTablesTable();
     EXPECT_TRUE(table->TableName() == "_TABLES");
+    EXPECT_EQ(1, table->QtyColumns());
+    EXPECT_TRUE(table->Column(0)->name.empty());
     EXPECT_EQ(nullptr, table->Column(1));
     EXPECT_EQ(1u, table->QtyRows());
     EXPECT_EQ(std::vector<uint32_t>{1}, RowIDsOf(table));
@@ -142,14 +320,20 @@ TEST(VelaTablesTable, HasOneRowAndOneColumnAndRefusesEveryChange)
     EXPECT_EQ("String[600] _TABLES", ReadText(table, 1, 0));
     for (const auto& [rowID, number] : {std::pair{2u, 0l}, {0u, 0l}, {1u, 1l}, {1u, -1l}})
         EXPECT_EQ("none", ReadText(table, rowID, number)) << rowID << ", " << number;
-    for (const bool takes : {false, true}) {
-        TestRow row{{1, Int(1)}};
-        EXPECT_EQ(kInvalidRowID, table->AddRow(row, takes));
-        EXPECT_EQ(takes, row.Values().empty()) << "what the table was only lent stays";
-        TestRow update{{1, Int(1)}};
-        EXPECT_FALSE(table->UpdateRow(1, update, takes));
-        EXPECT_EQ(takes, update.Values().empty());
-    }
+}
+
+TEST(VelaTablesTable, RefusesEveryChange)
+{
+    VelaTable* table = VelaSchema::GetTablesTable();
+    TestRow row{{1, Int(1)}};
+    EXPECT_EQ(kInvalidRowID, table->AddRow(row, false));
+    EXPECT_FALSE(table->UpdateRow(1, row, false));
+    EXPECT_EQ(1u, row.Values().size()) << "what the table was only lent stays";
+    EXPECT_EQ(kInvalidRowID, table->AddRow(row, true));
+    EXPECT_EQ(0u, row.Values().size());
+    row.Add(1, Int(1));
+    EXPECT_FALSE(table->UpdateRow(1, row, true));
+    EXPECT_EQ(0u, row.Values().size());
     EXPECT_FALSE(table->AddIndex("i", {1}));
     table->DeleteRow(1);
     EXPECT_EQ(std::vector<uint32_t>{1}, RowIDsOf(table));

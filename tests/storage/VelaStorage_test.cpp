@@ -105,6 +105,45 @@ TEST_F(StorageTest, UpdateRecord_ShrunkRecordKeepsItsLengthAndIsFalse)
     EXPECT_EQ("1=Integer 5", Row(1));
 }
 
+TEST_F(StorageTest, UpdateRecord_GrownRecordMovesAndKeepsItsRowID)
+{
+    Open();
+    TestRow row1{{1, Str("short")}, {2, Int(43)}};
+    TestRow row2{{1, Str("other")}, {2, Int(44)}};
+    storage->AddNewRecord(1, row1);
+    storage->AddNewRecord(2, row2);
+    EXPECT_TRUE(Update(1, Str("a longer string")));
+    EXPECT_EQ("1=String[600] a longer string, 2=Integer 43", Current()) << "it is current";
+    EXPECT_EQ("1=String[600] a longer string, 2=Integer 43", Row(1));
+    EXPECT_EQ(1u, storage->GetRowID());
+    EXPECT_EQ("2 1", LiveRows());
+    EXPECT_EQ("54 72 73 68 00 00 00 01 ", Records().substr(0, 24)) << "the old place";
+    EXPECT_EQ(3u, storage->QtyRows()) << "listed twice";
+    ASSERT_TRUE(storage->FlushToDisk());
+    // Position 0x100 + 2 * (12 + 26) = 0x14C; each place in the list tells the newest one.
+    EXPECT_EQ(ToHex(FromHex("52 4D 61 70  00 00 00 03  00 00 00 01 00 00 01 4C"
+                            "00 00 00 02 00 00 01 26  00 00 00 01 00 00 01 4C  4D 45 6E 64")),
+              Map());
+    Open();
+    EXPECT_EQ(3u, storage->QtyRows()) << "the saved list still has it twice";
+    disk.Remove("t.map");
+    Open();
+    EXPECT_EQ(2u, storage->QtyRows()) << "a scan counts it once";
+}
+
+TEST_F(StorageTest, UpdateRecord_GrowsIntoTheSlackOfAnEarlierOne)
+{
+    Open();
+    Add(1, Str("123456789"));
+    Update(1, Str("1"));
+    EXPECT_FALSE(Update(1, Str("12345678"))) << "one byte short";
+    EXPECT_TRUE(Update(1, Str("abcdefghi"))) << "exactly";
+    EXPECT_EQ(1u, storage->QtyRows());
+    EXPECT_TRUE(Update(1, Str("abcdefghij"))) << "one byte too much moves it";
+    EXPECT_EQ(2u, storage->QtyRows());
+    EXPECT_EQ("1=String[600] abcdefghij", Row(1));
+}
+
 TEST_F(StorageTest, UpdateRecord_NeedsACurrentRecord)
 {
     Open();
@@ -116,6 +155,19 @@ TEST_F(StorageTest, UpdateRecord_NeedsACurrentRecord)
     VelaRow values;
     EXPECT_FALSE(storage->ReadRecordValues(&values));
     EXPECT_EQ("1=Integer 1", Row(1));
+}
+
+TEST_F(StorageTest, WriteRecordAt_TellsWhetherTheValuesFillTheRecord)
+{
+    Open();
+    TestRow row{{1, Int(42)}};
+    EXPECT_TRUE(storage->WriteRecordAt(256, 5, row, 256 + 19));
+    EXPECT_TRUE(storage->WriteRecordAt(256 + 19, 6, row, 256 + 38));
+    EXPECT_FALSE(storage->WriteRecordAt(256, 5, row, 256 + 38)) << "19 bytes of slack";
+    EXPECT_EQ(5u, storage->GetRowID());
+    EXPECT_EQ(ToHex(FromHex("52 63 53 74  00 00 00 05  00 00 00 1A  01  01 03  00 00 00 2A")),
+              Records().substr(0, 57));
+    EXPECT_EQ("5", LiveRows());
 }
 
 // ---- deleted records
@@ -149,6 +201,20 @@ TEST_F(StorageTest, GoToRowID_FindsDeletedRecordsThatTheMapKnows)
     Open();
     EXPECT_FALSE(storage->GoToRowID(2, false)) << "a scan sees live records only";
     EXPECT_EQ("1 3", LiveRows());
+}
+
+TEST_F(StorageTest, AskingForTheCountLeavesTheCurrentRecord)
+{
+    Open();
+    Add(1, Int(1));
+    Add(2, Int(2));
+    ASSERT_TRUE(storage->FlushToDisk());
+    Open();
+    ASSERT_TRUE(storage->GoToFirstRecord());
+    EXPECT_EQ(2u, storage->QtyRows());
+    EXPECT_EQ("1=Integer 1", Current());
+    EXPECT_TRUE(storage->NextRecord());
+    EXPECT_EQ(2u, storage->GetRowID());
 }
 
 // ---- metadata
@@ -190,6 +256,22 @@ TEST_F(StorageTest, MapFileIsStaleFromTheFirstChangeToTheNextSave)
     EXPECT_EQ(ToHex(FromHex("52 4D 61 70  00 00 00 02  00 00 00 01 00 00 01 00"
                             "00 00 00 02 00 00 01 13  4D 45 6E 64")),
               Map());
+}
+
+TEST_F(StorageTest, ChangesThatMoveNothingLeaveTheMapFileAlone)
+{
+    Open();
+    Add(1, Int(1));
+    Add(2, Int(2));
+    ASSERT_TRUE(storage->FlushToDisk());
+    const std::string map = Map();
+    Open();
+    Update(1, Int(11));
+    ASSERT_TRUE(storage->GoToRowID(2, false));
+    storage->DeleteRecord();
+    EXPECT_EQ(map, Map());
+    EXPECT_TRUE(storage->FlushToDisk());
+    EXPECT_EQ(map, Map());
 }
 
 TEST_F(StorageTest, BytesBehindTheEndMarkStay)
@@ -363,6 +445,14 @@ TEST_F(StorageTest, BadHeadersAreReportedAndEndTheWalk)
     }
 }
 
+TEST_F(StorageTest, DeletedRecordsAtTheEndAreNoRecords)
+{
+    disk.Put("t.dat", Zeros(256) + FromHex("54 72 73 68 00 00 00 02 00 00 00 01 00"));
+    Open();
+    EXPECT_FALSE(storage->GoToFirstRecord());
+    EXPECT_EQ(0u, storage->QtyRows());
+}
+
 // ---- 4 GiB
 
 TEST(VelaStorage, RecordFileEndsBelowFourGiB)
@@ -426,19 +516,6 @@ TEST_F(StorageTest, StreamsWentBack_ForgetsWhatWasWrittenSince)
         disk.Replace("t.map", map);
         storage->StreamsWentBack();
     }
-}
-
-TEST_F(StorageTest, WriteRecordAt_TellsWhetherTheValuesFillTheRecord)
-{
-    Open();
-    TestRow row{{1, Int(42)}};
-    EXPECT_TRUE(storage->WriteRecordAt(256, 5, row, 256 + 19));
-    EXPECT_TRUE(storage->WriteRecordAt(256 + 19, 6, row, 256 + 38));
-    EXPECT_FALSE(storage->WriteRecordAt(256, 5, row, 256 + 38)) << "19 bytes of slack";
-    EXPECT_EQ(5u, storage->GetRowID());
-    EXPECT_EQ(ToHex(FromHex("52 63 53 74  00 00 00 05  00 00 00 1A  01  01 03  00 00 00 2A")),
-              Records().substr(0, 57));
-    EXPECT_EQ("5", LiveRows());
 }
 
 }   // namespace vela

@@ -66,6 +66,33 @@ protected:
 
 // ---- row ids
 
+TEST_F(TableTest, AddRow_ARefusedRowIsTakenAllTheSame)
+{
+    AddAs(1, 1);
+    TestRow row{{0, Int(1)}, {1, Int(2)}};
+    EXPECT_EQ(kInvalidRowID, table->AddRow(row, true));
+    EXPECT_EQ(0u, row.Values().size());
+    TestRow kept{{1, Int(2)}};
+    EXPECT_EQ(2u, table->AddRow(kept, false));
+    EXPECT_EQ(1u, kept.Values().size());
+    EXPECT_EQ(3u, table->AddRow(kept, true));
+    EXPECT_EQ(0u, kept.Values().size());
+}
+
+TEST_F(TableTest, AddRow_NoRowIDIsHandedOutAboveTheLargest)
+{
+    EXPECT_EQ(0xFFFFFFFEu, AddAs(-2, 1));
+    EXPECT_EQ(kInvalidRowID, Add(1, "a"));
+    ASSERT_TRUE(db.Commit());
+    // A file that says that even -1 is used.
+    std::string bytes = disk.Bytes("t.dat");
+    std::memset(bytes.data(), 0xFF, 4);
+    disk.Put("t.dat", bytes);
+    Reopen();
+    EXPECT_EQ(kInvalidRowID, Add(1, "a"));
+    EXPECT_EQ((Rows{0xFFFFFFFE}), RowIDs());
+}
+
 TEST_F(TableTest, AddRow_RowsWithPendingChangesKeepTheirIDs)
 {
     for (int i = 1; i <= 3; i++)
@@ -101,6 +128,25 @@ TEST_F(TableTest, LoadMetadata_ZeroesAreCountedAnew)
 }
 
 // ---- values
+
+TEST_F(TableTest, GetValue_RowIDForAnyRowAndNothingOutsideTheColumns)
+{
+    EXPECT_EQ("Integer 12345", Read(12345, 0));
+    EXPECT_EQ("Integer -2", Read(0xFFFFFFFE, 0));
+    const uint32_t row = Add(1, "a");
+    EXPECT_EQ("none", Read(row, -1));
+    EXPECT_EQ("none", Read(row, 3));
+    EXPECT_EQ("none", Read(row + 1, 1));
+    EXPECT_EQ(3, table->QtyColumns());
+    EXPECT_EQ(nullptr, table->Column(3));
+    EXPECT_EQ(nullptr, table->Column(-1));
+    EXPECT_EQ(&RowIDColumn(), table->Column(0));
+    EXPECT_TRUE(table->Column(0)->name == "_rowid");
+    EXPECT_EQ(kTypeInteger, table->Column(0)->Type());
+    EXPECT_EQ(0, table->FindColumnNumber(0));
+    EXPECT_EQ(2, table->FindColumnNumber(2));
+    EXPECT_EQ(-1, table->FindColumnNumber(3));
+}
 
 // As a reader of all the names finds them.
 TEST_F(TableTest, FindColumnNamed_FindsTheFirstOfExactlyThatName)
@@ -140,6 +186,34 @@ TEST_F(TableTest, ExplicitRowIDIsStoredAsAValueOfColumnZero)
 
 // ---- indexes
 
+TEST_F(TableTest, IndexFileIsMadeAtCommitAndReadAgain)
+{
+    Add(5, "five");
+    ASSERT_TRUE(db.Commit());
+    EXPECT_TRUE(table->AddIndex("i", {1}));
+    EXPECT_FALSE(table->AddIndex("i", {2})) << "the name is taken";
+    EXPECT_FALSE(table->AddIndex("j", {})) << "no column";
+    EXPECT_FALSE(HasIndexFile("i"));
+    EXPECT_FALSE(table->HasChangesToCommit());
+    EXPECT_TRUE(table->IsTouched());
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ(ToHex(FromHex("52 63 53 74 00 00 00 01 00 00 00 07 01 01 03 00 00 00 05")),
+              ToHex(disk.Bytes("t.i.idx").substr(256)));
+    Reopen();
+    SimpleVector<string> names;
+    table->GetIndexNames(names);
+    ASSERT_EQ(1u, names.size());
+    EXPECT_TRUE(names[0] == "i");
+    EXPECT_EQ(1u, table->IndexColumns("i")[0]);
+    EXPECT_EQ(0u, table->IndexColumns("x").size());
+    SimpleVector<uint32_t> rows;
+    EXPECT_TRUE(table->FindRowsByIndex(1, Int(5), &rows));
+    EXPECT_EQ(Rows{1}, Rows(rows.begin(), rows.end()));
+    EXPECT_FALSE(table->FindRowsByIndex(2, Str("five"), &rows)) << "not indexed";
+    EXPECT_FALSE(table->FindRowsByIndex(1, Str("5"), &rows)) << "of another type";
+    EXPECT_FALSE(table->FindRowsByIndex(1, Null(kTypeInteger), &rows));
+}
+
 TEST_F(TableTest, IndexOfAnEmptyTableKeepsItsColumns)
 {
     EXPECT_TRUE(table->AddIndex("i", {2, 1}));
@@ -174,6 +248,19 @@ TEST_F(TableTest, Rollback_IndexDroppedWithAPendingRowForgetsThatRow)
     EXPECT_EQ(rowID, AddAs(static_cast<int32_t>(rowID), 6));
 }
 
+TEST_F(TableTest, CreatedAndDroppedIndexLeavesNoFile)
+{
+    const auto before = disk.Snapshot();
+    table->AddIndex("i", {1});
+    table->DropIndex("i");
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ(before, disk.Snapshot());
+    table->AddIndex("i", {1});
+    table->Rollback();
+    ASSERT_TRUE(db.Commit());
+    EXPECT_EQ(before, disk.Snapshot());
+}
+
 TEST_F(TableTest, DamagedOrMissingIndexFileIsFilledFromTheRows)
 {
     for (int i = 1; i <= 5; i++)
@@ -206,6 +293,32 @@ TEST_F(TableTest, DamagedOrMissingIndexFileIsFilledFromTheRows)
     disk.Remove("t.i.idx");   // while the index is open
     SimpleVector<uint32_t> rows;
     EXPECT_TRUE(table->FindRowsByIndex(1, Int(3), &rows));
+    EXPECT_EQ(1u, rows.size());
+}
+
+TEST_F(TableTest, EntryOfAnEarlierTypeDoesNotSpeakForTheRecord)
+{
+    Add(1, "12 apples");
+    ASSERT_TRUE(db.Commit());
+    VelaSchema* schema = db.database->Schema();
+    const auto setType = [&](VelaDataType type) {
+        for (uint32_t rowID : RowIDsOf(schema)) {
+            TestRow row{{VelaSchema::kTypeCode, Int(type)}};
+            if (ReadText(schema, rowID, VelaSchema::kTableName) == "String[600] t" &&
+                ReadText(schema, rowID, VelaSchema::kColumnID) == "Integer 2")
+                schema->UpdateRow(rowID, row, false);
+        }
+        table = db.Reload("t");
+    };
+    setType(kTypeInteger);
+    table->AddIndex("i", {2});
+    EXPECT_EQ("Integer 12", Read(1, 2));
+    setType(kTypeString);
+    EXPECT_EQ("String[600] 12 apples", Read(1, 2)) << "the entry has lost the apples";
+    SimpleVector<uint32_t> rows;
+    EXPECT_FALSE(table->FindRowsByIndex(2, Str("12"), &rows));
+    setType(kTypeInteger);
+    EXPECT_TRUE(table->FindRowsByIndex(2, Int(12), &rows));
     EXPECT_EQ(1u, rows.size());
 }
 
