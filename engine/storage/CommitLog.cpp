@@ -174,27 +174,30 @@ bool CommitLog::MakeRoom(int64_t end)
     return WriteAt(mStream.get(), length, zeros) || FailWithStream();
 }
 
-// The header comes last, when the checksum is known: before it is there, what has been written is no record.
-bool CommitLog::WriteRecord(LogHeader header, const TellPayload& tell)
+// The piece with the header comes last, when the checksum is known: before it is there, what has been written is no record.
+bool CommitLog::WriteRecord(const LogHeader& header, const TellPayload& tell)
 {
     // The first record of a new log: the head goes with it.
     if (!mNamed && !WriteAt(mStream.get(), 0, EncodeLogHead(mGeneration)))
         return FailWithStream();
-    const int64_t start = mPosition + static_cast<int64_t>(kLogHeaderSize);
-    int64_t position = start;
+    std::string first;
+    int64_t position = mPosition;
+    uint32_t sum = 0;
     bool written = true;
-    uint32_t sum = LogHeaderChecksum(EncodeLogHeader(header).data());
-    LogPayload payload([&](std::string_view piece) {
-        written = written && WriteAt(mStream.get(), position, piece);
-        position += static_cast<int64_t>(piece.size());
+    LogPayload payload(EncodeLogHeader(header), [&](std::string_view piece) {
         sum = Checksum(sum, piece.data(), piece.size());
+        if (first.empty())
+            first = piece;
+        else
+            written = written && WriteAt(mStream.get(), position, piece);
+        position += static_cast<int64_t>(piece.size());
     });
     tell(&payload);
     payload.End();
-    assert(position - start == static_cast<int64_t>(header.payloadSize) && "as it was told");
-    header.checksum = sum;
-    if (!written || !WriteAt(mStream.get(), mPosition, EncodeLogHeader(header)) ||
-        !mStream->FlushToDisk())
+    assert(position - mPosition == static_cast<int64_t>(kLogHeaderSize + header.payloadSize) &&
+           "as it was told");
+    SetLogChecksum(first.data(), sum);
+    if (!written || !WriteAt(mStream.get(), mPosition, first) || !mStream->FlushToDisk())
         return FailWithStream();
     if (!mNamed && !mFiles->FlushNames())
         return FailWithFiles();

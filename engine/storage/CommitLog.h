@@ -55,7 +55,7 @@ private:
 
     [[nodiscard]] bool Create();
     [[nodiscard]] bool MakeRoom(int64_t end);
-    [[nodiscard]] bool WriteRecord(LogHeader header, const TellPayload& tell);
+    [[nodiscard]] bool WriteRecord(const LogHeader& header, const TellPayload& tell);
     [[nodiscard]] bool WriteHead();
     void StartAgain();
     bool FailWithStream();

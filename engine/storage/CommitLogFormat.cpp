@@ -170,6 +170,11 @@ std::string EncodeLogHeader(const LogHeader& header)
     return bytes;
 }
 
+void SetLogChecksum(char* bytes, uint32_t checksum)
+{
+    StoreBigEndian32(bytes + kChecksumOffset, checksum);
+}
+
 bool DecodeLogHeader(const char* bytes, LogHeader* header)
 {
     const uint32_t kind = LoadBigEndian32(bytes + 4);

@@ -116,6 +116,8 @@ void AppendLogExtent(std::string* payload, int64_t position, std::string_view by
 
 // The header of a record, kLogHeaderSize bytes, with header's checksum as it stands.
 [[nodiscard]] std::string EncodeLogHeader(const LogHeader& header);
+// Puts the checksum into a header, where there were zeros.
+void SetLogChecksum(char* bytes, uint32_t checksum);
 // False when the kLogHeaderSize bytes are no header. The checksum is not looked at.
 [[nodiscard]] bool DecodeLogHeader(const char* bytes, LogHeader* header);
 // The checksum of the header's own bytes, to be carried on over the payload.

@@ -7,12 +7,13 @@
 
 namespace vela {
 
-// LogPayload is what the payload of a log's record is appended to (CommitLogFormat.h). It hands the bytes on in pieces.
+// LogPayload is what the payload of a log's record is appended to (CommitLogFormat.h). It hands the bytes on in pieces, the first
+// of which begins with the record's header.
 class LogPayload {
 public:
     using Take = std::function<void(std::string_view piece)>;
 
-    explicit LogPayload(Take take) : mTake(std::move(take)) {}
+    LogPayload(std::string header, Take take) : mTake(std::move(take)), mPiece(std::move(header)) {}
 
     // Where the next bytes are to be appended: an entry's head, a number, an extent.
     [[nodiscard]] std::string* Room()
