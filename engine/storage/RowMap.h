@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <utility>
 
-#include "engine/storage/GoodBinCount.h"
 #include "engine/storage/VelaTable.h"
 #include "runtime/ChunkedList.h"
 #include "runtime/LargeMemory.h"

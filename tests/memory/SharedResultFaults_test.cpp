@@ -60,21 +60,6 @@ protected:
     std::unique_ptr<VelaDatabase> mDatabase;
 };
 
-// Runs check with each number of an allocation to fail, once and for good, until it says that none has failed.
-template <class Check>
-void FailEach(const Check& check)
-{
-    for (const Mode mode : {Mode::kOnce, Mode::kForGood}) {
-        for (int64_t number = 1;; number++) {
-            SCOPED_TRACE("allocation " + std::to_string(number) +
-                         (mode == Mode::kOnce ? "" : " and all later ones"));
-            ASSERT_LT(number, 100000);
-            if (!check(number, mode) || testing::Test::HasFailure())
-                break;
-        }
-    }
-}
-
 // Reads all values, which are forgotten, column by column. False: there was no memory for one of them.
 bool ReadAll(VelaTable* rows)
 {
@@ -108,18 +93,15 @@ TEST_F(SharedResultFaults, ChangesAreMadeOrRefusedAndTheResultStays)
         FailEach([&](int64_t number, Mode mode) {
             Open();
             const std::unique_ptr<VelaTable> result = Select(kAll);
+            const string text(statement);
+            const string count("SELECT COUNT(*) FROM parts");
+            VelaStatus status;
             VelaState state = kVEStateSuccess;
-            bool failed = false;
-            {
-                const string text(statement);
-                const string count("SELECT COUNT(*) FROM parts");
-                VelaStatus status;
-                const FailingAllocations faults(number, mode);
+            const bool failed = FailDuring(number, mode, [&] {
                 VelaSQLExecute(text, *mDatabase, &status);
                 state = status.State();
                 (void)VelaSQLQuery(count, *mDatabase, &status);   // takes deletions in
-                failed = FailingAllocations::HaveFailed();
-            }
+            });
             EXPECT_EQ(expected, TableText(result.get()));
             EXPECT_TRUE(state == kVEStateSuccess || state == kVEOutOfMemory);
             EXPECT_EQ(state == kVEStateSuccess ? after : before, TableText(Table()));
@@ -139,12 +121,7 @@ TEST_F(SharedResultFaults, ValuesThatCouldNotBeReadAreReadLater)
     FailEach([&](int64_t number, Mode mode) {
         const std::unique_ptr<VelaTable> result = Select(kAll);
         bool read = false;
-        bool failed = false;
-        {
-            const FailingAllocations faults(number, mode);
-            read = ReadAll(result.get());
-            failed = FailingAllocations::HaveFailed();
-        }
+        const bool failed = FailDuring(number, mode, [&] { read = ReadAll(result.get()); });
         EXPECT_EQ(read, !failed);
         EXPECT_EQ(expected, TableText(result.get()));
         return failed;
