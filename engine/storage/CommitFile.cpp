@@ -115,8 +115,9 @@ bool CommitFile::WriteStream(int64_t position, const char* from, size_t count)
 
 bool CommitFile::WriteThrough(int64_t position, const char* from, size_t count)
 {
-    if (mChanged)
-        return FailWith(EBUSY);   // a commit is still on its way to the container
+    if (mChanged || mGrowing)
+        return FailWith(
+            EBUSY);   // a commit is still on its way to the container, or has begun to be
     const bool written = WriteStream(position, from, count);
     if (mStream)
         mKept = mCommitted = mStream->GetLength();
@@ -129,7 +130,7 @@ bool CommitFile::SetLength(int64_t length)
     if (length < 0)
         return FailWith(EINVAL);
     if (mOwner->WritesPassThrough()) {
-        if (mChanged)
+        if (mChanged || mGrowing)
             return FailWith(EBUSY);
         const bool done = mStream && mStream->SetLength(length);
         if (mStream)
@@ -182,16 +183,73 @@ bool CommitFile::Spill()
 {
     if (mKept < mCommitted)
         return true;
-    if (!mGrowing) {
-        if (!mOwner->BeginGrowing(this))
-            return FailWith(mOwner->LogErrorNumber());
-        mGrowing = true;
-    }
-    if (!WriteStream(mKept, mTail.data(), mTail.size()))
+    if (!BeginGrowing() || !WriteStream(mKept, mTail.data(), mTail.size()))
         return false;
     mKept += static_cast<int64_t>(mTail.size());
     mTail.clear();
     return true;
+}
+
+bool CommitFile::BeginGrowing()
+{
+    if (!mGrowing && !mOwner->BeginGrowing(this))
+        return FailWith(mOwner->LogErrorNumber());
+    mGrowing = true;
+    return true;
+}
+
+// ---- ahead of a commit
+
+size_t CommitFile::AheadPiece() const
+{
+    return mOwner->AheadPiece();
+}
+
+bool CommitFile::WriteAhead(const char* from, size_t count)
+{
+    // Between commits, all of which have reached the container, or have been cleaned up.
+    const bool isReady = mOwner->WritesPassThrough() && mStream && !mChanged && !mFlushFailed &&
+                         (!mGrowing || mAhead > 0);
+    if (!isReady)
+        return FailWith(EBUSY);
+    if (!BeginGrowing() || !WriteStream(mCommitted + mAhead, from, count)) {
+        mAhead = mAheadFlushed;
+        return false;
+    }
+    mAhead += static_cast<int64_t>(count);
+    return true;
+}
+
+bool CommitFile::FlushAhead()
+{
+    if (mAhead == mAheadFlushed)
+        return true;
+    if (!FlushStream()) {
+        mAhead = mAheadFlushed;
+        mOwner->NoteFailedFlush();
+        return false;
+    }
+    mAheadFlushed = mAhead;
+    return true;
+}
+
+bool CommitFile::TakeAhead(int64_t length)
+{
+    if (mOwner->WritesPassThrough() || Length() != mCommitted || length > mAhead)
+        return FailWith(EINVAL);
+    if (!NoteChange())
+        return false;
+    mAhead = length;
+    mKept = mCommitted + length;
+    return true;
+}
+
+void CommitFile::DropAhead()
+{
+    if (mAhead == 0)
+        return;
+    mAhead = mAheadFlushed = 0;
+    mOwner->AheadWasDropped();
 }
 
 // ---- for the owner
@@ -334,6 +392,7 @@ void CommitFile::Settle()
     mTail = {};
     mChanged = false;
     mGrowing = false;
+    mAhead = mAheadFlushed = 0;
 }
 
 bool CommitFile::FlushStream()
@@ -351,23 +410,30 @@ void CommitFile::Cancel()
     mTail = {};
     mKept = mCommitted;
     mChanged = false;
+    mAhead = mAheadFlushed;
     // A stream whose flush has failed may not try again; a new one may. When it can't be had, reading fails until it can.
     if (mFlushFailed && !mGrowing)
         (void)CatchOutOfMemory([this] { (void)Reopen(); });
 }
 
+bool CommitFile::NeedsCutBack() const
+{
+    return mGrowing &&
+           (mAhead == 0 || mFlushFailed || !mStream || mStream->GetLength() != mCommitted + mAhead);
+}
+
 bool CommitFile::CutBack()
 {
-    if (!mGrowing)
+    if (!NeedsCutBack())
         return true;
     if (!mStream && !Reopen())
         return FailWith(EIO);
-    if (!mStream->SetLength(mCommitted))
+    if (!mStream->SetLength(mCommitted + mAhead))
         return FailWithStream();
     if (!FlushStream() && !(Reopen() && FlushStream()))
         return false;
     mReserved = 0;
-    mGrowing = false;
+    mGrowing = mAhead > 0;
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "engine/storage/AheadBytes.h"
 #include "engine/storage/CommitLogFormat.h"
 #include "engine/storage/CommitPages.h"
 #include "engine/storage/LogPayload.h"
@@ -20,8 +21,9 @@ class CommitFileAccess;
 // grows large goes to the container, behind the committed length; a new file whose tail does so goes there under its
 // name with ".new" behind it. The commit ends with Apply or Cancel.
 //
-// The file is, in this order: the first Kept() bytes of the container's file, overlaid with the pages; the tail.
-class CommitFile {
+// The file is, in this order: the first Kept() bytes of the container's file, overlaid with the pages; the tail. What is written
+// ahead of a commit lies behind the committed length as well, and stays there when a commit is cancelled.
+class CommitFile final : public AheadBytes {
 public:
     // A file of the container, or with null a new, empty one. owner outlives it.
     CommitFile(CommitFileAccess* owner, const std::string& name,
@@ -41,6 +43,13 @@ public:
     // During a commit nothing: the end of the commit flushes.
     [[nodiscard]] bool Flush();
     [[nodiscard]] bool Reserve(int64_t length);
+
+    [[nodiscard]] size_t AheadPiece() const override;
+    [[nodiscard]] int64_t AheadLength() const override { return mAhead; }
+    [[nodiscard]] bool WriteAhead(const char* from, size_t count) override;
+    [[nodiscard]] bool FlushAhead() override;
+    [[nodiscard]] bool TakeAhead(int64_t length) override;
+    void DropAhead() override;
 
     // ---- for the owner
 
@@ -78,6 +87,10 @@ public:
     [[nodiscard]] bool FlushStream();
     // Drops the changes. Bytes that went to the container behind the committed length lie there until CutBack.
     void Cancel();
+    // What was written ahead belongs to a commit that is in the log.
+    void AheadIsCommitted() { mAhead = mAheadFlushed = 0; }
+    // Whether the container's file may have bytes that neither a commit nor what was written ahead accounts for.
+    [[nodiscard]] bool NeedsCutBack() const;
     [[nodiscard]] bool CutBack();
 
 private:
@@ -94,6 +107,7 @@ private:
     bool WriteThrough(int64_t position, const char* from, size_t count);
     bool Overwrite(int64_t position, const char* from, size_t count);
     bool NoteChange();
+    bool BeginGrowing();
     bool Spill();
     void Settle();
     bool FailWith(int errorNumber);
@@ -108,6 +122,8 @@ private:
     CommitPages mPages;
     std::string mTail;
     bool mChanged = false;
+    int64_t mAhead = 0;             // bytes of mStream behind mCommitted that were written ahead
+    int64_t mAheadFlushed = 0;      // of these, those that the device has for certain
     bool mGrowing = false;          // mStream has, or had, bytes behind mCommitted
     bool mWrittenThrough = false;   // outside a commit, and not flushed since
     bool mFlushFailed = false;

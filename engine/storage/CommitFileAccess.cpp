@@ -305,6 +305,8 @@ bool CommitFileAccess::EndCommit()
             return false;
         // From here on the commit has happened, whatever fails: it is in the log.
         mCheckpointDue = mCheckpointDue || !mGrowing.empty() || mLog.Size() >= mLimits.largestLog;
+        for (const auto& file : mGrowing)
+            file->AheadIsCommitted();
         mGrowing.clear();
     }
     mCommitting = false;
@@ -522,9 +524,13 @@ bool CommitFileAccess::MendFailures()
     return RemoveUnfinished() && ApplyChanges() && (!mFlushFailed || WriteLogAgain());
 }
 
+// What was written ahead of a commit stays, and with it the log's notes, which may then speak of what has been removed, too.
 bool CommitFileAccess::RemoveUnfinished()
 {
-    if (mGrowing.empty())
+    const auto isUnfinished = [](const std::shared_ptr<CommitFile>& file) {
+        return file->AheadLength() == 0 || file->NeedsCutBack();
+    };
+    if (std::none_of(mGrowing.begin(), mGrowing.end(), isUnfinished))
         return true;
     for (const auto& file : mGrowing) {
         if (file->LiesBeside()) {
@@ -537,8 +543,16 @@ bool CommitFileAccess::RemoveUnfinished()
     }
     if (!mFiles->FlushNames())
         return FailWithContainer();
-    mGrowing.clear();
-    return mLog.Restart() || Fail(mLog.ErrorText());
+    std::erase_if(mGrowing,
+                  [](const std::shared_ptr<CommitFile>& file) { return file->AheadLength() == 0; });
+    return !mGrowing.empty() || mLog.Restart() || Fail(mLog.ErrorText());
+}
+
+// What fails here is tried again before the next commit.
+void CommitFileAccess::AheadWasDropped()
+{
+    if (!mCommitting)
+        (void)CatchOutOfMemory([this] { (void)MendFailures(); });
 }
 
 // ---- failures

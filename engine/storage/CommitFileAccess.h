@@ -42,6 +42,7 @@ public:
     struct Limits {
         size_t largestTail = size_t{1} << 20;     // appended bytes of one file that wait in memory
         int64_t largestLog = int64_t{16} << 20;   // bytes of log after which the files are flushed
+        size_t aheadPiece = size_t{4} << 20;      // AheadBytes::AheadPiece
     };
     void SetLimits(const Limits& limits) { mLimits = limits; }
 
@@ -84,6 +85,9 @@ private:
     // Says in the log that the bytes behind the file's committed length, or those of the file beside, are unfinished.
     [[nodiscard]] bool BeginGrowing(CommitFile* file);
     [[nodiscard]] int LogErrorNumber() const { return mLog.ErrorNumber(); }
+    [[nodiscard]] size_t AheadPiece() const { return IsReadOnly() ? 0 : mLimits.aheadPiece; }
+    void NoteFailedFlush() { mFlushFailed = true; }
+    void AheadWasDropped();
     [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenInContainer(const std::string& name);
     void StreamCloses(std::shared_ptr<CommitFile> file);
     void GoBack(const std::string& name, NameChange* change);
@@ -139,7 +143,7 @@ private:
     bool mFlushFailed = false;   // what the log holds may be lost in the files
     bool mCheckpointDue = false;
     std::vector<std::shared_ptr<CommitFile>>
-        mGrowing;   // by the commit under way, or one that has failed
+        mGrowing;   // by the commit under way, one that has failed, or ahead of the next one
 
     // While recovering.
     std::vector<std::pair<std::string, int64_t>>

@@ -42,6 +42,8 @@ bool CommitStream::WriteData(const void* buffer, int count)
 
 void CommitStream::Close()
 {
+    if (mFile && mWritesAhead)
+        mFile->DropAhead();
     if (mFile)
         mOwner->StreamCloses(std::move(mFile));
     mFile.reset();
@@ -75,6 +77,12 @@ bool CommitStream::Reserve(int64_t length)
     if (!mFile)
         return FailWith(EBADF);
     return mFile->Reserve(length) || FailWith(mFile->ErrorNumber());
+}
+
+AheadBytes* CommitStream::Ahead()
+{
+    mWritesAhead = mFile != nullptr;
+    return mFile.get();
 }
 
 int CommitStream::ErrorNumber() const

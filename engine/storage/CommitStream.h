@@ -23,6 +23,7 @@ public:
     // During a commit nothing: its end flushes what it must.
     bool FlushToDisk() override;
     [[nodiscard]] bool Reserve(int64_t length) override;
+    [[nodiscard]] AheadBytes* Ahead() override;
     [[nodiscard]] int ErrorNumber() const override;
 
 private:
@@ -31,6 +32,7 @@ private:
     CommitFileAccess* mOwner;
     std::shared_ptr<CommitFile> mFile;
     int64_t mPosition = 0;
+    bool mWritesAhead = false;
     int mErrorNumber = 0;
 };
 

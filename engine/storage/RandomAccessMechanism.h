@@ -6,6 +6,7 @@
 
 namespace vela {
 
+class AheadBytes;
 class DamageLog;
 enum class DamageKind;
 
@@ -45,6 +46,9 @@ public:
     // stays. False when the device lacks the room. A stream that can't tell, as the base, says
     // true.
     [[nodiscard]] virtual bool Reserve(int64_t length);
+    // What may be written ahead of the next commit. The stream's, and all of it is given up when that is closed. Null where there
+    // are no commits, as in the base.
+    [[nodiscard]] virtual AheadBytes* Ahead() { return nullptr; }
     // The error number (errno) of the last operation that failed; 0 when none has, or the stream
     // doesn't know.
     [[nodiscard]] virtual int ErrorNumber() const { return 0; }

@@ -43,22 +43,23 @@ DamageKind DamageOf(RecordError error)
 }
 
 RecordScanner::RecordScanner(RandomAccessMechanism* file)
-    : mFile(file),
-      mLength(std::min(file->GetLength(), kMaxRecordFileSize)),
-      mNext(kMetadataSize),
-      mNextBlockSize(kFirstBlockSize)
+    : RecordScanner(file, kMetadataSize, std::min(file->GetLength(), kMaxRecordFileSize))
+{}
+
+RecordScanner::RecordScanner(RandomAccessMechanism* file, int64_t position, int64_t end)
+    : mFile(file), mEnd(end), mNext(position), mNextBlockSize(kFirstBlockSize)
 {}
 
 bool RecordScanner::Next()
 {
-    if (mNext >= mLength)
+    if (mNext >= mEnd)
         return false;
     mPosition = mNext;
     RecordError error = RecordError::kReadFailed;
     if (Provide(mPosition, kRecordHeaderSize)) {
         const char* header = mBlock.data() + (mPosition - mBlockStart);
         error = ParseRecordHeader(
-            header, mLength - mPosition - static_cast<int64_t>(kRecordHeaderSize), &mHeader);
+            header, mEnd - mPosition - static_cast<int64_t>(kRecordHeaderSize), &mHeader);
     }
     const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
     if (error == RecordError::kNone && !Provide(bodyPosition, mHeader.bodySize))
@@ -67,7 +68,7 @@ bool RecordScanner::Next()
         ReportRecordError(error);
         mFile->NoteDamage(mPosition, DamageOf(error));
         mFailed = true;
-        mNext = mLength;
+        mNext = mEnd;
         return false;
     }
     mBodyOffset = static_cast<size_t>(bodyPosition - mBlockStart);
@@ -80,12 +81,12 @@ bool RecordScanner::Provide(int64_t position, size_t size)
     const int64_t blockEnd = mBlockStart + static_cast<int64_t>(mBlockSize);
     if (position >= mBlockStart && position + static_cast<int64_t>(size) <= blockEnd)
         return true;
-    if (position + static_cast<int64_t>(size) > mLength)
+    if (position + static_cast<int64_t>(size) > mEnd)
         return false;
     const size_t wanted = std::max(size, mNextBlockSize);
     mNextBlockSize = std::min(mNextBlockSize * kBlockGrowth, kLargestBlockSize);
     const size_t count =
-        static_cast<size_t>(std::min<int64_t>(static_cast<int64_t>(wanted), mLength - position));
+        static_cast<size_t>(std::min<int64_t>(static_cast<int64_t>(wanted), mEnd - position));
     if (mBlock.size() < count)
         mBlock.resize(count);
     int bytesRead = 0;

@@ -34,6 +34,8 @@ class RecordScanner {
 public:
     // file stays the caller's, and unchanged while the scan runs.
     explicit RecordScanner(RandomAccessMechanism* file);
+    // Of the records from one position to another alone, which may lie behind the file's length.
+    RecordScanner(RandomAccessMechanism* file, int64_t position, int64_t end);
 
     // The next record; false at the end, and at the first bad header, which is reported.
     bool Next();
@@ -53,7 +55,7 @@ private:
     bool Provide(int64_t position, size_t size);
 
     RandomAccessMechanism* mFile;
-    int64_t mLength;
+    int64_t mEnd;
     int64_t mPosition = 0;
     int64_t mNext;
     RecordHeader mHeader;

@@ -19,6 +19,8 @@ public:
         mTaken += bytes;
         return mArena->Allocate(bytes, alignment);
     }
+    // Bytes of all pieces, those that are no longer used among them.
+    [[nodiscard]] size_t Taken() const { return mTaken; }
     // A piece of that size is no longer used; its memory stays until Clear.
     void Drop(size_t bytes) { mDropped += bytes; }
     // Whether the pieces that are still used had better move to another arena.

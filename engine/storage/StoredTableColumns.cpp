@@ -41,7 +41,8 @@ size_t PayloadSizeOf(VelaDataType type)
 class RecordShape {
 public:
     // wanted: the column ids that are asked for, with their column numbers.
-    explicit RecordShape(const std::vector<std::pair<uint32_t, uint32_t>>& wanted) : mWanted(wanted)
+    explicit RecordShape(std::vector<std::pair<uint32_t, uint32_t>> wanted)
+        : mWanted(std::move(wanted))
     {}
 
     // Calls take(number, field) for every wanted value of the body, once, up to damage. Says how many there were.
@@ -85,7 +86,7 @@ private:
     void Learn(std::string_view body);
     [[nodiscard]] uint32_t NumberOf(uint32_t columnID) const;
 
-    const std::vector<std::pair<uint32_t, uint32_t>>& mWanted;
+    std::vector<std::pair<uint32_t, uint32_t>> mWanted;
     std::string mList;
     std::vector<Entry> mEntries;
     bool mDamaged = false;
@@ -322,7 +323,8 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
     }
     if (numbers.empty() && mRowsKnown)
         return;
-    const size_t rows = AppendInsertedRows(AppendStoredRows(numbers), numbers);
+    const size_t rows =
+        AppendInsertedRows(AppendRowsAhead(AppendStoredRows(numbers), numbers), numbers);
     if (mListing) {
         mAscending = std::adjacent_find(mRowIDs->begin(), mRowIDs->end(), std::greater_equal<>()) ==
                      mRowIDs->end();
@@ -336,17 +338,24 @@ void StoredTableColumns::LoadColumns(const std::vector<uint32_t>& wanted)
             CountMemory(number);
 }
 
+// The ids of columns, with their numbers.
+std::vector<std::pair<uint32_t, uint32_t>> StoredTableColumns::WantedOf(
+    const std::vector<uint32_t>& numbers) const
+{
+    std::vector<std::pair<uint32_t, uint32_t>> wanted;
+    wanted.reserve(numbers.size());
+    for (uint32_t number : numbers)
+        wanted.emplace_back(mTable->Column(static_cast<long>(number))->columnID, number);
+    return wanted;
+}
+
 // The rows of the file with their pending updates; says how many.
 size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers)
 {
     VelaStorage* storage = mTable->Storage();
     if (!storage)
         return 0;
-    std::vector<std::pair<uint32_t, uint32_t>> wanted;
-    wanted.reserve(numbers.size());
-    for (uint32_t number : numbers)
-        wanted.emplace_back(mTable->Column(static_cast<long>(number))->columnID, number);
-    RecordShape shape(wanted);
+    RecordShape shape(WantedOf(numbers));
     const bool changes = mTable->mChangedRows.Count() > 0;
     const bool deletions = mTable->mDeletedRows.Count() > 0;
     size_t rows = 0;
@@ -379,19 +388,57 @@ size_t StoredTableColumns::AppendStoredRows(const std::vector<uint32_t>& numbers
     return rows;
 }
 
-// The inserted rows, after that many others; says how many there are with them.
+// Those of the inserted rows that lie in the file, after that many others; says how many there are with them.
+size_t StoredTableColumns::AppendRowsAhead(size_t rows, const std::vector<uint32_t>& numbers)
+{
+    const AheadRows& ahead = mTable->mAhead;
+    if (ahead.SafeCount() == 0)
+        return rows;
+    RandomAccessMechanism* file = mTable->Storage()->RecordStream();
+    RecordShape shape(WantedOf(numbers));
+    RecordScanner scanner(file, ahead.PositionOf(0), ahead.SafeEnd());
+    bool isReadable = true;
+    for (size_t i = 0; i < ahead.SafeCount(); i++) {
+        const uint32_t rowID = mTable->mChangedRows.GetRowIDByIndex(i);
+        rows++;
+        if (mListing)
+            mRowIDs->push_back(rowID);
+        if (numbers.empty())
+            continue;
+        isReadable = isReadable && scanner.Next() && scanner.Header().rowID == rowID;
+        const VTChangedRow* change = mTable->mChangedRows.GetItemByIndex(i);
+        const auto take = [&](uint32_t number, const RecordField& field) {
+            AppendField(number, field);
+        };
+        if (change != nullptr)
+            AppendInsertedRow(*change, numbers);
+        else if (!isReadable || shape.Read(scanner.Body(), take) < numbers.size())
+            for (uint32_t number : numbers)
+                if (HasFewer(number, rows))
+                    Refuse(number);
+    }
+    return rows;
+}
+
+void StoredTableColumns::AppendInsertedRow(const VTChangedRow& change,
+                                           const std::vector<uint32_t>& numbers)
+{
+    for (uint32_t number : numbers)
+        if (!AppendFromChange(change, number))
+            Refuse(number);
+}
+
+// The other inserted rows, after that many others; says how many there are with them.
 size_t StoredTableColumns::AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers)
 {
-    for (size_t i = 0; i < mTable->mChangedRows.Count(); i++) {
+    for (size_t i = mTable->mAhead.SafeCount(); i < mTable->mChangedRows.Count(); i++) {
         const VTChangedRow* change = mTable->mChangedRows.GetItemByIndex(i);
         if (!change->IsInsert() || mTable->mDeletedRows.Contains(change->RowID()))
             continue;
         rows++;
         if (mListing)
             mRowIDs->push_back(change->RowID());
-        for (uint32_t number : numbers)
-            if (!AppendFromChange(*change, number))
-                Refuse(number);
+        AppendInsertedRow(*change, numbers);
     }
     return rows;
 }

@@ -81,7 +81,11 @@ private:
     }
     void LoadColumns(const std::vector<uint32_t>& wanted);
     size_t AppendStoredRows(const std::vector<uint32_t>& numbers);
+    [[nodiscard]] std::vector<std::pair<uint32_t, uint32_t>> WantedOf(
+        const std::vector<uint32_t>& numbers) const;
+    size_t AppendRowsAhead(size_t rows, const std::vector<uint32_t>& numbers);
     size_t AppendInsertedRows(size_t rows, const std::vector<uint32_t>& numbers);
+    void AppendInsertedRow(const VTChangedRow& change, const std::vector<uint32_t>& numbers);
     bool AppendFromChange(const VTChangedRow& change, uint32_t number);
     void AppendMissing(uint32_t number);
     void AppendField(uint32_t number, const RecordField& field);

@@ -18,7 +18,7 @@ constexpr int kModeReadWrite = 3;
 constexpr char kTemporaryPattern[] = "/tmp/mx_XXXXXX";
 
 constexpr int64_t kPageSize = 4 * 1024;
-constexpr int64_t kEarlyPiece = int64_t{8} << 20;
+constexpr int64_t kEarlyPiece = int64_t{2} << 20;
 constexpr int64_t kLargestFetch = static_cast<int64_t>(FileWindow::kLargestSize);
 // From this size on, a block is read or written without the window.
 constexpr size_t kLargeBlock = 64 * 1024;

@@ -58,6 +58,11 @@ VTChangedRow* VTChangedRow::Create(RowArena* arena, uint32_t rowID, Kind kind,
     return Create(arena, rowID, kind, hasNulls, {body.data(), body.size()});
 }
 
+VTChangedRow* VTChangedRow::Insert(RowArena* arena, uint32_t rowID, std::string_view body)
+{
+    return Create(arena, rowID, kInsert, false, body);
+}
+
 VTChangedRow* VTChangedRow::UpdateValues(RowArena* arena, const VelaRow& values) const
 {
     std::vector<char> changes(CalcSchemaAndDataSize(values));

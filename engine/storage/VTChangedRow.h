@@ -22,6 +22,9 @@ public:
     // its record will, and the first is read; an update keeps the last.
     [[nodiscard]] static VTChangedRow* Create(RowArena* arena, uint32_t rowID, Kind kind,
                                               const VelaRow& values);
+    // An inserted row with the values of a record's body, copied.
+    [[nodiscard]] static VTChangedRow* Insert(RowArena* arena, uint32_t rowID,
+                                              std::string_view body);
     // A copy in which each of values takes the place of the one with its column id, or is appended.
     [[nodiscard]] VTChangedRow* UpdateValues(RowArena* arena, const VelaRow& values) const;
     [[nodiscard]] VTChangedRow* CopyTo(RowArena* arena) const;

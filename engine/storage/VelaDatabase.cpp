@@ -225,6 +225,8 @@ bool VelaDatabase::CommitTables()
 
 bool VelaDatabase::BeginCommit()
 {
+    for (VelaTable* table : mDroppedTables)
+        table->AsStoredTable()->ForgetChanges();
     for (VelaTable* table : mOpenTables)
         table->AsStoredTable()->PrepareCommit();
     return mFiles->BeginCommit();

@@ -242,10 +242,15 @@ bool VelaStorage::AddNewBody(uint32_t rowID, std::string_view body)
     int64_t position = 0;
     if (!MarkRowPosMapDirty() || !AppendBody(rowID, body, &position))
         return false;
+    ListRow(rowID, static_cast<uint32_t>(position));
+    return true;
+}
+
+void VelaStorage::ListRow(uint32_t rowID, uint32_t position)
+{
     if (mRowPositions.Contains(rowID))
         mMovedRows.push_back(rowID);   // its earlier pair changes too
-    mRowPositions.Append(rowID, static_cast<uint32_t>(position));
-    return true;
+    mRowPositions.Append(rowID, position);
 }
 
 bool VelaStorage::AddNewestBody(uint32_t rowID, std::string_view body)
@@ -257,6 +262,26 @@ bool VelaStorage::AddNewestBody(uint32_t rowID, std::string_view body)
         return false;
     }
     mAddedPairs.back().second = static_cast<uint32_t>(position);
+    return true;
+}
+
+bool VelaStorage::AddRecord(uint32_t rowID, uint32_t position)
+{
+    NeedMap();
+    if (!MarkRowPosMapDirty())
+        return false;
+    // A map that was built since the record is there knows it.
+    const uint32_t* known = mRowPositions.FindNode(rowID);
+    if (known == nullptr || *known != position)
+        ListRow(rowID, position);
+    mCurrent = false;
+    return true;
+}
+
+bool VelaStorage::AddNewestRecord(uint32_t rowID, uint32_t position)
+{
+    mAddedPairs.emplace_back(rowID, position);
+    mCurrent = false;
     return true;
 }
 

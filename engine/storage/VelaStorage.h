@@ -57,6 +57,9 @@ public:
     // The same for a row id that IsNewest: the map need not be loaded for it. Its pair goes to the map file with the next
     // FlushToDisk.
     bool AddNewestBody(uint32_t rowID, std::string_view body);
+    // The same with a record that lies in the file already, of which only the map has to learn; nothing is current then.
+    bool AddRecord(uint32_t rowID, uint32_t position);
+    bool AddNewestRecord(uint32_t rowID, uint32_t position);
     // Whether the map is still in its file, unread, and its rows end with a lower row id.
     [[nodiscard]] bool IsNewest(uint32_t rowID);
     // Merges values, matched by column id, into the current record; columns not named keep what they hold, null values are
@@ -115,6 +118,7 @@ private:
     bool ReadMapHeader(uint32_t* count);
     bool CheckMapHeader(uint32_t* count, uint32_t* lastRow);
     bool AppendPairsToFile();
+    void ListRow(uint32_t rowID, uint32_t position);
     bool AppendBody(uint32_t rowID, std::string_view body, int64_t* position);
     bool FindInMapFile(uint32_t rowID, int64_t* position);
 

@@ -61,6 +61,7 @@ bool VelaTrans::OpenFiles()
     else
         mMapStream = mFiles->OpenFile(mName + ".map", false);
     mStorage = std::make_unique<VelaStorage>(mRecordStream.get(), mMapStream.get());
+    mAhead.Open(mRecordStream.get());
     return true;
 }
 
@@ -128,16 +129,30 @@ bool VelaTrans::GetValue(uint32_t rowID, long number, VelaValue* value, bool use
     if (mRows->GetLoadedValue(rowID, number, value) ||
         (useIndexes && GetIndexedValue(rowID, *column, value)))
         return true;
-    if ((change != nullptr && change->IsInsert()) || !ReadStoredRow(rowID))
-        return false;
     RecordField field;
-    if (FindField({mCachedBody.data(), mCachedBody.size()}, column->columnID, &field)) {
+    if (IsInserted(rowID)) {
+        if (!ReadRowAhead(rowID) || !FindField(CachedBody(), column->columnID, &field))
+            return false;
+        DecodeField(field, value);
+        return true;
+    }
+    if (!ReadRecord(rowID))
+        return false;
+    if (FindField(CachedBody(), column->columnID, &field)) {
         DecodeField(field, value);
         value->CoerceToType(column->Type());
     } else {
         *value = column->defaultValue;
     }
     return true;
+}
+
+// Whether the row is pending as an inserted one.
+bool VelaTrans::IsInserted(uint32_t rowID) const
+{
+    VTChangedRow* const* change =
+        mChangedRows.Count() == 0 ? nullptr : mChangedRows.FindNode(rowID);
+    return change != nullptr && (*change == nullptr || (*change)->IsInsert());
 }
 
 // Entries that are still in their file are not fetched for this: the record answers the same.
@@ -162,7 +177,7 @@ bool VelaTrans::GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, Ve
 }
 
 // Values that can't be read are taken for missing ones, and their place is noted.
-bool VelaTrans::ReadStoredRow(uint32_t rowID)
+bool VelaTrans::ReadRecord(uint32_t rowID)
 {
     if (mCachedRowID == rowID && rowID != kInvalidRowID)
         return true;
@@ -181,6 +196,23 @@ bool VelaTrans::ReadStoredRow(uint32_t rowID)
     return true;
 }
 
+// False: the row isn't ahead, or can't be read, which is noted.
+bool VelaTrans::ReadRowAhead(uint32_t rowID)
+{
+    if (!IsAhead(rowID) || mChangedRows.GetItem(rowID) != nullptr)
+        return false;
+    if (mCachedRowID == rowID)
+        return true;
+    mCachedRowID = kInvalidRowID;
+    const size_t number = mChangedRows.OrderOf(rowID);
+    if (!mAhead.ReadBody(number, rowID, &mCachedBody)) {
+        mRecordStream->NoteDamage(mAhead.PositionOf(number), DamageKind::kUnreadable);
+        return false;
+    }
+    mCachedRowID = rowID;
+    return true;
+}
+
 bool VelaTrans::ContainsRow(uint32_t rowID)
 {
     if (mChangedRows.Contains(rowID))
@@ -195,8 +227,7 @@ bool VelaTrans::HasRow(uint32_t rowID)
 {
     if (mDeletedRows.Contains(rowID))
         return false;
-    const VTChangedRow* change = mChangedRows.GetItem(rowID);
-    if ((change != nullptr && change->IsInsert()) || mRows->ListsRow(rowID))
+    if (IsInserted(rowID) || mRows->ListsRow(rowID))
         return true;
     return Storage() && mStorage->GoToRowID(rowID, false) && mStorage->IsLive();
 }
@@ -204,8 +235,7 @@ bool VelaTrans::HasRow(uint32_t rowID)
 // Rows of the file by their place in it, then the inserted ones by their place in the transaction.
 uint64_t VelaTrans::TableOrderOf(uint32_t rowID)
 {
-    const VTChangedRow* change = mChangedRows.GetItem(rowID);
-    if (change != nullptr && change->IsInsert())
+    if (IsInserted(rowID))
         return uint64_t{1} << 32 | mChangedRows.OrderOf(rowID);
     uint32_t position = 0;
     return Storage() && mStorage->FindPosition(rowID, &position) ? position : 0;
@@ -310,6 +340,8 @@ uint32_t VelaTrans::AddRow(VelaRow& values, bool takeOwnership)
 
 uint32_t VelaTrans::AddCoercedRow(const VelaRow& values)
 {
+    if (mAhead.IsWorthwhile(mChangeMemory.Taken()))
+        WriteRowsAhead();
     CoercedRow room;
     const VelaRow& row = CoerceRow(values, &room);
     uint32_t rowID = FreeRowID();
@@ -341,6 +373,8 @@ bool VelaTrans::UpdateRow(uint32_t rowID, VelaRow& values, bool takeOwnership)
         if (takeOwnership)
             Discard(values);
     });
+    if (IsAhead(rowID) && !TakeRowsBack())
+        return false;
     std::vector<bool> touched(Indexes().size());
     for (size_t i = 0; i < mIndexes.size(); i++) {
         touched[i] = Touches(*mIndexes[i].index, values);
@@ -387,6 +421,8 @@ void VelaTrans::ChangeRow(uint32_t rowID, const VelaRow& values, const std::vect
 void VelaTrans::DeleteRow(uint32_t rowID)
 {
     NeedFiles();
+    if (IsAhead(rowID) && !TakeRowsBack())
+        return;
     mRows->RowDeleted(rowID);
     mChangedRows.PrepareRemoval(rowID);
     const bool isNew = mDeletedRows.Insert(rowID);
@@ -404,16 +440,18 @@ void VelaTrans::DeleteRow(uint32_t rowID)
     }
 }
 
-// A change that is no longer among the pending ones. When most of their memory is such changes, the others move.
+// A change that is no longer among the pending ones. When most of their memory is such changes, the others move; those that are
+// ahead lie elsewhere.
 void VelaTrans::DropChange(const VTChangedRow& change)
 {
     mChangeMemory.Drop(change.Size());
     if (!mChangeMemory.IsWastingMemory())
         return;
     RowArena memory;
-    std::vector<VTChangedRow*> copies(mChangedRows.Count());
-    for (size_t i = 0; i < copies.size(); i++)
-        copies[i] = mChangedRows.GetItemByIndex(i)->CopyTo(&memory);
+    std::vector<VTChangedRow*> copies;
+    copies.reserve(mChangedRows.Count() - mAhead.Count());
+    for (size_t i = mAhead.Count(); i < mChangedRows.Count(); i++)
+        copies.push_back(mChangedRows.GetItemByIndex(i)->CopyTo(&memory));
     for (VTChangedRow* copy : copies)
         *mChangedRows.FindNode(copy->RowID()) = copy;
     mChangeMemory = std::move(memory);
@@ -491,6 +529,10 @@ bool VelaTrans::WriteCommit(string* error)
         *error = "The record file " + mName + ".dat is missing or can't be opened.";
         return false;
     }
+    if (mAheadIsLost) {
+        *error = "Rows of table " + mName + " that were inserted could not be read again.";
+        return false;
+    }
     if (!WriteRecords())
         return FailCommit(error);
     return WriteIndexFiles(error) && DeleteDroppedIndexFiles(error);
@@ -519,6 +561,7 @@ void VelaTrans::FinishCommit()
 void VelaTrans::CancelCommit()
 {
     mWritten = false;
+    mAhead.CommitWasCancelled();
     if (mNewFiles)
         CloseFiles();
     if (mStorage)
@@ -544,12 +587,13 @@ bool VelaTrans::MakeNewFiles(string* error)
            FailCommit(error);
 }
 
-// Asks for the room that the inserted rows take before anything is changed: the usual way for a disk to be full.
+// Asks for the room that the inserted rows take before anything is changed: the usual way for a disk to be full. Those that are
+// ahead have theirs.
 bool VelaTrans::ReserveRoom()
 {
     int64_t bytes = 0;
-    size_t rows = 0;
-    for (size_t i = 0; i < mChangedRows.Count(); i++) {
+    size_t rows = mAhead.Count();
+    for (size_t i = mAhead.Count(); i < mChangedRows.Count(); i++) {
         const VTChangedRow* change = mChangedRows.GetItemByIndex(i);
         if (!change->IsInsert())
             continue;
@@ -558,19 +602,31 @@ bool VelaTrans::ReserveRoom()
     }
     if (rows == 0)
         return true;
-    if (!mRecordStream->Reserve(mRecordStream->GetLength() + bytes))
-        return false;
-    return !mMapStream || mMapStream->Reserve(mStorage->MapFileSize(rows));
+    // A map that must be built is, before the rows that are ahead are in the file: it learns of them later.
+    const int64_t mapSize = mStorage->MapFileSize(rows);
+    return mAhead.Take() && mRecordStream->Reserve(mRecordStream->GetLength() + bytes) &&
+           (!mMapStream || mMapStream->Reserve(mapSize));
 }
 
 bool VelaTrans::WriteChanges()
 {
     for (size_t i = 0; i < mChangedRows.Count(); i++)
-        if (!WriteChange(*mChangedRows.GetItemByIndex(i)))
+        if (i < mAhead.Count() ? !AddRowAhead(i) : !WriteChange(*mChangedRows.GetItemByIndex(i)))
             return false;
     return mDeletedRows.ForEach([this](uint32_t rowID) {
         return !mStorage->GoToRowID(rowID, false) || mStorage->DeleteRecord();
     });
+}
+
+bool VelaTrans::AddRowAhead(size_t number)
+{
+    const uint32_t rowID = mChangedRows.GetRowIDByIndex(number);
+    const uint32_t position = mAhead.PositionOf(number);
+    const VTChangedRow* change = mChangedRows.GetItemByIndex(number);
+    if (change != nullptr && change->HasNulls())
+        mMoved = true;   // as in WriteChange
+    return IsNewRow(rowID) ? mStorage->AddNewestRecord(rowID, position)
+                           : mStorage->AddRecord(rowID, position);
 }
 
 bool VelaTrans::WriteChange(const VTChangedRow& change)
@@ -591,14 +647,19 @@ bool VelaTrans::WriteChange(const VTChangedRow& change)
     return true;
 }
 
+// The body that an inserted row has in its record, without nulls.
+std::string_view VelaTrans::StoredBody(const VTChangedRow& change, std::vector<char>* room)
+{
+    if (!change.HasNulls())
+        return change.Body();
+    CopyWithoutNulls(change.Body(), room);
+    return {room->data(), room->size()};
+}
+
 bool VelaTrans::WriteInsert(const VTChangedRow& change)
 {
-    std::vector<char> withoutNulls;
-    std::string_view body = change.Body();
-    if (change.HasNulls()) {
-        CopyWithoutNulls(change.Body(), &withoutNulls);
-        body = {withoutNulls.data(), withoutNulls.size()};
-    }
+    std::vector<char> room;
+    const std::string_view body = StoredBody(change, &room);
     return IsNewRow(change.RowID()) ? mStorage->AddNewestBody(change.RowID(), body)
                                     : mStorage->AddNewBody(change.RowID(), body);
 }
@@ -606,6 +667,7 @@ bool VelaTrans::WriteInsert(const VTChangedRow& change)
 void VelaTrans::ForgetChanges()
 {
     mRows->Settle();
+    ForgetRowsAhead();
     mChangedRows.Presize(1000);
     mChangeMemory.Clear();
     mDeletedRows.Clear();
@@ -657,6 +719,7 @@ void VelaTrans::ForgetCaches()
 
 void VelaTrans::CloseFiles()
 {
+    mAhead.Close();
     mStorage.reset();
     mRecordStream.reset();
     mMapStream.reset();

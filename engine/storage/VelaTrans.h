@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "engine/storage/AheadRows.h"
 #include "engine/storage/RowMap.h"
 #include "engine/storage/RowSet.h"
 #include "engine/storage/StoredTableColumns.h"
@@ -15,7 +16,8 @@
 namespace vela {
 
 // VelaTrans is an open stored table with its open transaction: inserts, updates and deletes stay in memory, visible to
-// readers of this object, until a commit writes them to the record file or Rollback drops them.
+// readers of this object, until a commit writes them to the record file or Rollback drops them. Of a large transaction the
+// first inserted rows lie in the record file instead, where nobody else sees them; results and files are the same.
 //
 // Files of a table T: T.dat (records), T.map (row positions), T.<index>.idx for each index. The first 8 bytes of the record
 // file's metadata are the last used row id and the last used column id, two unsigned 32-bit numbers in the machine's own byte
@@ -79,6 +81,8 @@ public:
     void CancelCommit();
     // Drops all pending changes.
     void Rollback();
+    // The same for the rows of a table whose files will go.
+    void ForgetChanges();
     [[nodiscard]] bool HasChangesToCommit() const;
     // Whether anything at all is pending, created and dropped indexes and missing files included.
     [[nodiscard]] bool IsTouched() const;
@@ -177,16 +181,28 @@ protected:
     void CancelIndexes();
 
     [[nodiscard]] uint32_t FreeRowID();
-    bool ReadStoredRow(uint32_t rowID);
+    [[nodiscard]] bool IsInserted(uint32_t rowID) const;
+    bool ReadRecord(uint32_t rowID);
+    bool ReadRowAhead(uint32_t rowID);
+    [[nodiscard]] std::string_view CachedBody() const
+    {
+        return {mCachedBody.data(), mCachedBody.size()};
+    }
     bool GetIndexedValue(uint32_t rowID, const VelaColumnInfo& column, VelaValue* value);
     bool WriteRecords();
     bool WriteChanges();
     bool WriteChange(const VTChangedRow& change);
+    bool AddRowAhead(size_t number);
     bool WriteInsert(const VTChangedRow& change);
     bool ReserveRoom();
     bool FailCommit(string* error);
-    void ForgetChanges();
     void DropChange(const VTChangedRow& change);
+    void WriteRowsAhead();
+    bool LetSafeRowsGo();
+    static std::string_view StoredBody(const VTChangedRow& change, std::vector<char>* room);
+    [[nodiscard]] bool IsAhead(uint32_t rowID) const;
+    bool TakeRowsBack();
+    void ForgetRowsAhead();
     [[nodiscard]] uint64_t TableOrderOf(uint32_t rowID);
 
     VelaFileAccess* mFiles;
@@ -209,14 +225,20 @@ protected:
     bool mMoved = false;
 
     RowArena mChangeMemory;
-    RowMap<VTChangedRow*>
-        mChangedRows;   // in mChangeMemory; the list keeps the order in which rows were first changed
+    // In one of these memories; null for an inserted row without nulls whose record is ahead, and safe there. The list keeps the
+    // order in which rows were first changed.
+    RowMap<VTChangedRow*> mChangedRows;
+    AheadRows mAhead;            // the first of mChangedRows
+    RowArena mMemoryOfUnsafe;    // of those that are not safe yet
+    RowArena mMemoryOfNulls;     // of the safe ones that have nulls
+    bool mAheadIsLost = false;   // safe ones could not be read
     RowSet mDeletedRows;
     SimpleVector<OpenIndex> mIndexes;
     SimpleVector<OpenIndex> mDroppedIndexes;   // in this transaction
 
     uint64_t mRowChanges = 0;
-    uint32_t mCachedRowID = kInvalidRowID;   // the row whose record was read last
+    uint32_t mCachedRowID =
+        kInvalidRowID;   // the row whose record was read last, as far as that could be read
     std::vector<char> mCachedBody;
     std::unique_ptr<StoredTableColumns> mRows;
 };

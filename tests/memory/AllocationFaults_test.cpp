@@ -120,12 +120,16 @@ const char* const kQueries[] = {
 // A database on a disk in memory, that a test closes, opens and tears away.
 struct World {
     MemoryDisk disk;
+    size_t aheadPiece = 1;   // nearly every inserted row goes ahead of its commit
     std::unique_ptr<VelaDatabase> database;
 
     void Open()
     {
         database.reset();
         database = std::make_unique<VelaDatabase>(std::make_unique<MemoryFileAccess>(&disk));
+        CommitFileAccess::Limits limits;
+        limits.aheadPiece = aheadPiece;
+        database->Files()->SetLimits(limits);
     }
     void Open(const Files& files)
     {
@@ -318,9 +322,9 @@ TEST(AllocationFaultsInCommit, CommitTellsTheTruthAndCanBeTriedAgain)
         SCOPED_TRACE(large ? "large" : "small");
         FailEach([&](int64_t number, Mode mode) {
             world.Open(Committed());
-            world.RunAll(kMixture);
             if (large)
-                world.database->Files()->SetLimits({16, 1});
+                world.database->Files()->SetLimits({16, 1, 1});
+            world.RunAll(kMixture);
             const bool failed = FailDuring(number, mode, [&] { world.database->Commit(); });
             const Texts found = AfterDeath(world);
             if (world.database->LastCommitFailed()) {

@@ -113,7 +113,7 @@ protected:
         db.Open();
         contentsAfter = Contents(*db.database);
     }
-    // A database with the changes pending, as in the undisturbed life.
+    // A database as it is before the changes, of the undisturbed life.
     void StartAgain(DatabaseOnDisk& db)
     {
         disk.ClearFault();
@@ -121,25 +121,31 @@ protected:
         disk.Restore(before);
         db.Open();
         if (GetParam().bulk)
-            db.database->Files()->SetLimits({16, 1});
-        GetParam().change(db);
+            db.database->Files()->SetLimits({16, 1, 1});
     }
-    // Commits with each call failing in turn, up to the first commit that needs fewer calls; check is told whether it succeeded
-    // all the same.
+    // Commits with each call failing in turn, up to the first commit that needs fewer calls, then with each call of the changes and
+    // their commit; check is told whether it succeeded all the same.
     void FailEachCall(DatabaseOnDisk& db, MemoryDisk::Fault fault,
                       const std::function<void(bool committed)>& check)
     {
-        for (int64_t failing = 1;; failing++) {
-            SCOPED_TRACE("call " + std::to_string(failing));
-            ASSERT_LT(failing, 200);
-            StartAgain(db);
-            disk.FailAt(failing, fault);
-            const bool committed = db.Commit();
-            if (!disk.HasFailed()) {
-                EXPECT_TRUE(committed);
-                break;
+        for (const bool inChanges : {false, true}) {
+            SCOPED_TRACE(inChanges ? "in the changes" : "in the commit");
+            for (int64_t failing = 1;; failing++) {
+                SCOPED_TRACE("call " + std::to_string(failing));
+                ASSERT_LT(failing, 200);
+                StartAgain(db);
+                if (inChanges)
+                    disk.FailAt(failing, fault);
+                GetParam().change(db);
+                if (!inChanges)
+                    disk.FailAt(failing, fault);
+                const bool committed = db.Commit();
+                if (!disk.HasFailed()) {
+                    EXPECT_TRUE(committed);
+                    break;
+                }
+                check(committed);
             }
-            check(committed);
         }
     }
     // What is read after the process has died now, by an opening that only reads and by one that recovers.

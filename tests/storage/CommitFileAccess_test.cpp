@@ -8,6 +8,7 @@
 
 #include "engine/storage/CommitLogFormat.h"
 #include "engine/storage/VelaFolderFileAccess.h"
+#include "tests/storage/CrashDisk.h"
 #include "tests/storage/DatabaseContents.h"
 #include "tests/storage/TableFixture.h"
 #include "tests/storage/TemporaryFolder.h"
@@ -170,7 +171,7 @@ TEST(CommitFileAccess, NewFileInPlaceOfAnOldOneTakesNothingFromIt)
         TemporaryFolder folder;
         folder.Write("a.dat", std::string(100, 'a'));
         auto files = OpenFolder(folder);
-        files->SetLimits({size[0] == 'l' ? size_t{3} : size_t{1000}, 1 << 20});
+        files->SetLimits({size[0] == 'l' ? size_t{3} : size_t{1000}, 1 << 20, 0});
         const auto old = files->OpenFile("a.dat", false);
         ASSERT_TRUE(files->BeginCommit());
         ASSERT_TRUE(old->SeekFromStart(100) && old->WriteData("b", 1));
@@ -183,6 +184,35 @@ TEST(CommitFileAccess, NewFileInPlaceOfAnOldOneTakesNothingFromIt)
         files.reset();
         EXPECT_EQ("short", folder.Read("a.dat")) << size;
     }
+}
+
+// A flush that fails may lose what it was to flush for good, without the system saying so again.
+TEST(CommitFileAccess, OnlyWhatWasFlushedAheadOutlivesACommitWhoseFlushFails)
+{
+    const std::string first(5000, 'x');
+    const std::string second(5000, 'y');
+    CrashDisk disk;
+    auto files = std::make_unique<CommitFileAccess>(std::make_unique<MemoryFileAccess>(&disk));
+    ASSERT_TRUE(files->BeginCommit() && files->CreateFile("a.dat") && files->EndCommit());
+    auto stream = files->OpenFile("a.dat", false);
+    AheadBytes* ahead = stream->Ahead();
+    ASSERT_TRUE(ahead->WriteAhead(first.data(), first.size()) && ahead->FlushAhead());
+    ASSERT_TRUE(ahead->WriteAhead(second.data(), second.size()));
+    EXPECT_EQ(0, stream->GetLength());
+    EXPECT_EQ("", Read(*files, "a.dat")) << "nobody else sees it";
+
+    ASSERT_TRUE(files->BeginCommit() && ahead->TakeAhead(10000));
+    EXPECT_EQ(first + second, Read(*files, "a.dat"));
+    disk.FailAt(1, MemoryDisk::Fault::kOnce);
+    EXPECT_FALSE(files->EndCommit());
+    files->CancelCommit();
+    EXPECT_EQ(5000, ahead->AheadLength());
+
+    ASSERT_TRUE(files->BeginCommit() && ahead->TakeAhead(5000));
+    ASSERT_TRUE(files->EndCommit());
+    CrashDisk crashed(disk.OnlyFlushed());
+    CommitFileAccess recovered(std::make_unique<MemoryFileAccess>(&crashed));
+    EXPECT_EQ(first, Read(recovered, "a.dat"));
 }
 
 // Random commits on a folder, with small limits, which send large parts to the files before the commit ends, and with large
@@ -211,7 +241,7 @@ TEST(CommitFileAccess, FolderHoldsWhatAModelSays)
             files = OpenFolder(folder);
         }
         const bool large = upTo(1) == 0;
-        files->SetLimits({large ? size_t{50} : size_t{1} << 20, upTo(1) == 0 ? 2000 : 1 << 20});
+        files->SetLimits({large ? size_t{50} : size_t{1} << 20, upTo(1) == 0 ? 2000 : 1 << 20, 0});
         auto before = AllFilesOf(folder);
         ASSERT_TRUE(files->BeginCommit());
         auto model = committed;
@@ -331,7 +361,7 @@ TEST_F(CommitFileAccessTest, WhatAFailedFlushHasLostIsThereForTheNextCommit)
     for (int64_t call = 1; call < 10; call++) {
         disk.Restore({{"a.dat", "0123456789"}});
         Open();
-        files->SetLimits({1 << 20, 0});   // each commit is followed by a flush of its files
+        files->SetLimits({1 << 20, 0, 0});   // each commit is followed by a flush of its files
         ASSERT_TRUE(files->BeginCommit() && Write("a.dat", 10, "first") && files->EndCommit());
         ASSERT_TRUE(files->BeginCommit() && Write("a.dat", 15, "second"));
         disk.FailAt(call, MemoryDisk::Fault::kOnce);

@@ -53,6 +53,8 @@ public:
     Life(uint32_t seed, Counts* counts) : mRandom(seed), mCounts(counts)
     {
         mSmall = seed % 2 == 0;
+        const size_t pieces[] = {1, 100, 1500};
+        mAheadPiece = pieces[seed / 2 % 3];
         mDisk.afterEach = [this] { Crash(); };
         Open();
         mBefore = State();
@@ -66,17 +68,25 @@ public:
     // One transaction, or an opening.
     void Step()
     {
-        if (mRandom.OneIn(12)) {
+        const bool closes = mRandom.OneIn(12);
+        const uint32_t most = mRandom.OneIn(3) ? 1 + mRandom.Below(6) : 1;
+        const uint32_t changes = closes && mRandom.OneIn(2) ? 0 : most;
+        const bool fails = mRandom.OneIn(30);
+        if (fails)
+            mDisk.FailAt(1 + mRandom.Below(12),
+                         mRandom.OneIn(3) ? MemoryDisk::Fault::kForGood : MemoryDisk::Fault::kOnce);
+        for (uint32_t i = 0; i < changes; i++)
+            Change();
+        if (fails)
+            mDisk.ClearFault();
+        // Rows go ahead of the commit in the meantime.
+        EndOfMoment({mBefore});
+        if (closes) {
             mDB.reset();
             EndOfMoment({mBefore});
             Open();
             EXPECT_EQ(mBefore, State());
-            return;
-        }
-        const uint32_t changes = mRandom.OneIn(3) ? 1 + mRandom.Below(6) : 1;
-        for (uint32_t i = 0; i < changes; i++)
-            Change();
-        if (mRandom.OneIn(10)) {
+        } else if (mRandom.OneIn(10)) {
             mDB->Rollback();
             EndOfMoment({mBefore});
             EXPECT_EQ(mBefore, State());
@@ -93,7 +103,7 @@ private:
         mDB = std::make_unique<DatabaseOnDisk>(FilesOn(&mDisk));
         // Small limits make most commits large ones, and most of those that aren't the last of their log.
         if (mSmall)
-            mDB->database->Files()->SetLimits({200, 6000});
+            mDB->database->Files()->SetLimits({200, 6000, mAheadPiece});
     }
     Texts State() { return Contents(*mDB->database); }
 
@@ -130,10 +140,10 @@ private:
             EndOfMoment({mBefore, after});
             mBefore = after;
         } else {
-            mMoment.clear();   // it may have been found whole until now
             mDB->Rollback();
             EXPECT_EQ(mBefore, State());
             AddRow();
+            mMoment.clear();   // it may have been found whole until the disk could be mended
             mDisk.afterEach = nullptr;
             ASSERT_TRUE(mDB->Commit()) << mDB->database->CommitErrorText().CString();
             mDisk.afterEach = [this] { Crash(); };
@@ -330,7 +340,7 @@ private:
                     table->DeleteRow(rowID);
                 break;
             case 13:
-                for (int i = 0; i < 12; i++)
+                for (uint32_t i = 12 + mRandom.Below(30); i > 0; i--)
                     AddRow();
                 break;
             default:
@@ -342,6 +352,7 @@ private:
     TestRandom mRandom;
     Counts* mCounts;
     bool mSmall;
+    size_t mAheadPiece;
     CrashDisk mDisk;
     std::unique_ptr<DatabaseOnDisk> mDB;
     Texts mBefore;

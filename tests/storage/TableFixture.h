@@ -2,10 +2,12 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "engine/storage/CommitFileAccess.h"
 #include "engine/storage/VelaDatabase.h"
 #include "tests/storage/MemoryFileAccess.h"
 #include "tests/storage/StorageTesting.h"
@@ -34,7 +36,11 @@ public:
     {
         database.reset();   // its files are free before they are opened again
         database = std::make_unique<VelaDatabase>(mMakeFiles(readOnly));
+        if (mLimits)
+            database->Files()->SetLimits(*mLimits);
     }
+    // From the next opening on.
+    void SetLimits(const CommitFileAccess::Limits& limits) { mLimits = limits; }
     // Null when there is none.
     VelaTrans* Table(const std::string& name)
     {
@@ -98,6 +104,7 @@ private:
     }
 
     MakeFiles mMakeFiles;
+    std::optional<CommitFileAccess::Limits> mLimits;
 };
 
 }   // namespace vela

@@ -14,6 +14,14 @@ namespace {
 const VelaDataType kColumnTypes[] = {kTypeInteger, kTypeString,    kTypeDouble, kTypeBoolean,
                                      kTypeDate,    kTypeTimestamp, kTypeBinary, kTypeTime};
 
+using Files = std::map<std::string, std::string>;
+
+enum class Kind {
+    kPlain,
+    kIndexed,
+    kLoads   // many rows are added, mostly without nulls; some tables have indexes
+};
+
 std::string Shown(bool found, const VelaValue& value)
 {
     return found ? ValueText(value) : "none";
@@ -22,9 +30,18 @@ std::string Shown(bool found, const VelaValue& value)
 // One random life of a table, side by side with the model.
 class RandomTable {
 public:
-    RandomTable(uint32_t seed, bool withIndexes)
-        : mRandom(seed), mWithIndexes(withIndexes), mDatabase(&mDisk), mModel({})
+    // Rows go ahead of the commit as soon as they take aheadPiece bytes; 0: never.
+    RandomTable(uint32_t seed, Kind kind, size_t aheadPiece)
+        : mRandom(seed),
+          mKind(kind),
+          mWithIndexes(kind == Kind::kIndexed || (kind == Kind::kLoads && seed % 2 == 0)),
+          mDatabase(&mDisk),
+          mModel({})
     {
+        CommitFileAccess::Limits limits;
+        limits.aheadPiece = aheadPiece;
+        mDatabase.SetLimits(limits);
+        mDatabase.Open();
         std::vector<VelaDataType> types;
         const uint32_t columns = 1 + mRandom.Below(5);
         for (uint32_t i = 0; i < columns; i++)
@@ -38,6 +55,9 @@ public:
     void Step()
     {
         const uint32_t choice = mRandom.Below(16);
+        if (mKind == Kind::kLoads && choice != 0)
+            for (uint32_t rows = mRandom.Below(6); rows > 0; rows--)
+                AddRow();
         if (choice < 4)
             AddRow();
         else if (choice < 8)
@@ -57,11 +77,12 @@ public:
         else if (choice == 15)
             CompareTable();
     }
+    // The files after each commit and opening.
+    [[nodiscard]] const std::vector<Files>& History() const { return mHistory; }
     void Finish()
     {
         CompareTable();
-        ASSERT_TRUE(mDatabase.Commit());
-        mModel.Commit();
+        Commit();
         CompareTable();
         CompareColumns();
         Reopen();
@@ -80,7 +101,8 @@ private:
     VelaValue RandomValue()
     {
         const int32_t number = static_cast<int32_t>(mRandom.Below(9)) - 2;
-        switch (mRandom.Below(9)) {
+        switch (mKind == Kind::kLoads && !mRandom.OneIn(12) ? 1 + mRandom.Below(8)
+                                                            : mRandom.Below(9)) {
             case 0:
                 return Null(kColumnTypes[mRandom.Below(std::size(kColumnTypes))]);
             case 1:
@@ -206,10 +228,15 @@ private:
                     AlterTable();
                 break;
             default:
-                ASSERT_TRUE(mDatabase.Commit());
-                mModel.Commit();
+                Commit();
                 break;
         }
+    }
+    void Commit()
+    {
+        ASSERT_TRUE(mDatabase.Commit());
+        mModel.Commit();
+        mHistory.push_back(mDisk.Snapshot());
     }
     void Reopen()
     {
@@ -217,6 +244,7 @@ private:
         mDatabase.database.reset();
         if (!withMap)
             mDisk.Remove("t.map");
+        mHistory.push_back(mDisk.Snapshot());
         mDatabase.Open();
         mTable = mDatabase.Table("t");
         mModel.Reopen(withMap);
@@ -230,8 +258,7 @@ private:
         EXPECT_EQ(lastRowID, mTable->LastRowID());
         TakeColumns();
         mModel.AddColumn(mColumns.back());
-        ASSERT_TRUE(mDatabase.Commit());
-        mModel.Commit();
+        Commit();
         Reopen();
     }
 
@@ -314,40 +341,50 @@ private:
     }
 
     TestRandom mRandom;
+    Kind mKind;
     bool mWithIndexes;
     MemoryDisk mDisk;
     DatabaseOnDisk mDatabase;
     VelaTrans* mTable = nullptr;
     std::vector<VelaTransModel::Column> mColumns;
     VelaTransModel mModel;
+    std::vector<Files> mHistory;
 };
 
-void RunSeeds(uint32_t first, uint32_t last, bool withIndexes)
+std::vector<Files> HistoryOf(uint32_t seed, Kind kind, size_t aheadPiece)
 {
-    for (uint32_t seed = first; seed <= last; seed++) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        RandomTable table(seed, withIndexes);
-        for (int step = 0; step < 300 && !testing::Test::HasFailure(); step++) {
-            SCOPED_TRACE("step " + std::to_string(step));
-            table.Step();
-        }
-        if (!testing::Test::HasFailure())
-            table.Finish();
-        if (testing::Test::HasFailure())
-            return;
+    SCOPED_TRACE("seed " + std::to_string(seed) + ", ahead from " + std::to_string(aheadPiece));
+    RandomTable table(seed, kind, aheadPiece);
+    for (int step = 0; step < 300 && !testing::Test::HasFailure(); step++) {
+        SCOPED_TRACE("step " + std::to_string(step));
+        table.Step();
     }
+    if (!testing::Test::HasFailure())
+        table.Finish();
+    return table.History();
 }
 
 }   // namespace
 
 TEST(VelaTransRandom, TablesAgreeWithTheModel)
 {
-    RunSeeds(1, 150, false);
+    for (uint32_t seed = 1; seed <= 150 && !HasFailure(); seed++)
+        HistoryOf(seed, Kind::kPlain, 0);
 }
 
 TEST(VelaTransRandom, TablesWithIndexesAgreeWithTheModel)
 {
-    RunSeeds(1001, 1150, true);
+    for (uint32_t seed = 1001; seed <= 1150 && !HasFailure(); seed++)
+        HistoryOf(seed, Kind::kIndexed, 0);
+}
+
+TEST(VelaTransRandom, RowsThatGoAheadOfTheCommitChangeNeitherResultsNorFiles)
+{
+    for (uint32_t seed = 2001; seed <= 2060 && !HasFailure(); seed++) {
+        const std::vector<Files> plain = HistoryOf(seed, Kind::kLoads, 0);
+        for (const size_t piece : {1, 200, 1000})
+            EXPECT_TRUE(plain == HistoryOf(seed, Kind::kLoads, piece)) << seed << ", " << piece;
+    }
 }
 
 }   // namespace vela

@@ -398,4 +398,35 @@ TEST_F(TableTest, UpdateRow_PendingRowsAreRightHoweverOftenTheyChange)
     check();
 }
 
+// What is not in memory any more can't be changed then, and isn't committed in part.
+TEST_F(TableTest, RowsAheadThatCantBeReadBackKeepTheTransactionFromCommitting)
+{
+    CommitFileAccess::Limits limits;
+    limits.aheadPiece = 1;
+    db.SetLimits(limits);
+    db.Open();
+    table = db.Table("t");
+    for (int i = 1; i <= 4; i++)
+        Add(i, "row");
+    std::string bytes = disk.Bytes("t.dat");
+    ASSERT_LT(kMetadataSize, bytes.size()) << "none went ahead";
+    EXPECT_EQ("Integer 1", Read(1, 1));
+    bytes[kMetadataSize] = '?';
+    disk.Replace("t.dat", bytes);
+    TestRow row{{1, Int(7)}};
+    EXPECT_FALSE(table->UpdateRow(2, row, false));
+    table->DeleteRow(3);
+    EXPECT_EQ("Integer 2", Read(2, 1));
+    EXPECT_TRUE(table->HasRow(3));
+    EXPECT_FALSE(db.Commit());
+    EXPECT_STREQ("Rows of table t that were inserted could not be read again.",
+                 db.database->CommitErrorText().CString());
+    db.Rollback();
+    table = db.Table("t");
+    EXPECT_EQ(Rows{}, RowIDsOf(table));
+    Add(5, "another");
+    EXPECT_TRUE(db.Commit());
+    EXPECT_EQ("Integer 5", Read(1, 1));
+}
+
 }   // namespace vela
