@@ -36,6 +36,7 @@ void AheadRows::Clear()
     mBuffer = std::string();
     mStart = mEnd = mSafeEnd = 0;
     mSafeCount = 0;
+    mTaken = false;
     const size_t piece = mBytes != nullptr ? mBytes->AheadPiece() : 0;
     mPiece = piece > 0 ? piece : SIZE_MAX;
 }
@@ -43,10 +44,9 @@ void AheadRows::Clear()
 bool AheadRows::Append(uint32_t rowID, std::string_view body)
 {
     if (Count() == 0)
-        mStart = mEnd = mSafeEnd = mRecords->GetLength();
+        Start();
     const int64_t end = mEnd + static_cast<int64_t>(kRecordHeaderSize + body.size());
-    // A file without its metadata is mended by a commit.
-    if (mStart < static_cast<int64_t>(kMetadataSize) || end > kMaxRecordFileSize) {
+    if (end > kMaxRecordFileSize) {
         GiveUp();
         return false;
     }
@@ -58,6 +58,14 @@ bool AheadRows::Append(uint32_t rowID, std::string_view body)
     StoreBigEndian32(header + 8, static_cast<uint32_t>(body.size()));
     mBuffer.append(header, sizeof header).append(body);
     return mBuffer.size() < kWriteSize || WriteBuffer();
+}
+
+// A file that is shorter than its metadata gets that first.
+void AheadRows::Start()
+{
+    mStart = mRecords->GetLength();
+    mEnd = mSafeEnd = std::max(mStart, static_cast<int64_t>(kMetadataSize));
+    mBuffer.assign(static_cast<size_t>(mEnd - mStart), '\0');
 }
 
 bool AheadRows::WriteBuffer()
@@ -93,6 +101,8 @@ void AheadRows::GiveUp()
     mPositions.Shorten(mSafeCount);
     mEnd = mSafeEnd;
     mBuffer = std::string();
+    if (mSafeCount == 0 && mBytes != nullptr)
+        mBytes->DropAhead();
 }
 
 bool AheadRows::ReadBody(size_t number, uint32_t rowID, std::vector<char>* body) const
@@ -112,11 +122,13 @@ bool AheadRows::ReadBody(size_t number, uint32_t rowID, std::vector<char>* body)
 
 bool AheadRows::Take()
 {
-    return Count() == 0 || mBytes->TakeAhead(mEnd - mStart);
+    mTaken = mTaken || Count() == 0 || mBytes->TakeAhead(mEnd - mStart);
+    return mTaken;
 }
 
 void AheadRows::CommitWasCancelled()
 {
+    mTaken = false;
     if (Count() > 0 && mBytes->AheadLength() < mEnd - mStart)
         GiveUp();
 }

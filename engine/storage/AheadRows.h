@@ -46,22 +46,24 @@ public:
     // The body of a safe row's record. False: it can't be read.
     [[nodiscard]] bool ReadBody(size_t number, uint32_t rowID, std::vector<char>* body) const;
 
-    // In a commit, before anything is appended: the records are in the file.
+    // In a commit, before anything is appended: the records are in the file. Once is enough.
     [[nodiscard]] bool Take();
     // After a commit that has failed: gives up what has not survived it.
     void CommitWasCancelled();
 
 private:
+    void Start();
     [[nodiscard]] bool WriteBuffer();
 
     RandomAccessMechanism* mRecords = nullptr;
     AheadBytes* mBytes = nullptr;
     size_t mPiece = SIZE_MAX;           // bytes from which on writing is worthwhile
     ChunkedList<uint32_t> mPositions;   // of the records
-    int64_t mStart = 0;                 // of the first
-    int64_t mEnd = 0;                   // of the last
+    int64_t mStart = 0;                 // the file's length without them
+    int64_t mEnd = 0;                   // of the last record
     size_t mSafeCount = 0;
     int64_t mSafeEnd = 0;
+    bool mTaken = false;   // by the commit that is under way
     std::string mBuffer;   // records on their way to mBytes
 };
 

@@ -21,7 +21,7 @@ constexpr int64_t kReservedUnit = 4096;
 
 CommitFile::CommitFile(CommitFileAccess* owner, const std::string& name,
                        std::unique_ptr<RandomAccessMechanism> stream)
-    : mOwner(owner), mName(name), mStream(std::move(stream))
+    : mOwner(owner), mName(name), mStream(std::move(stream)), mIsNew(mStream == nullptr)
 {
     if (mStream)
         mKept = mCommitted = mStream->GetLength();
@@ -172,6 +172,8 @@ bool CommitFile::NoteChange()
 {
     if (mChanged && (mOwner->mRecovering || !mOwner->IsReadOnly()))
         return true;
+    if (!mStream && !mIsNew && !Reopen())
+        return FailWith(EIO);
     if (!mOwner->NoteChange(this))
         return FailWith(EROFS);
     mChanged = true;
@@ -192,7 +194,7 @@ bool CommitFile::Spill()
 
 bool CommitFile::BeginGrowing()
 {
-    if (!mGrowing && !mOwner->BeginGrowing(this))
+    if (!mGrowing && !mOwner->BeginGrowing(shared_from_this()))
         return FailWith(mOwner->LogErrorNumber());
     mGrowing = true;
     return true;
@@ -208,8 +210,8 @@ size_t CommitFile::AheadPiece() const
 bool CommitFile::WriteAhead(const char* from, size_t count)
 {
     // Between commits, all of which have reached the container, or have been cleaned up.
-    const bool isReady = mOwner->WritesPassThrough() && mStream && !mChanged && !mFlushFailed &&
-                         (!mGrowing || mAhead > 0);
+    const bool isReady = mOwner->WritesPassThrough() && !mChanged && !mFlushFailed &&
+                         (mAhead > 0 ? mStream != nullptr : !mGrowing && (mStream || mIsNew));
     if (!isReady)
         return FailWith(EBUSY);
     if (!BeginGrowing() || !WriteStream(mCommitted + mAhead, from, count)) {
@@ -257,6 +259,7 @@ void CommitFile::DropAhead()
 void CommitFile::SetStream(std::unique_ptr<RandomAccessMechanism> stream)
 {
     mStream = std::move(stream);
+    mIsNew = false;
     mBeside = false;
 }
 
@@ -271,13 +274,14 @@ void CommitFile::SetStreamBeside(std::unique_ptr<RandomAccessMechanism> stream, 
 
 void CommitFile::TakeOwnName()
 {
+    mIsNew = false;
     mBeside = false;
 }
 
 bool CommitFile::Reopen()
 {
     mStream.reset();   // two streams of one file would not know of each other
-    mStream = mOwner->OpenInContainer(mName);
+    mStream = mOwner->OpenInContainer(mBeside ? BesideName(mName) : mName);
     mReserved = 0;
     mFlushFailed = false;
     return mStream != nullptr;

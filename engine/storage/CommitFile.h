@@ -23,7 +23,7 @@ class CommitFileAccess;
 //
 // The file is, in this order: the first Kept() bytes of the container's file, overlaid with the pages; the tail. What is written
 // ahead of a commit lies behind the committed length as well, and stays there when a commit is cancelled.
-class CommitFile final : public AheadBytes {
+class CommitFile final : public AheadBytes, public std::enable_shared_from_this<CommitFile> {
 public:
     // A file of the container, or with null a new, empty one. owner outlives it.
     CommitFile(CommitFileAccess* owner, const std::string& name,
@@ -54,6 +54,8 @@ public:
     // ---- for the owner
 
     [[nodiscard]] bool HasChanges() const { return mChanged; }
+    // Whether the container never had it.
+    [[nodiscard]] bool IsNew() const { return mIsNew; }
     [[nodiscard]] bool LiesBeside() const { return mBeside; }
     [[nodiscard]] int64_t CommittedLength() const { return mCommitted; }
     // Whether the commit under way takes bytes away that were committed.
@@ -116,6 +118,7 @@ private:
     CommitFileAccess* mOwner;
     std::string mName;
     std::unique_ptr<RandomAccessMechanism> mStream;
+    bool mIsNew;
     bool mBeside = false;
     int64_t mCommitted = 0;   // bytes of mStream that the commit under way must not touch
     int64_t mKept = 0;

@@ -134,10 +134,38 @@ bool CommitFileAccess::CreateFile(const string& name)
 // A new, empty file in the commit.
 std::shared_ptr<CommitFile> CommitFileAccess::NewFile(const std::string& name)
 {
+    auto file = std::make_shared<CommitFile>(this, name, nullptr);
+    CreateName(name, file);
+    return file;
+}
+
+// The name stands for the new file in the commit.
+void CommitFileAccess::CreateName(const std::string& name, std::shared_ptr<CommitFile> file)
+{
     NameChange& change = ChangeOf(name);
     change.created = true;
     change.deleted = false;
-    return mOpenFiles[name] = std::make_shared<CommitFile>(this, name, nullptr);
+    mOpenFiles[name] = std::move(file);
+}
+
+std::unique_ptr<RandomAccessMechanism> CommitFileAccess::OpenFileAhead(const string& name)
+{
+    const std::string key(name.View());
+    if (!IsUsable() || IsReadOnly() || !IsLogFileName(key))
+        return nullptr;
+    auto stream =
+        std::make_unique<CommitStream>(this, std::make_shared<CommitFile>(this, key, nullptr));
+    stream->SetBigEndian();
+    return stream;
+}
+
+bool CommitFileAccess::CreateFileAhead(const string& name, RandomAccessMechanism* stream)
+{
+    const std::string key(name.View());
+    if (WritesPassThrough() || !CheckChange(key))
+        return false;
+    CreateName(key, static_cast<CommitStream*>(stream)->File());
+    return true;
 }
 
 // The first change of a name in a commit remembers the file that had it.
@@ -177,8 +205,9 @@ bool CommitFileAccess::CheckChange(const std::string& name)
         return Fail("The database is open for reading only");
     if (!IsLogFileName(name))
         return Fail(NameOf(name) + ": Not the name of a table's file");
-    const auto grows = [&name](const auto& file) { return file->Name() == name; };
-    if (std::any_of(mGrowing.begin(), mGrowing.end(), grows))
+    const auto open = mOpenFiles.find(name);
+    if (open != mOpenFiles.end() &&
+        std::find(mGrowing.begin(), mGrowing.end(), open->second) != mGrowing.end())
         return Fail(NameOf(name) + ": " + string(std::strerror(EBUSY)));
     return true;
 }
@@ -274,12 +303,12 @@ bool CommitFileAccess::NoteChange(const CommitFile* file)
 }
 
 // The first note of a commit begins a generation of the log: a record that adds to what lies in a file already must not
-// follow one that would be written to that file once more.
-bool CommitFileAccess::BeginGrowing(CommitFile* file)
+// follow one that would be written to that file once more. Ahead of a commit, what an earlier file of the name has left goes first.
+bool CommitFileAccess::BeginGrowing(std::shared_ptr<CommitFile> file)
 {
-    if (mGrowing.empty() && !Checkpoint())
+    if ((!mCommitting && !MendFailures()) || (mGrowing.empty() && !Checkpoint()))
         return false;
-    const bool isNew = !file->HasStream();
+    const bool isNew = file->IsNew();
     std::string note;
     AppendLogEntry(&note, isNew ? LogEntryKind::kBeside : LogEntryKind::kGrowing, file->Name());
     if (!isNew)
@@ -287,7 +316,7 @@ bool CommitFileAccess::BeginGrowing(CommitFile* file)
     const auto tell = [&note](LogPayload* payload) { payload->Room()->append(note); };
     if (!mLog.Append(LogRecordKind::kNote, note.size(), tell))
         return Fail(mLog.ErrorText());
-    mGrowing.push_back(mOpenFiles[file->Name()]);
+    mGrowing.push_back(file);
     if (!isNew)
         return true;
     file->SetStreamBeside(nullptr, 0);   // from now on there may be such a file
@@ -397,6 +426,8 @@ void CommitFileAccess::CancelCommit()
 void CommitFileAccess::GoBack(const std::string& name, NameChange* change)
 {
     auto open = mOpenFiles.find(name);
+    if (open != mOpenFiles.end() && change->created)
+        open->second->Cancel();   // somebody may have written to it ahead of the commit, and go on
     if (change->before && open != mOpenFiles.end()) {
         open->second = change->before;
     } else if (change->before) {
@@ -533,7 +564,7 @@ bool CommitFileAccess::RemoveUnfinished()
     if (std::none_of(mGrowing.begin(), mGrowing.end(), isUnfinished))
         return true;
     for (const auto& file : mGrowing) {
-        if (file->LiesBeside()) {
+        if (file->LiesBeside() && file->AheadLength() == 0) {
             file->CloseStream();
             if (!mFiles->DeleteFile(NameOf(BesideName(file->Name()))))
                 return FailWithContainer();

@@ -53,6 +53,8 @@ public:
     [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenFile(const string& name,
                                                                   bool create) override;
     bool CreateFile(const string& name) override;
+    [[nodiscard]] std::unique_ptr<RandomAccessMechanism> OpenFileAhead(const string& name) override;
+    bool CreateFileAhead(const string& name, RandomAccessMechanism* stream) override;
     bool DeleteFile(const string& name) override;
     // Not during a commit, nor while the file is open.
     bool RenameFile(const string& from, const string& to) override;
@@ -83,7 +85,7 @@ private:
     // False: the container can't be written.
     [[nodiscard]] bool NoteChange(const CommitFile* file);
     // Says in the log that the bytes behind the file's committed length, or those of the file beside, are unfinished.
-    [[nodiscard]] bool BeginGrowing(CommitFile* file);
+    [[nodiscard]] bool BeginGrowing(std::shared_ptr<CommitFile> file);
     [[nodiscard]] int LogErrorNumber() const { return mLog.ErrorNumber(); }
     [[nodiscard]] size_t AheadPiece() const { return IsReadOnly() ? 0 : mLimits.aheadPiece; }
     void NoteFailedFlush() { mFlushFailed = true; }
@@ -96,6 +98,7 @@ private:
     [[nodiscard]] bool IsUsable() const { return mRecovered || mRecovering; }
     std::shared_ptr<CommitFile> FindFile(const std::string& name);
     std::shared_ptr<CommitFile> NewFile(const std::string& name);
+    void CreateName(const std::string& name, std::shared_ptr<CommitFile> file);
     void MarkDeleted(const std::string& name);
     NameChange& ChangeOf(const std::string& name);
     void Prune(const std::string& name);

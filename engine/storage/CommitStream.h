@@ -26,6 +26,8 @@ public:
     [[nodiscard]] AheadBytes* Ahead() override;
     [[nodiscard]] int ErrorNumber() const override;
 
+    [[nodiscard]] const std::shared_ptr<CommitFile>& File() const { return mFile; }
+
 private:
     bool FailWith(int errorNumber);
 

@@ -394,9 +394,8 @@ size_t StoredTableColumns::AppendRowsAhead(size_t rows, const std::vector<uint32
     const AheadRows& ahead = mTable->mAhead;
     if (ahead.SafeCount() == 0)
         return rows;
-    RandomAccessMechanism* file = mTable->Storage()->RecordStream();
     RecordShape shape(WantedOf(numbers));
-    RecordScanner scanner(file, ahead.PositionOf(0), ahead.SafeEnd());
+    RecordScanner scanner(mTable->mRecordStream.get(), ahead.PositionOf(0), ahead.SafeEnd());
     bool isReadable = true;
     for (size_t i = 0; i < ahead.SafeCount(); i++) {
         const uint32_t rowID = mTable->mChangedRows.GetRowIDByIndex(i);

@@ -143,6 +143,8 @@ void VelaDatabase::MoveToDropped(size_t position)
 {
     mDroppedTables.push_back(mOpenTables[position]);
     mOpenTables.erase(position);
+    // Its files are free for a table that is made under the name.
+    mDroppedTables.back()->AsStoredTable()->ForgetChanges();
 }
 
 bool VelaDatabase::LastRowID(const string& tableName, uint32_t* rowID)
@@ -225,8 +227,6 @@ bool VelaDatabase::CommitTables()
 
 bool VelaDatabase::BeginCommit()
 {
-    for (VelaTable* table : mDroppedTables)
-        table->AsStoredTable()->ForgetChanges();
     for (VelaTable* table : mOpenTables)
         table->AsStoredTable()->PrepareCommit();
     return mFiles->BeginCommit();

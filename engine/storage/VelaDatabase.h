@@ -109,7 +109,8 @@ public:
     [[nodiscard]] long FindOpenTable(std::string_view name);
     // Takes a table object into the open tables.
     void AddOpenTable(std::unique_ptr<VelaTable> table);
-    // Moves an open table to the dropped ones: its files go at the next Commit, Rollback brings it back.
+    // Moves an open table to the dropped ones: its files go at the next Commit, Rollback brings it back. Rows that are pending in it
+    // are gone.
     void MoveToDropped(size_t position);
 
     // The row id that the open table of that name handed out last; false when there is none of that name.

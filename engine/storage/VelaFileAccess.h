@@ -33,6 +33,18 @@ public:
                                                                           bool create) = 0;
     // A new, empty file, also over an existing one. False when it can't be made.
     virtual bool CreateFile(const string& name) = 0;
+    // The stream of a file that a commit to come may make under the name. Until then nobody else sees it, and it takes what is
+    // written ahead and nothing else. There may be one for a name at a time. Null where there are no commits, as in the base.
+    [[nodiscard]] virtual std::unique_ptr<RandomAccessMechanism> OpenFileAhead(
+        const string& /*name*/)
+    {
+        return nullptr;
+    }
+    // In a commit: makes the file of a stream that OpenFileAhead has given. What it has taken ahead is still to be taken.
+    virtual bool CreateFileAhead(const string& /*name*/, RandomAccessMechanism* /*stream*/)
+    {
+        return false;
+    }
     // True when the file is gone afterwards.
     virtual bool DeleteFile(const string& name) = 0;
     // Gives a file another name, atomically, over an existing one of that name.

@@ -265,6 +265,12 @@ bool VelaStorage::AddNewestBody(uint32_t rowID, std::string_view body)
     return true;
 }
 
+void VelaStorage::StartWithEmptyMap()
+{
+    mMapState = MapState::kLoaded;
+    mMapIsComplete = true;
+}
+
 bool VelaStorage::AddRecord(uint32_t rowID, uint32_t position)
 {
     NeedMap();

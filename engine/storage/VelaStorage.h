@@ -57,6 +57,8 @@ public:
     // The same for a row id that IsNewest: the map need not be loaded for it. Its pair goes to the map file with the next
     // FlushToDisk.
     bool AddNewestBody(uint32_t rowID, std::string_view body);
+    // Of a new table: the map knows no rows, whatever lies in the record file.
+    void StartWithEmptyMap();
     // The same with a record that lies in the file already, of which only the map has to learn; nothing is current then.
     bool AddRecord(uint32_t rowID, uint32_t position);
     bool AddNewestRecord(uint32_t rowID, uint32_t position);

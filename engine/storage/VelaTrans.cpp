@@ -34,7 +34,10 @@ VelaTrans::VelaTrans(VelaFileAccess* files, const string& name, Files state)
       mFilesOpened(mNewFiles),
       mIndexesOpened(mNewFiles),
       mRows(new StoredTableColumns(this))
-{}
+{
+    if (mNewFiles)
+        OpenFilesAhead();
+}
 
 VelaTrans::~VelaTrans() = default;
 
@@ -56,10 +59,7 @@ bool VelaTrans::OpenFiles()
         return false;
     }
     mRecordStream->SetDamageLog(&mFiles->Damage(), mName + ".dat");
-    if (!mFiles->IsReadOnly())
-        mMapStream = mFiles->OpenFile(mName + ".map", true);
-    else
-        mMapStream = mFiles->OpenFile(mName + ".map", false);
+    mMapStream = mFiles->OpenFile(mName + ".map", !mFiles->IsReadOnly());
     mStorage = std::make_unique<VelaStorage>(mRecordStream.get(), mMapStream.get());
     mAhead.Open(mRecordStream.get());
     return true;
@@ -563,7 +563,7 @@ void VelaTrans::CancelCommit()
     mWritten = false;
     mAhead.CommitWasCancelled();
     if (mNewFiles)
-        CloseFiles();
+        UnmakeNewFiles();
     if (mStorage)
         mStorage->StreamsWentBack();
     CancelIndexes();
@@ -582,9 +582,21 @@ bool VelaTrans::FailCommit(string* error)
 // Files of an earlier table of this name, or left behind by something else, have no part in this one.
 bool VelaTrans::MakeNewFiles(string* error)
 {
-    return (DeleteStorage() && mFiles->CreateFile(mName + ".dat") &&
-            mFiles->CreateFile(mName + ".map") && OpenFiles()) ||
-           FailCommit(error);
+    const bool made = mAhead.Count() > 0 ? DeleteFiles() && MakeFilesOfRowsAhead()
+                                         : DeleteStorage() && mFiles->CreateFile(mName + ".dat") &&
+                                               mFiles->CreateFile(mName + ".map") && OpenFiles();
+    return made || FailCommit(error);
+}
+
+// After a commit that has failed.
+void VelaTrans::UnmakeNewFiles()
+{
+    if (mAhead.Count() == 0) {
+        CloseFiles();
+        return;
+    }
+    mStorage.reset();
+    mMapStream.reset();
 }
 
 // Asks for the room that the inserted rows take before anything is changed: the usual way for a disk to be full. Those that are
@@ -728,6 +740,11 @@ void VelaTrans::CloseFiles()
 bool VelaTrans::DeleteStorage()
 {
     CloseFiles();
+    return DeleteFiles();
+}
+
+bool VelaTrans::DeleteFiles()
+{
     SimpleVector<string> names;
     names.push_back(mName + ".dat");
     names.push_back(mName + ".map");

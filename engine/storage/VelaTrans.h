@@ -81,7 +81,7 @@ public:
     void CancelCommit();
     // Drops all pending changes.
     void Rollback();
-    // The same for the rows of a table whose files will go.
+    // The same for its rows alone.
     void ForgetChanges();
     [[nodiscard]] bool HasChangesToCommit() const;
     // Whether anything at all is pending, created and dropped indexes and missing files included.
@@ -146,6 +146,10 @@ protected:
     bool OpenFiles();
     void CloseFiles();
     bool MakeNewFiles(string* error);
+    void UnmakeNewFiles();
+    bool DeleteFiles();
+    void OpenFilesAhead();
+    bool MakeFilesOfRowsAhead();
     [[nodiscard]] SimpleVector<string> FindIndexFiles() const;
     void OpenIndexes();
     VelaIndex* NeedIndex(OpenIndex& open);

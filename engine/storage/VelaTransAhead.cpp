@@ -7,6 +7,28 @@
 
 namespace vela {
 
+// The record file of a table that has none yet.
+void VelaTrans::OpenFilesAhead()
+{
+    mRecordStream = mFiles->OpenFileAhead(mName + ".dat");
+    if (!mRecordStream)
+        return;
+    mRecordStream->SetDamageLog(&mFiles->Damage(), mName + ".dat");
+    mAhead.Open(mRecordStream.get());
+}
+
+// In the commit. The map learns of the rows like that of any other table.
+bool VelaTrans::MakeFilesOfRowsAhead()
+{
+    if (!mFiles->CreateFileAhead(mName + ".dat", mRecordStream.get()) || !mAhead.Take() ||
+        !mFiles->CreateFile(mName + ".map"))
+        return false;
+    mMapStream = mFiles->OpenFile(mName + ".map", false);
+    mStorage = std::make_unique<VelaStorage>(mRecordStream.get(), mMapStream.get());
+    mStorage->StartWithEmptyMap();
+    return true;
+}
+
 // The rows that were written last time have had the time since to reach the device: now they are waited for, and leave memory.
 // Then those that were added since are written.
 void VelaTrans::WriteRowsAhead()

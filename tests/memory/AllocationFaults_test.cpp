@@ -51,6 +51,8 @@ const Statements kMixture = {
     "DROP INDEX parts.byname",
     "CREATE TABLE fresh (a INTEGER, b VARCHAR)",
     "INSERT INTO fresh VALUES (1, 'first of all')",
+    "INSERT INTO fresh VALUES (2, 'second of all')",
+    "INSERT INTO fresh VALUES (3, 'third of all')",
     "DROP TABLE old",
 };
 

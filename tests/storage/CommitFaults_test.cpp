@@ -61,8 +61,10 @@ void PrintTo(const Scenario& scenario, std::ostream* out)
 void CreateTable(DatabaseOnDisk& db)
 {
     VelaTrans* table = db.Create("u", {kTypeInteger});
-    TestRow row{{1, Int(1)}};
-    table->AddRow(row, false);
+    for (int i = 1; i <= 4; i++) {
+        TestRow row{{1, Int(i)}};
+        table->AddRow(row, false);
+    }
     table->AddIndex("i", {1});
 }
 
@@ -93,6 +95,7 @@ const Scenario kScenarios[] = {
      }},
     {"everything", DoEverything},
     {"many rows", AddRows, true},
+    {"many rows of a new table", CreateTable, true},
     {"everything large", DoEverything, true},
 };
 

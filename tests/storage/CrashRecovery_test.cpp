@@ -289,6 +289,8 @@ private:
         switch (mRandom.Below(16)) {
             case 0:
                 CreateTable();
+                for (uint32_t i = mRandom.OneIn(2) ? mRandom.Below(40) : 0; i > 0; i--)
+                    AddRow();
                 break;
             case 1:
                 table = AnyTable();

@@ -47,9 +47,11 @@ public:
         for (uint32_t i = 0; i < columns; i++)
             types.push_back(kColumnTypes[mRandom.Below(std::size(kColumnTypes))]);
         mTable = mDatabase.Create("t", types);
-        mDatabase.Commit();
         TakeColumns();
         mModel = VelaTransModel(mColumns);
+        for (uint32_t steps = kind == Kind::kLoads ? mRandom.Below(20) : 0; steps > 0; steps--)
+            StepOfNewTable();
+        Commit();
     }
 
     void Step()
@@ -91,6 +93,20 @@ public:
     }
 
 private:
+    // Before the table has files.
+    void StepOfNewTable()
+    {
+        for (uint32_t rows = mRandom.Below(6); rows > 0; rows--)
+            AddRow();
+        if (mRandom.OneIn(3))
+            CompareTable();
+        if (mRandom.OneIn(3))
+            CompareColumns();
+        if (mRandom.OneIn(8))
+            UpdateRow();
+        if (mRandom.OneIn(8))
+            DeleteRow(SomeRow());
+    }
     void TakeColumns()
     {
         mColumns.clear();
