@@ -154,19 +154,7 @@ bool RetainByCondition(const Filtering& filtering, const ColumnCondition& condit
     return false;
 }
 
-// Whether the texts lie one after another, in row order and without gaps.
-bool AreSideBySide(const ColumnData& data)
-{
-    uint64_t end = 0;
-    for (size_t row = 0; row < data.textStarts.size(); row++) {
-        if (data.textStarts[row] != end)
-            return false;
-        end += data.textLengths[row];
-    }
-    return end == data.texts.size();
-}
-
-// The rows whose texts contain the sought bytes, found by one search through all texts. The texts lie side by side.
+// The rows whose texts contain the sought bytes, found by one search through all texts, which are in order.
 LargeVector<uint32_t> RowsContaining(const ColumnData& data, std::string_view sought)
 {
     LargeVector<uint32_t> found;
@@ -175,14 +163,15 @@ LargeVector<uint32_t> RowsContaining(const ColumnData& data, std::string_view so
     const std::string_view all(data.texts.data(), data.texts.size());
     const char* from = all.data();
     const char* const end = from + all.size();
+    const LargeVector<uint32_t>& starts = data.textStarts;
     size_t row = 0;
     while (const void* hit =
                memmem(from, static_cast<size_t>(end - from), sought.data(), sought.size())) {
         const char* const place = static_cast<const char*>(hit);
         const size_t offset = static_cast<size_t>(place - all.data());
-        while (offset >= size_t{data.textStarts[row]} + data.textLengths[row])
+        while (row + 1 < starts.size() && starts[row + 1] <= offset)
             row++;
-        const size_t rowEnd = size_t{data.textStarts[row]} + data.textLengths[row];
+        const size_t rowEnd = row + 1 < starts.size() ? starts[row + 1] : all.size();
         const bool isInside =
             offset + sought.size() <= rowEnd;   // or it runs on into the next text
         if (isInside)
@@ -199,7 +188,7 @@ bool RetainByPattern(const Filtering& filtering, const ColumnLike& like)
     const LikePattern pattern(like.pattern.View(), like.escape);
     const std::string_view sought = pattern.SoughtText();
     if (!sought.empty() && !filtering.negated && filtering.data.nulls.empty() &&
-        filtering.rows->Count() == filtering.data.Count() && AreSideBySide(filtering.data)) {
+        filtering.rows->Count() == filtering.data.Count() && filtering.data.textsInOrder) {
         *filtering.rows = RowList(RowsContaining(filtering.data, sought));
         return true;
     }

@@ -19,8 +19,9 @@ void RecSetGrouper::FindGroups(const RecSetList& list)
         for (size_t i = 0; i < list.Count(); i++)
             mGroupOf[i] = FindOrAddGroup(mKey.Of(list.At(i)), static_cast<uint32_t>(i));
     }
+    mCounts.assign(mGroups.size(), 0);
     for (const uint32_t group : mGroupOf)
-        mGroups[group].count++;
+        mCounts[group]++;
 }
 
 std::vector<uint32_t> RecSetGrouper::SortedGroups() const
@@ -36,7 +37,7 @@ std::vector<size_t> RecSetGrouper::SortIntoGroups(RecSetList* list)
     for (const uint32_t group : SortedGroups()) {
         starts.push_back(position);
         next[group] = position;
-        position += mGroups[group].count;
+        position += mCounts[group];
     }
     for (uint32_t& group : mGroupOf)
         group = next[group]++;
@@ -92,7 +93,7 @@ uint32_t RecSetGrouper::FindOrAddGroup(std::string_view key, uint32_t first)
 uint32_t RecSetGrouper::AddGroup(std::string_view key, uint32_t first)
 {
     mGroups.push_back(
-        {mKeyBytes.size(), TextWord(key, 0), static_cast<uint32_t>(key.size()), 0, first});
+        {mKeyBytes.size(), TextWord(key, 0), static_cast<uint32_t>(key.size()), first});
     mKeyBytes.append(key);
     return static_cast<uint32_t>(mGroups.size() - 1);
 }

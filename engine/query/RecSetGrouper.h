@@ -31,7 +31,7 @@ public:
     // The group of each record set.
     [[nodiscard]] const uint32_t* GroupOf() const { return mGroupOf.data(); }
     // How many record sets a group has, and the first one's position in the list.
-    [[nodiscard]] uint32_t CountOf(uint32_t group) const { return mGroups[group].count; }
+    [[nodiscard]] uint32_t CountOf(uint32_t group) const { return mCounts[group]; }
     [[nodiscard]] uint32_t FirstOf(uint32_t group) const { return mGroups[group].first; }
 
 private:
@@ -39,8 +39,7 @@ private:
         size_t keyStart;      // in mKeyBytes
         uint64_t firstWord;   // of the key: all that must be looked at of a short one
         uint32_t keySize;
-        uint32_t count;   // record sets
-        uint32_t first;   // of them
+        uint32_t first;   // record set
     };
 
     [[nodiscard]] bool FindGroupsByNumber(const RecSetList& list);
@@ -58,6 +57,7 @@ private:
     GroupKey mKey;
     HashChains mChains;   // entry i is group i; empty where groups are found by number
     LargeVector<Group> mGroups;
+    LargeVector<uint32_t> mCounts;    // record sets, by group
     LargeVector<uint32_t> mGroupOf;   // by record set
     std::string mKeyBytes;            // of all groups
 };

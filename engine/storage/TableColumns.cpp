@@ -142,7 +142,7 @@ bool ColumnData::AppendText(std::string_view text, TextEncoding encoding)
         return true;
     }
     const uint32_t row = static_cast<uint32_t>(textStarts.size());
-    textStarts.push_back(0);
+    textStarts.push_back(static_cast<uint32_t>(texts.size()));
     textLengths.push_back(0);
     if (!encodingNumber.empty())
         encodingNumber.push_back(0);
@@ -187,6 +187,7 @@ void ColumnData::CloseLargeGaps()
     }
     texts = std::move(kept);
     gapBytes = 0;
+    textsInOrder = true;
 }
 
 bool ColumnData::Set(uint32_t row, const VelaValue& value)
@@ -201,6 +202,7 @@ bool ColumnData::Set(uint32_t row, const VelaValue& value)
             doubles[row] = value.GetDouble();
             break;
         case Form::kTexts:
+            textsInOrder = textsInOrder && value.TextView().size() == textLengths[row];
             if (!StoreText(value.TextView(), value.TextEncodingTag(), row))
                 return false;
             CloseLargeGaps();
@@ -233,6 +235,7 @@ void ColumnData::RemoveRows(const std::vector<uint32_t>& rows)
     if (form == Form::kTexts)
         for (uint32_t row : rows)
             gapBytes += textLengths[row];
+    textsInOrder = textsInOrder && rows.empty();
     RemoveAt(&integers, rows);
     RemoveAt(&doubles, rows);
     RemoveAt(&textStarts, rows);

@@ -27,8 +27,9 @@ struct ColumnData {
     LargeVector<double> doubles;
     LargeVector<uint32_t> textStarts;    // kTexts: where text i starts in texts
     LargeVector<uint32_t> textLengths;   // kTexts: bytes of text i
-    LargeVector<char> texts;   // the bytes of all texts, with gaps where texts were replaced
-    size_t gapBytes = 0;       // kTexts: in those gaps
+    LargeVector<char> texts;    // the bytes of all texts, with gaps where texts were replaced
+    size_t gapBytes = 0;        // kTexts: in those gaps
+    bool textsInOrder = true;   // kTexts: they lie one after another, in row order and without gaps
     std::vector<uint8_t>
         encodingNumber;   // kTexts: position in encodings; empty when all texts have encodings[0]
     std::vector<TextEncoding> encodings;
