@@ -304,7 +304,7 @@ bool CommitFileAccess::NoteChange(const CommitFile* file)
 
 // The first note of a commit begins a generation of the log: a record that adds to what lies in a file already must not
 // follow one that would be written to that file once more. Ahead of a commit, what an earlier file of the name has left goes first.
-bool CommitFileAccess::BeginGrowing(std::shared_ptr<CommitFile> file)
+bool CommitFileAccess::BeginGrowing(const std::shared_ptr<CommitFile>& file)
 {
     if ((!mCommitting && !MendFailures()) || (mGrowing.empty() && !Checkpoint()))
         return false;

@@ -85,7 +85,7 @@ private:
     // False: the container can't be written.
     [[nodiscard]] bool NoteChange(const CommitFile* file);
     // Says in the log that the bytes behind the file's committed length, or those of the file beside, are unfinished.
-    [[nodiscard]] bool BeginGrowing(std::shared_ptr<CommitFile> file);
+    [[nodiscard]] bool BeginGrowing(const std::shared_ptr<CommitFile>& file);
     [[nodiscard]] int LogErrorNumber() const { return mLog.ErrorNumber(); }
     [[nodiscard]] size_t AheadPiece() const { return IsReadOnly() ? 0 : mLimits.aheadPiece; }
     void NoteFailedFlush() { mFlushFailed = true; }
