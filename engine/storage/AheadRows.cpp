@@ -1,8 +1,9 @@
 #include "engine/storage/AheadRows.h"
 
+#include <algorithm>
+
 #include "engine/storage/RecordFormat.h"
 #include "engine/storage/RecordScanner.h"
-#include "runtime/ByteOrder.h"
 
 namespace vela {
 
@@ -30,7 +31,7 @@ void AheadRows::Close()
 
 void AheadRows::Clear()
 {
-    if (mBytes != nullptr && Count() > 0)
+    if (mBytes != nullptr)
         mBytes->DropAhead();
     mPositions.clear();
     mBuffer = std::string();
@@ -53,9 +54,7 @@ bool AheadRows::Append(uint32_t rowID, std::string_view body)
     mPositions.push_back(static_cast<uint32_t>(mEnd));
     mEnd = end;
     char header[kRecordHeaderSize];
-    StoreBigEndian32(header, kRecordTag);
-    StoreBigEndian32(header + 4, rowID);
-    StoreBigEndian32(header + 8, static_cast<uint32_t>(body.size()));
+    EncodeRecordHeader(header, rowID, static_cast<uint32_t>(body.size()));
     mBuffer.append(header, sizeof header).append(body);
     return mBuffer.size() < kWriteSize || WriteBuffer();
 }

@@ -396,7 +396,6 @@ void CommitFile::Settle()
     mTail = {};
     mChanged = false;
     mGrowing = false;
-    mAhead = mAheadFlushed = 0;
 }
 
 bool CommitFile::FlushStream()

@@ -139,15 +139,20 @@ char* EncodeRecordBody(char* to, const VelaRow& values)
     return to;
 }
 
+void EncodeRecordHeader(char* to, uint32_t rowID, uint32_t bodySize)
+{
+    StoreBigEndian32(to, kRecordTag);
+    StoreBigEndian32(to + 4, rowID);
+    StoreBigEndian32(to + 8, bodySize);
+}
+
 void AppendRecord(std::vector<char>* to, uint32_t rowID, const VelaRow& values)
 {
     const size_t bodySize = CalcSchemaAndDataSize(values);
     const size_t start = to->size();
     to->resize(start + kRecordHeaderSize + bodySize);
     char* record = to->data() + start;
-    StoreBigEndian32(record, kRecordTag);
-    StoreBigEndian32(record + 4, rowID);
-    StoreBigEndian32(record + 8, static_cast<uint32_t>(bodySize));
+    EncodeRecordHeader(record, rowID, static_cast<uint32_t>(bodySize));
     EncodeRecordBody(record + kRecordHeaderSize, values);
 }
 

@@ -70,6 +70,8 @@ const char* DecodeByteChunk(const char* from, const char* end, uint32_t* value);
 [[nodiscard]] size_t CalcSchemaAndDataSize(const VelaRow& values);
 // Writes a body of exactly CalcSchemaAndDataSize(values) bytes and returns the place after it.
 char* EncodeRecordBody(char* to, const VelaRow& values);
+// Writes the 12 bytes of a live record's header.
+void EncodeRecordHeader(char* to, uint32_t rowID, uint32_t bodySize);
 
 // Appends a whole live record with these values.
 void AppendRecord(std::vector<char>* to, uint32_t rowID, const VelaRow& values);

@@ -369,10 +369,8 @@ bool VelaStorage::WriteBodyAt(int64_t position, uint32_t rowID, std::string_view
     const size_t size = kRecordHeaderSize + body.size();
     if (mRecord.size() < size)
         mRecord.resize(size);
-    StoreBigEndian32(mRecord.data(), kRecordTag);
-    StoreBigEndian32(mRecord.data() + 4, rowID);
-    StoreBigEndian32(
-        mRecord.data() + 8,
+    EncodeRecordHeader(
+        mRecord.data(), rowID,
         static_cast<uint32_t>(endPosition - position - static_cast<int64_t>(kRecordHeaderSize)));
     std::memcpy(mRecord.data() + kRecordHeaderSize, body.data(), body.size());
     mCurrent = false;

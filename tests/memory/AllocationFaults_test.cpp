@@ -122,7 +122,6 @@ const char* const kQueries[] = {
 // A database on a disk in memory, that a test closes, opens and tears away.
 struct World {
     MemoryDisk disk;
-    size_t aheadPiece = 1;   // nearly every inserted row goes ahead of its commit
     std::unique_ptr<VelaDatabase> database;
 
     void Open()
@@ -130,7 +129,7 @@ struct World {
         database.reset();
         database = std::make_unique<VelaDatabase>(std::make_unique<MemoryFileAccess>(&disk));
         CommitFileAccess::Limits limits;
-        limits.aheadPiece = aheadPiece;
+        limits.aheadPiece = 1;   // nearly every inserted row goes ahead of its commit
         database->Files()->SetLimits(limits);
     }
     void Open(const Files& files)
