@@ -15,7 +15,7 @@ namespace {
 constexpr uint32_t kFewRows = 64;
 constexpr uint32_t kPartWorthLookingUp = 32;
 // When this part of the rows stays, columns for the output are worth loading.
-constexpr uint32_t kPartWorthLoading = 16;
+constexpr uint32_t kPartWorthLoading = 64;
 // Record sets that are not complete are listed up to this number, and so many for each row on either side.
 constexpr size_t kFewRecSets = 65536;
 constexpr size_t kRecSetsPerRow = 4;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <numeric>
 #include <utility>
 
 #include "runtime/LargeMemory.h"
@@ -31,7 +32,7 @@ public:
     }
 
     // Keeps the rows for which keeps(row) is true. Written so that an unpredictable answer does not
-    // cost a branch, once the first row has gone.
+    // cost a branch, once the first row has gone, and that few rows of many take little memory.
     template <class Keeps>
     void Retain(const Keeps& keeps)
     {
@@ -40,22 +41,40 @@ public:
             next++;
         if (next == mCount)
             return;
-        if (mIsRange)
-            mRows.resize(mCount);
-        for (uint32_t i = 0; mIsRange && i < next; i++)
-            mRows[i] = mFirst + i;
-        uint32_t kept = next;
-        for (uint32_t i = next + 1; i < mCount; i++) {
-            const uint32_t row = At(i);
-            mRows[kept] = row;
-            kept += keeps(row) ? 1 : 0;
-        }
-        mRows.resize(kept);
-        mCount = kept;
+        mCount = mIsRange ? RetainOfRange(next, keeps) : RetainOfRows(next, keeps);
+        mRows.resize(mCount);
         mIsRange = false;
     }
 
 private:
+    // Both are given how many rows at the start are known to stay, and return how many stay of all, first in mRows.
+    template <class Keeps>
+    uint32_t RetainOfRows(uint32_t kept, const Keeps& keeps)
+    {
+        for (uint32_t i = kept; i < mCount; i++) {
+            const uint32_t row = mRows[i];
+            mRows[kept] = row;
+            kept += keeps(row) ? 1 : 0;
+        }
+        return kept;
+    }
+    template <class Keeps>
+    uint32_t RetainOfRange(uint32_t kept, const Keeps& keeps)
+    {
+        constexpr uint32_t kBatch = 4096;   // rows between two looks at the list's room
+        mRows.resize(kept);
+        std::iota(mRows.begin(), mRows.end(), mFirst);
+        for (uint32_t i = kept; i < mCount;) {
+            const uint32_t end = mCount - i > kBatch ? i + kBatch : mCount;
+            mRows.resize(kept + (end - i));
+            for (; i < end; i++) {
+                mRows[kept] = mFirst + i;
+                kept += keeps(mFirst + i) ? 1 : 0;
+            }
+        }
+        return kept;
+    }
+
     LargeVector<uint32_t> mRows;
     uint32_t mFirst = 0;   // of a range
     uint32_t mCount = 0;

@@ -13,9 +13,10 @@ namespace vela {
 
 namespace {
 
-// A column that is read value by value this often, and for this part of the rows, had better be loaded.
+// A column that is read value by value this often, and for this part of the rows, had better be loaded: then as much time
+// has gone into single values as the pass over the file takes that loads them all.
 constexpr uint32_t kFewValues = 64;
-constexpr uint32_t kPartOfRows = 16;
+constexpr uint32_t kPartOfRows = 64;
 // Changes of so many bytes make no difference to the memory that columns take.
 constexpr size_t kUncountedBytes = 64 * 1024;
 
@@ -288,12 +289,23 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
     }
     Column& column = mColumns[static_cast<size_t>(number)];
     if (!IsLoaded(static_cast<size_t>(number))) {
-        if (column.refused || ++column.asked < kFewValues + RowCount() / kPartOfRows ||
-            Load(number) == nullptr)
+        const uint32_t enough = kFewValues + RowCount() / kPartOfRows;
+        if (!column.refused && ++column.asked >= enough)
+            LoadAsked(enough / 2);
+        if (!IsLoaded(static_cast<size_t>(number)))
             return mTable->GetValue((*mRowIDs)[row], number, value, true);
     }
     column.data->GetValue(row, value);
     return true;
+}
+
+// Loads the columns of which so many values were asked for one by one: whoever asks for one mostly asks for others in turn.
+void StoredTableColumns::LoadAsked(uint32_t times)
+{
+    std::vector<bool> numbers(mColumns.size());
+    for (size_t number = 1; number < mColumns.size(); number++)
+        numbers[number] = mColumns[number].asked >= times;
+    Prepare(numbers);
 }
 
 // One pass over the record file, then the inserted rows; lists the rows too when that has not been done.

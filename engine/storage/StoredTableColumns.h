@@ -79,6 +79,7 @@ private:
     {
         return mRowsKnown && mDeletedNumbers.empty() && (mAscending || mNumbersKnown);
     }
+    void LoadAsked(uint32_t times);
     void LoadColumns(const std::vector<uint32_t>& wanted);
     size_t AppendStoredRows(const std::vector<uint32_t>& numbers);
     [[nodiscard]] std::vector<std::pair<uint32_t, uint32_t>> WantedOf(
