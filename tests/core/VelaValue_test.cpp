@@ -58,27 +58,16 @@ TEST(VelaValue, ConvertsToIntegerDoubleAndTexts)
         {I(42), 42, 42, "42", "42", ""},
         {I(INT32_MAX), INT32_MAX, 2147483647.0, "2147483647", "2147483647", ""},
         {I(INT32_MIN), INT32_MIN, -2147483648.0, "-2147483648", "-2147483648", ""},
-        {B(true), 1, 1, "TRUE", "TRUE", ""},
-        {B(false), 0, 0, "FALSE", "FALSE", ""},
         {D(2.5), 2, 2.5, "2.5", "2.5", "truncated"},
         {D(1e300), INT32_MAX, 1e300, "1.0e+300", "1.0e+300", "saturated"},
         {D(-1e300), INT32_MIN, -1e300, "-1.0e+300", "-1.0e+300", ""},
         {D(kInfinity), INT32_MAX, kInfinity, "inf", "inf", ""},
         {D(2147483647.5), INT32_MAX, 2147483647.5, "2147483647.5", "2147483647.5", ""},
-        {Text("42"), 42, 42, "42", "42", ""},
-        {Text(""), 0, 0, "", "", ""},
-        {Text("  -17.75xyz"), -17, -17.75, "  -17.75xyz", "  -17.75xyz", "leading number"},
-        {Text("1e3"), 1, 1000, "1e3", "1e3", "an integer has no exponent"},
-        {Text("99999999999"), INT32_MAX, 99999999999.0, "99999999999", "99999999999", ""},
-        {Text("-99999999999"), INT32_MIN, -99999999999.0, "-99999999999", "-99999999999", ""},
         {Text("TRUE"), 0, 0, "TRUE", "TRUE", "no Boolean by its text"},
         {Text("NULL"), 0, 0, "NULL", "NULL", "no null by its text"},
         {Date("1984-05-06"), 0, 0, "DATE 1984-05-06", "1984-05-06", "no number in a date"},
         {Date(""), 0, 0, "DATE ", "", ""},
         {Date("odd"), 0, 0, "DATE odd", "odd", "as it is"},
-        {Time("12:34:06"), 0, 0, "TIME 12:34:06", "12:34:06", ""},
-        {Timestamp("1984-12-23 12:34:56"), 0, 0, "TIMESTAMP 1984-12-23 12:34:56",
-         "1984-12-23 12:34:56", ""},
         {Binary("42"), 0, 0, "42", "42", "no number in a binary"},
         {Null(kTypeNone), 0, 0, "NULL", "NULL", ""},
         {Null(kTypeInteger), 0, 0, "NULL", "NULL", ""},
@@ -277,30 +266,17 @@ TEST(VelaValue, EqualTextsOfDifferentEncodingTagsAreEqual)
     EXPECT_FALSE(withNUL.Equals(Text("ab"))) << "NUL bytes take part";
 }
 
-TEST(VelaValue, CoercionOfEveryTypeToEveryType)
+// tests/sql/values/coercion.sql has those that a statement can bring about.
+TEST(VelaValue, CoercionToAndFromEveryType)
 {
     struct {
         VelaValue value;
         const char* texts;   // saved, after coercion to each of kAllTypes; "null" when it stays one
     } cases[] = {
-        {I(7), "7, 7, 7, 7, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, 7"},
-        {I(0), "0, 0, 0, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, 0"},
-        {B(true), "TRUE, 1, TRUE, 1, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, TRUE"},
         {D(2.5), "2.5, 2, 2.5, 2.5, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, 2.5"},
-        {D(-2.5), "-2.5, -2, -2.5, -2.5, 0000-02-00, 00:00:00, 0000-02-00 00:00:00, TRUE, -2.5"},
-        {Text("1984-5-6 8:4"),
-         "1984-5-6 8:4, 1984, 1984-5-6 8:4, 1984, 1984-05-06, 08:04:00, 1984-05-06 08:04:00, TRUE, "
-         "1984-5-6 8:4"},
-        {Text("0"), "0, 0, 0, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, 0"},
         {Date("1984-05-06"),
          "DATE 1984-05-06, 0, DATE 1984-05-06, 0, 1984-05-06, 00:00:00, 1984-05-06 00:00:00, TRUE, "
          "DATE 1984-05-06"},
-        {Time("12:34:06"),
-         "TIME 12:34:06, 0, TIME 12:34:06, 0, 0000-00-00, 12:34:06, 0000-00-00 12:34:06, TRUE, "
-         "TIME 12:34:06"},
-        {Timestamp("1984-12-23 12:34:56"),
-         "TIMESTAMP 1984-12-23 12:34:56, 0, TIMESTAMP 1984-12-23 12:34:56, 0, 1984-12-23, "
-         "12:34:56, 1984-12-23 12:34:56, TRUE, TIMESTAMP 1984-12-23 12:34:56"},
         {Binary("f"), "f, 0, f, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, FALSE, f"},
         {Null(kTypeNone),
          "null, 0, NULL, 0, 0000-00-00, 00:00:00, 0000-00-00 00:00:00, TRUE, NULL"},
@@ -342,38 +318,6 @@ TEST(VelaValue, CoercionToItsOwnTypeNormalisesNothing)
         EXPECT_EQ(Show(value), Show(coerced));
         EXPECT_EQ(value.StoredText().CString(), coerced.StoredText().CString()) << Show(value);
     }
-}
-
-TEST(VelaValue, CoercionToBooleanKnowsThreeTextsOfFalse)
-{
-    struct {
-        VelaValue value;
-        bool truth;
-    } cases[] = {
-        {Text("false"), false}, {Text("FALSE"), false},
-        {Text("fAlSe"), false}, {Text("f"), false},
-        {Text("F"), false},     {Text("0"), false},
-        {Text("no"), true},     {Text(""), true},
-        {Text("n"), true},      {Text("00"), true},
-        {Text("0.0"), true},    {Text(" 0"), true},
-        {Text("false "), true}, {Text("fa"), true},
-        {Text("true"), true},   {Text("t"), true},
-        {Text("1"), true},      {I(-1), true},
-        {I(2), true},           {I(0), false},
-        {D(0.0), false},        {D(-0.0), false},
-        {D(0.1), true},         {D(-1), true},
-        {D(1e-300), true},      {Date("0"), true},
-        {Binary("0"), false},   {Binary("False"), false},
-    };
-    for (const auto& c : cases) {
-        VelaValue value = c.value;
-        value.CoerceToType(kTypeBoolean);
-        EXPECT_EQ(kTypeBoolean, value.GetType()) << Show(c.value);
-        EXPECT_EQ(c.truth ? 1 : 0, value.GetInteger()) << Show(c.value);
-    }
-    VelaValue nan = D(std::nan(""));
-    nan.CoerceToType(kTypeBoolean);
-    EXPECT_EQ(1, nan.GetInteger()) << "anything other than 0.0";
 }
 
 }   // namespace

@@ -11,6 +11,37 @@ namespace {
 
 constexpr const char* kUntouched = "as it was before";
 
+class ScriptedExpr : public VelaExpr {
+public:
+    explicit ScriptedExpr(const ExprScript& script) : mScript(script) {}
+
+    VelaDataType GetType(const SimpleVector<VelaTable*>&) const override
+    {
+        return mScript.left.empty() ? kTypeNone : mScript.left[0].GetType();
+    }
+    bool Evaluate(const VelaEvalContext&, VelaValue* result) const override
+    {
+        if (mScript.evaluations)
+            ++*mScript.evaluations;
+        if (!mScript.left.empty())
+            *result = mScript.left[0];
+        return mScript.flag;
+    }
+    string Description() const override { return "x"; }
+    long ChooseWildcardTable(const VelaRecSet&, bool* isSingle) const override
+    {
+        if (isSingle)
+            *isSingle = mScript.single;
+        return mScript.table;
+    }
+    bool Valid() const override { return mScript.valid; }
+    bool HasAggregate() const override { return mScript.aggregate; }
+    void CollectTables(std::vector<bool>*) const override {}
+
+private:
+    ExprScript mScript;
+};
+
 }   // namespace
 
 std::string Shown(const VelaValue& value)
@@ -46,67 +77,9 @@ VelaExprPtr ExprField(uint32_t table, uint32_t column)
     return std::make_unique<VExprField>(table, column);
 }
 
-VelaDataType ScriptedExpr::GetType(const SimpleVector<VelaTable*>&) const
+VelaExprPtr Scripted(const ExprScript& script)
 {
-    return left.empty() ? kTypeNone : left[0].GetType();
-}
-
-bool ScriptedExpr::Evaluate(const VelaEvalContext&, VelaValue* result) const
-{
-    if (evaluations)
-        ++*evaluations;
-    if (!left.empty())
-        *result = left[0];
-    return flag;
-}
-
-long ScriptedExpr::ChooseWildcardTable(const VelaRecSet&, bool* isSingle) const
-{
-    if (isSingle)
-        *isSingle = single;
-    return table;
-}
-
-void ScriptedExpr::CollectTables(std::vector<bool>* tables) const
-{
-    if (table < 0)
-        return;
-    tables->resize(std::max(tables->size(), static_cast<size_t>(table) + 1));
-    (*tables)[static_cast<size_t>(table)] = true;
-}
-
-VelaExprPtr Unknown()
-{
-    return std::make_unique<ScriptedExpr>();
-}
-
-VelaExprPtr UnknownLeaving(const VelaValue& value)
-{
-    auto expr = std::make_unique<ScriptedExpr>();
-    expr->left = {value};
-    return expr;
-}
-
-VelaExprPtr Wants(long table, bool single)
-{
-    auto expr = std::make_unique<ScriptedExpr>();
-    expr->table = table;
-    expr->single = single;
-    return expr;
-}
-
-VelaExprPtr Invalid()
-{
-    auto expr = std::make_unique<ScriptedExpr>();
-    expr->valid = false;
-    return expr;
-}
-
-VelaExprPtr WithAggregate()
-{
-    auto expr = std::make_unique<ScriptedExpr>();
-    expr->aggregate = true;
-    return expr;
+    return std::make_unique<ScriptedExpr>(script);
 }
 
 std::string Outcome(const VelaExpr& expr, const VelaEvalContext& context)

@@ -32,33 +32,18 @@ SimpleVector<VelaExprPtr> List(Terms... terms)
     return list;
 }
 
-// An expression that does what a test tells it.
-class ScriptedExpr : public VelaExpr {
-public:
-    bool flag = false;             // the answer of Evaluate
-    std::vector<VelaValue> left;   // what it leaves in result: the first one, or nothing when empty
-    long table = -1;               // the answer of ChooseWildcardTable
+// What an expression does because a test tells it.
+struct ExprScript {
+    bool flag = false;   // the answer of Evaluate
+    std::vector<VelaValue> left =
+        {};            // what it leaves in result: the first one, or nothing when empty
+    long table = -1;   // the answer of ChooseWildcardTable
     bool single = true;
     bool valid = true;
     bool aggregate = false;
     int* evaluations = nullptr;   // counted there, when given
-
-    VelaDataType GetType(const SimpleVector<VelaTable*>& tables) const override;
-    bool Evaluate(const VelaEvalContext& context, VelaValue* result) const override;
-    string Description() const override { return "x"; }
-    long ChooseWildcardTable(const VelaRecSet& recSet, bool* isSingle) const override;
-    bool Valid() const override { return valid; }
-    bool HasAggregate() const override { return aggregate; }
-    void CollectTables(std::vector<bool>* tables) const override;
 };
-
-// UNKNOWN that leaves nothing, or a value.
-VelaExprPtr Unknown();
-VelaExprPtr UnknownLeaving(const VelaValue& value);
-// An operand that answers ChooseWildcardTable with these.
-VelaExprPtr Wants(long table, bool single);
-VelaExprPtr Invalid();
-VelaExprPtr WithAggregate();
+VelaExprPtr Scripted(const ExprScript& script);
 
 // What Evaluate comes to: "Integer 3"; "UNKNOWN" when it left result untouched, else
 // "UNKNOWN leaving Integer 3".

@@ -53,9 +53,8 @@ VelaExprPtr Compare(VelaExprPtr left, uint16_t op, VelaExprPtr right)
 void RandomQuery::MakeTables()
 {
     const uint32_t count = Chance(2) ? 0 : 1 + Pick(3);
-    for (int i = 0; i < 3; i++)
-        mTypes.push_back(Among(this, kTypes));
-    mTypes.push_back(kTypeInteger);
+    for (size_t i = 0; i < 3; i++)
+        mTypes[i] = Among(this, kTypes);
     const uint32_t rowCounts[] = {1, 40, 14, 7};
     for (uint32_t i = 0; i < count; i++) {
         auto table = std::make_unique<MemoryTable>("t");
@@ -177,7 +176,7 @@ VelaExprPtr RandomQuery::Aggregate()
     constexpr VelaFuncCode kFuncs[] = {kFuncAvg, kFuncCount, kFuncMax, kFuncMin, kFuncSum};
     if (Chance(20))
         return std::make_unique<VExprAggregate>(kFuncCount, nullptr, false);
-    VelaExprPtr operand = Chance(75) ? Field() : Constant();
+    VelaExprPtr operand = Chance(75) ? Field() : Operand(1);
     return std::make_unique<VExprAggregate>(Among(this, kFuncs), std::move(operand), Chance(25));
 }
 
@@ -276,6 +275,31 @@ VelaExprPtr RandomQuery::Output(bool aggregate)
     if (aggregate && Chance(70))
         return Aggregate();
     return Chance(80) ? Field() : Operand(2);
+}
+
+void RandomQuery::AddOutput(VelaExprPtr output, QueryPair* pair)
+{
+    pair->reference.outputs.push_back(output.get());
+    pair->query.AddOutput(std::move(output));
+}
+
+void RandomQuery::AddGroupBy(VelaExprPtr column, QueryPair* pair)
+{
+    pair->reference.groupBy.push_back(column.get());
+    pair->query.AddGroupBy(std::move(column));
+}
+
+void RandomQuery::AddSortKeys(QueryPair* pair)
+{
+    const uint32_t keys = 1 + Pick(2);
+    for (uint32_t i = 0; i < keys; i++) {
+        const auto outputs = static_cast<uint32_t>(pair->reference.outputs.size());
+        const auto column = static_cast<long>(Pick(outputs));
+        const long direction = Chance(50) ? 1 : -1;
+        pair->reference.sortColumns.push_back(column);
+        pair->reference.sortDirections.push_back(direction);
+        pair->query.AddSortKey(column, direction);
+    }
 }
 
 }   // namespace vela::test

@@ -6,6 +6,7 @@
 
 #include "engine/query/VelaExpr.h"
 #include "tests/query/MemoryTable.h"
+#include "tests/query/QueryPair.h"
 
 namespace vela::test {
 
@@ -33,6 +34,16 @@ public:
     // A select item: a field, an expression, and where aggregates are wanted mostly an aggregate.
     VelaExprPtr Output(bool aggregate);
     VelaExprPtr Field();
+    VelaExprPtr Aggregate();
+
+    // Give both queries of the pair the same: an output; a column to group by; sort keys among its outputs.
+    static void AddOutput(VelaExprPtr output, QueryPair* pair);
+    static void AddGroupBy(VelaExprPtr column, QueryPair* pair);
+    void AddSortKeys(QueryPair* pair);
+
+protected:
+    std::mt19937 mRandom;
+    std::vector<std::unique_ptr<MemoryTable>> mTables;
 
 private:
     VelaDataType AnyType();
@@ -42,7 +53,6 @@ private:
     VelaExprPtr Constant();
     VelaExprPtr ConstantFor(const VelaExpr& field);
     VelaExprPtr Operand(int depth);
-    VelaExprPtr Aggregate();
     uint16_t AnyOp();
     VelaExprPtr Term();
     VelaExprPtr FieldAndConstant();
@@ -50,10 +60,9 @@ private:
     VelaExprPtr Condition(int depth);
     VelaExprPtr Terms(bool conjunction, int depth);
 
-    std::mt19937 mRandom;
-    std::vector<std::unique_ptr<MemoryTable>> mTables;
     SimpleVector<VelaTable*> mTableList;
-    std::vector<VelaDataType> mTypes;   // that this query's columns prefer
+    std::vector<VelaDataType> mTypes =
+        std::vector<VelaDataType>(4, kTypeInteger);   // that this query's columns prefer
     bool mUsesAggregates = false;
 };
 

@@ -33,8 +33,6 @@ TEST(VExprField, Evaluate_ReadsTheCurrentRow)
         const char* outcome;
         const char* why;
     } cases[] = {
-        {{7, 5}, 0, 1, "Integer 1", "a number"},
-        {{7, 5}, 0, 2, "String a", "a text"},
         {{3, 5}, 0, 2, "String b", "another row"},
         {{3, 5}, 0, 1, "NULL Integer", "NULL is a value"},
         {{kInvalidRowID, 5}, 0, 1, "UNKNOWN", "no row is chosen"},

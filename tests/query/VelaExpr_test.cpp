@@ -85,10 +85,10 @@ TEST(VelaExpr, NodesAnswerForEachOfTheirOperands)
         EXPECT_TRUE(plain->Valid());
         EXPECT_EQ(node.isAggregate, plain->HasAggregate());
         for (size_t i = 0; i < node.operands; i++) {
-            EXPECT_EQ(!node.asksValidity, With(node, i, Invalid())->Valid()) << i;
+            EXPECT_EQ(!node.asksValidity, With(node, i, Scripted({.valid = false}))->Valid()) << i;
             EXPECT_EQ(i >= node.needed, With(node, i, nullptr)->Valid()) << i;
             EXPECT_EQ(node.isAggregate, With(node, i, nullptr)->HasAggregate()) << i;
-            EXPECT_TRUE(With(node, i, WithAggregate())->HasAggregate()) << i;
+            EXPECT_TRUE(With(node, i, Scripted({.aggregate = true}))->HasAggregate()) << i;
             std::vector<bool> tables = {true};
             With(node, i, ExprField(2, 1))->CollectTables(&tables);
             EXPECT_EQ((std::vector<bool>{true, false, true}), tables)
@@ -152,7 +152,7 @@ TEST(VelaExpr, ChooseWildcardTable_OfOperandsThatWantTables)
         for (const NodeClass* node : c.nodes) {
             Operands operands;
             for (const auto& [table, single] : c.wishes)
-                operands.push_back(Wants(table, single));
+                operands.push_back(Scripted({.table = table, .single = single}));
             EXPECT_EQ(c.choice, Choice(*node->make(operands), recSet))
                 << testing::PrintToString(c.wishes) << " for kind " << static_cast<int>(node->kind);
         }
@@ -233,11 +233,11 @@ TEST(VelaExpr, ANullOrUnknownOperandMakesANodeUnknown)
             if (isJunction)
                 continue;
             EXPECT_EQ(leaves && i == 1 ? "UNKNOWN leaving Integer 1" : "UNKNOWN",
-                      Outcome(With(node, i, Unknown())));
+                      Outcome(With(node, i, Scripted({}))));
             EXPECT_EQ(!leaves  ? "UNKNOWN"
                       : i == 0 ? "UNKNOWN leaving Integer 3"
                                : "UNKNOWN leaving Integer 1",
-                      Outcome(With(node, i, UnknownLeaving(three))));
+                      Outcome(With(node, i, Scripted({.left = {three}}))));
             if (i < node.needed) {
                 EXPECT_EQ("UNKNOWN", Outcome(With(node, i, nullptr)));
             }

@@ -1,16 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <random>
 
-#include "engine/query/VExprAggregate.h"
 #include "engine/query/VExprAndOr.h"
 #include "engine/query/VExprCompare.h"
 #include "engine/query/VExprConstant.h"
-#include "engine/query/VExprField.h"
 #include "engine/query/VExprMath.h"
-#include "tests/query/MemoryTable.h"
-#include "tests/query/QueryPair.h"
+#include "tests/query/ExprTesting.h"
+#include "tests/query/RandomQuery.h"
 
 // Queries over tables that are held by column, of more rows than any batch has: joins, groups and sorts of plain columns.
 
@@ -54,17 +51,17 @@ const double kDoubles[] = {0.0,
 constexpr const char* kDates[] = {"2020-01-01", "1999-12-31", "2020-01-02", "0001-01-01",
                                   "2021-11-11"};
 
-class ColumnQuery {
+class ColumnQuery : public RandomQuery {
 public:
-    explicit ColumnQuery(uint32_t seed) : mRandom(seed) {}
+    using RandomQuery::RandomQuery;
 
     void Make()
     {
-        MakeTables();
+        MakeLargeTables();
         const bool aggregate = Chance(45);
         const uint32_t outputs = 1 + Pick(3);
         for (uint32_t i = 0; i < outputs; i++)
-            AddOutput(aggregate && (i == 0 || Chance(60)) ? Aggregate() : Field());
+            AddOutput(aggregate && (i == 0 || Chance(60)) ? Aggregate() : Field(), &pair);
         MakeWhere();
         if (aggregate && Chance(70))
             AddGrouping();
@@ -73,16 +70,13 @@ public:
         if (Chance(70))
             pair.query.SetLeastSharedRows(Pick(3));
         if (Chance(60))
-            AddSortKeys(outputs);
+            AddSortKeys(&pair);
     }
 
     QueryPair pair;
 
 private:
-    uint32_t Pick(uint32_t count) { return static_cast<uint32_t>(mRandom() % count); }
-    bool Chance(uint32_t percent) { return Pick(100) < percent; }
-
-    void MakeTables()
+    void MakeLargeTables()
     {
         const uint32_t count = 1 + Pick(3);
         const uint32_t sizes[3][3] = {{2500, 0, 0}, {1600, 70, 0}, {300, 25, 8}};
@@ -150,50 +144,14 @@ private:
             string(std::string_view(text), Chance(90) ? kEncodingUTF8 : kEncodingLatin1));
     }
 
-    VelaExprPtr FieldOf(uint32_t table, uint32_t column)
-    {
-        return std::make_unique<VExprField>(table, column);
-    }
-    VelaExprPtr Field() { return FieldOf(Pick(TableCount()), Pick(kColumnCount + 1)); }
-    VelaExprPtr IntegerField(uint32_t table) { return FieldOf(table, 1 + Pick(2)); }
+    VelaExprPtr IntegerField(uint32_t table) { return ExprField(table, 1 + Pick(2)); }
     uint32_t TableCount() const { return static_cast<uint32_t>(mTables.size()); }
-
-    VelaExprPtr Aggregate()
-    {
-        constexpr VelaFuncCode kFuncs[] = {kFuncAvg, kFuncCount, kFuncMax, kFuncMin, kFuncSum};
-        if (Chance(25))
-            return std::make_unique<VExprAggregate>(kFuncCount, nullptr, false);
-        VelaExprPtr operand = Field();
-        if (Chance(10))
-            operand = std::make_unique<VExprMath>(std::move(operand), '-', Field());
-        return std::make_unique<VExprAggregate>(kFuncs[Pick(5)], std::move(operand), Chance(8));
-    }
-
-    void AddOutput(VelaExprPtr output)
-    {
-        pair.reference.outputs.push_back(output.get());
-        pair.query.AddOutput(std::move(output));
-    }
 
     void AddGrouping()
     {
         const uint32_t columns = Chance(70) ? 1 : 2;
         for (uint32_t i = 0; i < columns; i++) {
-            VelaExprPtr column = Chance(60) ? IntegerField(Pick(TableCount())) : Field();
-            pair.reference.groupBy.push_back(column.get());
-            pair.query.AddGroupBy(std::move(column));
-        }
-    }
-
-    void AddSortKeys(uint32_t outputs)
-    {
-        const uint32_t keys = 1 + Pick(2);
-        for (uint32_t i = 0; i < keys; i++) {
-            const long column = static_cast<long>(Pick(outputs));
-            const long direction = Chance(50) ? 1 : -1;
-            pair.reference.sortColumns.push_back(column);
-            pair.reference.sortDirections.push_back(direction);
-            pair.query.AddSortKey(column, direction);
+            AddGroupBy(Chance(60) ? IntegerField(Pick(TableCount())) : Field(), &pair);
         }
     }
 
@@ -222,8 +180,8 @@ private:
 
     VelaExprPtr Tie(uint32_t a, uint32_t b)
     {
-        VelaExprPtr left = Chance(90) ? IntegerField(a) : FieldOf(a, 1 + Pick(kColumnCount));
-        VelaExprPtr right = Chance(90) ? IntegerField(b) : FieldOf(b, 1 + Pick(kColumnCount));
+        VelaExprPtr left = Chance(90) ? IntegerField(a) : ExprField(a, 1 + Pick(kColumnCount));
+        VelaExprPtr right = Chance(90) ? IntegerField(b) : ExprField(b, 1 + Pick(kColumnCount));
         if (Chance(8))
             left = std::make_unique<VExprMath>(std::move(left), '+',
                                                std::make_unique<VExprConstant>(I(1)));
@@ -239,12 +197,10 @@ private:
         const KeyRange& range = kRanges[Pick(std::size(kRanges))];
         constexpr uint16_t kOps[] = {kOpEqual, kOpNotEqual, kOpLess, kOpGreaterEqual};
         return std::make_unique<VExprCompare>(
-            FieldOf(table, column), kOps[Pick(4)],
+            ExprField(table, column), kOps[Pick(4)],
             std::make_unique<VExprConstant>(ValueOf(kColumns[column - 1], range)));
     }
 
-    std::mt19937 mRandom;
-    std::vector<std::unique_ptr<MemoryTable>> mTables;
     uint32_t mOneRange = 0;   // of all keys, so that tables join
     bool mHasNaN = false;
 };

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "tests/query/QueryPair.h"
 #include "tests/query/RandomQuery.h"
 
 namespace vela::test {
@@ -8,39 +7,6 @@ namespace vela::test {
 namespace {
 
 constexpr uint32_t kCases = 20000;
-
-void AddOutputs(RandomQuery* random, bool aggregate, QueryPair* pair)
-{
-    const uint32_t outputs = 1 + random->Pick(3);
-    for (uint32_t i = 0; i < outputs; i++) {
-        VelaExprPtr output = random->Output(aggregate);
-        pair->reference.outputs.push_back(output.get());
-        pair->query.AddOutput(std::move(output));
-    }
-}
-
-void AddGrouping(RandomQuery* random, QueryPair* pair)
-{
-    const uint32_t columns = 1 + random->Pick(2);
-    for (uint32_t i = 0; i < columns; i++) {
-        VelaExprPtr column = random->Field();
-        pair->reference.groupBy.push_back(column.get());
-        pair->query.AddGroupBy(std::move(column));
-    }
-}
-
-void AddSortKeys(RandomQuery* random, QueryPair* pair)
-{
-    const uint32_t keys = 1 + random->Pick(2);
-    for (uint32_t i = 0; i < keys; i++) {
-        const auto outputs = static_cast<uint32_t>(pair->reference.outputs.size());
-        const auto column = static_cast<long>(random->Pick(outputs));
-        const long direction = random->Chance(50) ? 1 : -1;
-        pair->reference.sortColumns.push_back(column);
-        pair->reference.sortDirections.push_back(direction);
-        pair->query.AddSortKey(column, direction);
-    }
-}
 
 void MakePair(RandomQuery* random, QueryPair* pair)
 {
@@ -54,12 +20,14 @@ void MakePair(RandomQuery* random, QueryPair* pair)
         pair->query.AddTable(listed);
     }
     const bool aggregate = random->Chance(35);
-    AddOutputs(random, aggregate, pair);
+    for (uint32_t outputs = 1 + random->Pick(3); outputs > 0; outputs--)
+        RandomQuery::AddOutput(random->Output(aggregate), pair);
     VelaExprPtr where = random->Where();
     pair->reference.where = where.get();
     pair->query.SetWhere(std::move(where));
-    if (random->Chance(aggregate ? 60 : 5))
-        AddGrouping(random, pair);
+    const uint32_t groupColumns = random->Chance(aggregate ? 60 : 5) ? 1 + random->Pick(2) : 0;
+    for (uint32_t i = 0; i < groupColumns; i++)
+        RandomQuery::AddGroupBy(random->Field(), pair);
     VelaExprPtr having = random->Having();
     pair->reference.having = having.get();
     pair->query.SetHaving(std::move(having));
@@ -68,7 +36,7 @@ void MakePair(RandomQuery* random, QueryPair* pair)
     if (random->Chance(50))
         pair->query.SetLeastSharedRows(0);
     if (random->Chance(40))
-        AddSortKeys(random, pair);
+        random->AddSortKeys(pair);
 }
 
 void CheckSeed(uint32_t seed)

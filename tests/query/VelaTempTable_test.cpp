@@ -4,6 +4,7 @@
 
 #include "engine/query/VelaQuery.h"
 #include "tests/query/ExprTesting.h"
+#include "tests/storage/StorageTesting.h"
 
 namespace vela {
 
@@ -62,29 +63,6 @@ void AddInteger(VelaTempTable* table, int32_t number)
 
 }   // namespace
 
-TEST(VelaTempTable, RowsAreCopiesAtTheirPositions)
-{
-    VelaTempTable table;
-    table.AddColumn("a", kTypeInteger);
-    table.AddColumn("b", kTypeString);
-    Buffer buffer({I(1), Text("x")});
-    EXPECT_EQ(0u, table.AddRow(buffer.row, false));
-    buffer.values[0].SetInteger(2);
-    EXPECT_EQ(1u, table.AddRow(buffer.row, false));
-
-    EXPECT_EQ("Integer 1", ShownCell(&table, 0, 0));
-    EXPECT_EQ("String x", ShownCell(&table, 0, 1));
-    EXPECT_EQ("Integer 2", ShownCell(&table, 1, 0));
-    EXPECT_EQ(2u, table.QtyRows());
-    SimpleVector<uint32_t> rowIDs{7};
-    table.GetRowIDs(&rowIDs);
-    ASSERT_EQ(2u, rowIDs.size());
-    EXPECT_EQ(0u, rowIDs[0]);
-    EXPECT_EQ(1u, rowIDs[1]);
-    EXPECT_TRUE(table.HasRow(1));
-    EXPECT_FALSE(table.HasRow(2));
-}
-
 TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
 {
     VelaTempTable table;
@@ -95,6 +73,8 @@ TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
         Buffer buffer(
             std::vector<VelaValue>(three.begin(), three.begin() + static_cast<long>(width)));
         const uint32_t row = table.AddRow(buffer.row, false);
+        for (VelaValueWithID& value : buffer.values)
+            value.SetInteger(4);   // the table has a copy
         for (long column = 0; column < 4; column++) {
             const bool isThere = column < static_cast<long>(width);
             EXPECT_EQ(isThere ? "Integer 3" : "none, Integer -77", ShownCell(&table, row, column))
@@ -102,9 +82,15 @@ TEST(VelaTempTable, RowsMayBeShorterAndLongerThanTheColumns)
         }
     }
     EXPECT_EQ("Integer 3", ShownCell(&table, 0, 1)) << "the first row kept its width";
+    EXPECT_EQ(5u, RowIDsOf(&table).size());
+    EXPECT_TRUE(table.HasRow(4));
+    EXPECT_FALSE(table.HasRow(5));
     EXPECT_EQ("none, Integer -77", ShownCell(&table, 5, 0)) << "no such row";
     EXPECT_EQ("none, Integer -77", ShownCell(&table, kInvalidRowID, 0));
     EXPECT_EQ("none, Integer -77", ShownCell(&table, 0, -1));
+    table.RemoveLastRow();
+    AddInteger(&table, 3);
+    EXPECT_EQ("Integer 3", ShownCell(&table, 4, 0)) << "not as narrow as the one before";
 }
 
 TEST(VelaTempTable, TakesValuesAndRefusesOtherChanges)
@@ -146,6 +132,8 @@ TEST(VelaTempTable, SourceIsToldOnlyOfRowsThatHaveOne)
     EXPECT_FALSE(table.GetSourceRecSet(0).has_value()) << "before the first one";
     table.AppendRow(&source);
     AddInteger(&table, 2);
+    AddInteger(&table, 3);
+    table.RemoveLastRow();   // which had none
     table.AppendRow(&source);
     for (const long row : {-1l, 0l, 2l, 4l})
         EXPECT_FALSE(table.GetSourceRecSet(row).has_value()) << row;
@@ -157,27 +145,6 @@ TEST(VelaTempTable, SourceIsToldOnlyOfRowsThatHaveOne)
     const VelaRecSet empty;
     ofNoTables.AppendRow(&empty);
     EXPECT_TRUE(ofNoTables.GetSourceRecSet(0).has_value()) << "an empty source is one";
-}
-
-TEST(VelaTempTable, RemoveLastRowLeavesNothingBehind)
-{
-    VelaTempTable table(1);
-    table.AddColumn("a", kTypeString);
-    const uint32_t rowIDs[] = {1, 2, 3};
-    const VelaRecSet sources[] = {VelaRecSet(&rowIDs[0]), VelaRecSet(&rowIDs[1]),
-                                  VelaRecSet(&rowIDs[2])};
-    table.AppendRow(&sources[0])[0] = Text("kept");
-    VelaValue* removed = table.AppendRow(&sources[1]);
-    removed[0] = Text("removed");
-    table.RemoveLastRow();
-    EXPECT_EQ(1u, table.QtyRows());
-    VelaValue* fresh = table.AppendRow(&sources[2]);
-    EXPECT_EQ(removed, fresh);
-    EXPECT_TRUE(fresh[0].IsNull()) << "the place is used again, but not what it held";
-    EXPECT_EQ(kTypeNone, fresh[0].GetType());
-    EXPECT_EQ("String kept", ShownCell(&table, 0, 0));
-    EXPECT_EQ(1u, table.GetSourceRecSet(0)->RowID(0));
-    EXPECT_EQ(3u, table.GetSourceRecSet(1)->RowID(0));
 }
 
 TEST(VelaTempTable, ManyRowsStayWhereTheyAre)
@@ -194,6 +161,10 @@ TEST(VelaTempTable, ManyRowsStayWhereTheyAre)
     for (uint32_t row = 1; row < kRows; row++)
         ASSERT_EQ(static_cast<int32_t>(row), table.RowValues(row)[2].GetInteger());
     EXPECT_EQ(-1, first[2].GetInteger());
+    const VelaValue* removed = table.RowValues(kRows - 1);
+    table.RemoveLastRow();
+    EXPECT_EQ(removed, table.AppendRow(nullptr)) << "the place is used again";
+    EXPECT_TRUE(removed[2].IsNull()) << "but not what it held";
 }
 
 TEST(VelaTempTable, ChangesWorkOnRowsThatShareColumns)

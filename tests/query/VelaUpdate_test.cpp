@@ -25,12 +25,9 @@ TEST(VelaUpdate, ConstantIsComputedOnceAndGoesToEveryRowInOrder)
         if (byColumns)
             table.OfferColumns();
         int evaluations = 0;
-        auto scripted = std::make_unique<ScriptedExpr>();
-        scripted->flag = true;
-        scripted->left = {I(8)};
-        scripted->evaluations = &evaluations;
         VelaUpdate update(nullptr, &table);
-        update.AddTarget(*table.Column(1), std::move(scripted));
+        update.AddTarget(*table.Column(1),
+                         Scripted({.flag = true, .left = {I(8)}, .evaluations = &evaluations}));
         EXPECT_TRUE(update.RunUpdate());
         EXPECT_EQ((Notes{"3: 1=8", "1: 1=8", "2: 1=8"}), table.updates);
         EXPECT_EQ(1, evaluations);

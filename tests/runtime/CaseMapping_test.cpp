@@ -15,42 +15,7 @@ std::string Mapped(std::string_view text, TextEncoding encoding, LetterCase lett
     return std::string(result.View());
 }
 
-TEST(CaseMapping, UTF8LettersMapOneCodePointToOne)
-{
-    struct {
-        const char* text;
-        const char* lower;
-        const char* upper;
-        const char* why;
-    } cases[] = {
-        {"", "", "", "nothing"},
-        {"Az09 [`{@", "az09 [`{@", "AZ09 [`{@", "ASCII and its neighbours"},
-        {"\xC3\x84\xC3\xA4", "\xC3\xA4\xC3\xA4", "\xC3\x84\xC3\x84", "a with diaeresis"},
-        {"stra\xC3\x9F"
-         "e",
-         "stra\xC3\x9F"
-         "e",
-         "STRA\xC3\x9F"
-         "E",
-         "sharp s has no upper case of one code point"},
-        {"\xD0\xAF\xD1\x8F", "\xD1\x8F\xD1\x8F", "\xD0\xAF\xD0\xAF", "Cyrillic ya"},
-        {"\xCE\xA3\xCF\x83\xCF\x82", "\xCF\x83\xCF\x83\xCF\x82", "\xCE\xA3\xCE\xA3\xCE\xA3",
-         "sigma and final sigma"},
-        {"\xC5\xBF", "\xC5\xBF", "S", "long s: shorter in upper case"},
-        {"\xE2\x84\xAA", "k", "\xE2\x84\xAA", "Kelvin sign: shorter in lower case"},
-        {"\xC8\xBA", "\xE2\xB1\xA5", "\xC8\xBA", "A with stroke: longer in lower case"},
-        {"\xC3\xBF", "\xC3\xBF", "\xC5\xB8", "y with diaeresis"},
-        {"\xF0\x90\x90\x80\xF0\x90\x90\xA8", "\xF0\x90\x90\xA8\xF0\x90\x90\xA8",
-         "\xF0\x90\x90\x80\xF0\x90\x90\x80", "Deseret, four bytes"},
-        {"\xE6\xBC\xA2\xF0\x9F\x98\x80", "\xE6\xBC\xA2\xF0\x9F\x98\x80",
-         "\xE6\xBC\xA2\xF0\x9F\x98\x80", "no letters with case"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.lower, Mapped(c.text, kEncodingUTF8, LetterCase::kLower)) << c.why;
-        EXPECT_EQ(c.upper, Mapped(c.text, kEncodingUTF8, LetterCase::kUpper)) << c.why;
-    }
-}
-
+// tests/sql/functions/text.sql has the letters that map.
 TEST(CaseMapping, MalformedUTF8PassesThroughAndTheRestIsMapped)
 {
     struct {

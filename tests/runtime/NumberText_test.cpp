@@ -81,18 +81,13 @@ TEST(NumberText, RandomDoublesReadBackAsThemselvesAndNoShorterTextDoes)
         ASSERT_TRUE(isPlain || text.find('.') != std::string::npos) << text;
 
         // One significant digit fewer must be another number.
-        char shorter[64];
-        const size_t digits = [&] {
-            std::string only;
-            for (const char c : text.substr(0, text.find('e')))
-                if (c >= '0' && c <= '9' && !(only.empty() && c == '0'))
-                    only += c;
-            while (only.size() > 1 && only.back() == '0')
-                only.pop_back();
-            return only.size();
-        }();
-        if (digits > 1) {
-            snprintf(shorter, sizeof shorter, "%.*e", static_cast<int>(digits) - 2, number);
+        std::string digits = text.substr(0, text.find('e'));
+        std::erase_if(digits, [](char c) { return c == '-' || c == '.'; });
+        digits.erase(0, digits.find_first_not_of('0'));
+        digits.erase(digits.find_last_not_of('0') + 1);
+        if (digits.size() > 1) {
+            char shorter[64];
+            snprintf(shorter, sizeof shorter, "%.*e", static_cast<int>(digits.size()) - 2, number);
             ASSERT_NE(number, std::strtod(shorter, nullptr)) << text;
         }
     }

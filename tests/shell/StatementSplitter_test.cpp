@@ -65,28 +65,19 @@ TEST(StatementSplitter, SplitsAtSemicolonsOutsideLiterals)
         {"\xEF\xBB\xBFX;B", 0, {"1:1 X", "1:3 B"}, "a byte order mark is skipped"},
         {"\xEF\xBBX", 0, {"1:1 \xEF\xBBX"}, "half a byte order mark is text"},
 
-        {"'a;b';C", 0, {"1:1 'a;b'", "1:7 C"}, "a semicolon in a literal"},
         {"'a''b;c';D", 0, {"1:1 'a''b;c'", "1:10 D"}, "a doubled quote"},
-        {"'';A", 0, {"1:1 ''", "1:4 A"}, "the empty literal"},
         {"'a\nb';C", 0, {"1:1 'a\nb'", "2:4 C"}, "a line feed in a literal stays"},
         {"'a\r\n--b\n;';C", 0, {"1:1 'a\r\n--b\n;'", "3:4 C"}, "no comments inside literals"},
         {std::string("'\0';B", 5), 0, {std::string("1:1 '\0'", 7), "1:5 B"}, "NUL escapes nothing"},
         {std::string("A\0;B", 4), 0, {std::string("1:1 A\0", 6), "1:4 B"}, "nor is it a blank"},
         {"'a;b", 0, {"1:1 'a;b"}, "an unclosed literal takes the rest"},
         {"A n'x;y';B", 0, {"1:1 A n'x", "1:7 y'", "1:10 B"}, "n'x is a word, and y' is one"},
-        {"it's;B", 0, {"1:1 it's", "1:6 B"}, "a quote inside a word opens nothing"},
         {"1e;B", 0, {"1:1 1e", "1:4 B"}, "a semicolon behind an e still ends"},
         {"1e\n'a;B'", 0, {"1:1 1e 'a", "2:4 B'"}, "the lexer takes the blank into the number"},
         {"a\n'b;c'", 0, {"1:1 a 'b;c'"}, "a line feed does, as it becomes a blank"},
 
-        {"'a\\';b';C",
-         0,
-         {"1:1 'a\\'", "1:6 b'", "1:9 C"},
-         "no escape character: a backslash is text"},
         {"'a\\';b';C", '\\', {"1:1 'a\\';b'", "1:9 C"}, "an escaped quote closes nothing"},
-        {"'a\\\\';B", '\\', {"1:1 'a\\\\'", "1:7 B"}, "an escaped escape character"},
         {"'\\", '\\', {"1:1 '\\"}, "an escape character at the very end"},
-        {"A\\;B", '\\', {"1:1 A\\", "1:4 B"}, "outside literals it means nothing"},
         {"'a?;b?';c';D", '?', {"1:1 'a?;b?';c'", "1:12 D"}, "any byte may be the one"},
     };
     for (const auto& c : cases)

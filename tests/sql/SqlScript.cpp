@@ -23,11 +23,6 @@ std::vector<std::string> Lines(const std::string& text)
     return lines;
 }
 
-bool StartsWith(const std::string& text, std::string_view start)
-{
-    return text.compare(0, start.size(), start) == 0;
-}
-
 // What follows the marker and one blank.
 std::string AfterMarker(const std::string& comment, size_t marker)
 {
@@ -66,7 +61,7 @@ SqlScript SqlScript::FromMarkdown(const std::string& page)
     std::string sql;
     bool isSql = false;
     for (const std::string& line : Lines(page)) {
-        if (StartsWith(line, "```"))
+        if (line.starts_with("```"))
             isSql = line == "```sql";
         else if (isSql)
             sql += line;
@@ -86,17 +81,17 @@ void SqlScript::TakeComment(const std::string& comment, size_t line)
     if (mSteps.empty() || !IsBlank(mPending))
         return;
     Step& step = mSteps.back();
-    if (StartsWith(comment, "-->") || StartsWith(comment, "--#")) {
+    if (comment.starts_with("-->") || comment.starts_with("--#")) {
         step.rowsShowTypes = comment[2] == '#';
         step.rows.push_back(AfterMarker(comment, 3));
-    } else if (StartsWith(comment, "--=")) {
+    } else if (comment.starts_with("--=")) {
         step.columnNames = AfterMarker(comment, 3);
-    } else if (StartsWith(comment, "--:")) {
+    } else if (comment.starts_with("--:")) {
         step.columnTypes = AfterMarker(comment, 3);
-    } else if (StartsWith(comment, "--!")) {
+    } else if (comment.starts_with("--!")) {
         step.state = AfterMarker(comment, 3).substr(0, 5);
         step.message = AfterMarker(comment, 9);
-    } else if (StartsWith(comment, "--~") || StartsWith(comment, "--^")) {
+    } else if (comment.starts_with("--~") || comment.starts_with("--^")) {
         step.isOnlyParsed = true;
         step.parsed = comment == "--~" ? step.sql : AfterMarker(comment, 3);
     }

@@ -84,3 +84,36 @@ SELECT COUNT(*) FROM a HAVING COUNT(*) > 100;
 SELECT SUM, COUNT FROM a;
 --> NULL|4
 --= SUM()|COUNT(*)
+
+-- Aggregates of aggregates run over the same group, once for each of its rows.
+CREATE TABLE nest (k integer, n integer);
+INSERT INTO nest VALUES (1, 4);
+INSERT INTO nest VALUES (1, 6);
+INSERT INTO nest (k) VALUES (1);
+INSERT INTO nest VALUES (2, 1);
+SELECT SUM(COUNT(*)), SUM(SUM(n)), COUNT(DISTINCT MAX(n)), SUM(n * COUNT(n)), SUM(SUM) FROM nest WHERE k = 1;
+--# Integer 9|Integer 30|Integer 1|Integer 20|NULL Integer
+SELECT k, MAX(SUM(n)), COUNT(n), AVG(n) FROM nest GROUP BY k;
+--> 1|10|2|5
+--> 2|1|1|1
+-- Anew for every row of the level above, these would take 1024 to the power of 10 steps.
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+INSERT INTO nest (n) SELECT n FROM nest;
+SELECT COUNT(*), MAX(MAX(MAX(MAX(MAX(MAX(MAX(MAX(MAX(MAX(n)))))))))) FROM nest;
+--> 1024|6
+
+-- What the largest and smallest numbers come to, and what a NULL does among others.
+CREATE TABLE ends (i integer, t string, day date);
+INSERT INTO ends (t) VALUES ('10 eggs');
+INSERT INTO ends VALUES (-2147483648, '9', '1994-10-01');
+INSERT INTO ends VALUES (-1, '9', '1994-07-09');
+SELECT COUNT(i), SUM(i), AVG(i), MIN(i), MAX(i), MAX(i) * -1 FROM ends;
+--# Integer 2|Double -2147483649|Double -1073741824.5|Integer -2147483648|Integer -1|Integer 1
+SELECT COUNT(t), SUM(t), AVG(t), MIN(t), MAX(t), COUNT(day), SUM(day), AVG(day), MIN(day), MAX(day) FROM ends WHERE i < 0 OR t > '1';
+--# Integer 3|Double 28|Double 9.333333333333334|String 10 eggs|String 9|Integer 2|Integer 0|Double 0|Date 1994-07-09|Date 1994-10-01

@@ -103,3 +103,17 @@ SELECT TRIM('ab' FROM 'abaxbab'), TRIM('X' FROM 'xfoox'), TRIM('foofoo' FROM 'fo
 --# String axb|String xfoox|String foo|String x|String ULL|String 0
 SELECT '['+TRIM(TRAILING FROM ' ')+']', '['+TRIM(TRAILING FROM '   ')+']', '['+TRIM(LEADING FROM '   ')+']', '['+TRIM(TRAILING FROM ' a')+']';
 --> [ ]|[ ]|[]|[ a]
+
+-- Letters map one code point to one: ASCII and its neighbours, Latin, Cyrillic, Greek with its final sigma.
+SELECT LOWER('Az09 [`{@'), UPPER('Az09 [`{@'), LOWER('Ää'), UPPER('Ää'), LOWER('Яя'), UPPER('Яя'), LOWER('Σσς'), UPPER('Σσς');
+--> az09 [`{@|AZ09 [`{@|ää|ÄÄ|яя|ЯЯ|σσς|ΣΣΣ
+-- Sharp s has no upper case of one code point. Long s, the Kelvin sign and A with stroke change their length in bytes.
+SELECT LOWER('straße'), UPPER('straße'), LOWER('ſ'), UPPER('ſ'), LOWER('K'), UPPER('K'), LOWER('Ⱥ'), UPPER('Ⱥ'), LOWER('ÿ'), UPPER('ÿ');
+--> straße|STRAßE|ſ|S|k|K|ⱥ|Ⱥ|ÿ|Ÿ
+-- Four bytes, and characters without case.
+SELECT LOWER('𐐀𐐨'), UPPER('𐐀𐐨'), LOWER('漢😀'), UPPER('漢😀');
+--> 𐐨𐐨|𐐀𐐀|漢😀|漢😀
+
+-- Numbers at the ends of their range.
+SELECT SUBSTRING('Foo' FROM 2147483647 FOR 2147483647), SUBSTRING('Foo' FROM 2 FOR 2147483647), SUBSTRING('Foo' FROM -2147483648 FOR 2), SUBSTRING('Foo' FROM 2 FOR -2147483648), SUBSTRING('éz' FROM 2147483647 FOR 2147483647);
+--> |oo|Fo||

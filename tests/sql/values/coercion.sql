@@ -115,6 +115,14 @@ INSERT INTO v (s, b) VALUES ('0.0', '0.0');
 INSERT INTO v (s, b) VALUES (' 0', ' 0');
 INSERT INTO v (s, b) VALUES ('00', '00');
 INSERT INTO v (s, b) VALUES ('', '');
+INSERT INTO v (s, b) VALUES ('n', 'n');
+INSERT INTO v (s, b) VALUES ('fa', 'fa');
+INSERT INTO v (s, b) VALUES ('false ', 'false ');
+INSERT INTO v (s, b) VALUES ('t', 't');
+INSERT INTO v (s, b) VALUES ('1', '1');
+INSERT INTO v (s, b) VALUES (0.1, 0.1);
+INSERT INTO v (s, b) VALUES (1.0e-300, 1.0e-300);
+INSERT INTO v (s, b) VALUES (-1.0, -1.0);
 SELECT s, b FROM v;
 --> false|FALSE
 --> FALSE|FALSE
@@ -127,6 +135,14 @@ SELECT s, b FROM v;
 -->  0|TRUE
 --> 00|TRUE
 --> |TRUE
+--> n|TRUE
+--> fa|TRUE
+--> false |TRUE
+--> t|TRUE
+--> 1|TRUE
+--> 0.1|TRUE
+--> 1.0e-300|TRUE
+--> -1|TRUE
 DELETE FROM v;
 
 -- Texts to dates and times.
