@@ -3,10 +3,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <random>
 #include <string>
+#include <type_traits>
 
 #include "engine/storage/FileHandle.h"
 #include "engine/storage/FilePtr.h"
@@ -18,57 +18,46 @@
 namespace vela {
 namespace {
 
-enum class Kind { kFileHandle, kFilePtr, kString, kUnixDataFile };
-
-std::string KindName(const testing::TestParamInfo<Kind>& info)
+bool OpenEmpty(FileHandle& stream, const string& path)
 {
-    const char* const names[] = {"FileHandle", "FilePtr", "StringStorageMechanism", "UnixDataFile"};
-    return names[static_cast<size_t>(info.param)];
+    return stream.Open(path, O_RDWR | O_CREAT | O_TRUNC);
 }
 
-class AllStreams : public testing::TestWithParam<Kind> {
+bool OpenEmpty(FilePtr& stream, const string& path)
+{
+    return stream.Open(path, "w+");
+}
+
+bool OpenEmpty(StringStorageMechanism& stream, const string&)
+{
+    stream.Open(string());
+    return true;
+}
+
+bool OpenEmpty(UnixDataFile& stream, const string& path)
+{
+    return stream.Create(path);
+}
+
+template <class Stream>
+class AllStreams : public testing::Test {
 protected:
-    std::unique_ptr<RandomAccessMechanism> NewUnopened()
+    static constexpr bool kInMemory = std::is_same_v<Stream, StringStorageMechanism>;
+
+    // A stream for reading and writing that holds these bytes and stands at their start.
+    std::unique_ptr<Stream> NewHolding(const std::string& bytes)
     {
-        switch (GetParam()) {
-            case Kind::kFileHandle:
-                return std::make_unique<FileHandle>();
-            case Kind::kFilePtr:
-                return std::make_unique<FilePtr>();
-            case Kind::kString:
-                return std::make_unique<StringStorageMechanism>();
-            default:
-                return std::make_unique<UnixDataFile>();
-        }
-    }
-    // An empty stream for reading and writing.
-    std::unique_ptr<RandomAccessMechanism> New()
-    {
-        auto stream = NewUnopened();
-        const std::string file = mFolder.File("stream");
-        const string path(file.c_str());
-        if (auto* handle = dynamic_cast<FileHandle*>(stream.get()))
-            EXPECT_TRUE(handle->Open(path, O_RDWR | O_CREAT | O_TRUNC));
-        else if (auto* pointer = dynamic_cast<FilePtr*>(stream.get()))
-            EXPECT_TRUE(pointer->Open(path, "w+"));
-        else if (auto* memory = dynamic_cast<StringStorageMechanism*>(stream.get()))
-            memory->Open(string());
-        else
-            EXPECT_TRUE(static_cast<UnixDataFile&>(*stream).Create(path));
-        return stream;
-    }
-    std::unique_ptr<RandomAccessMechanism> NewHolding(const std::string& bytes)
-    {
-        auto stream = New();
+        auto stream = std::make_unique<Stream>();
+        EXPECT_TRUE(OpenEmpty(*stream, mFolder.File("stream").c_str()));
         EXPECT_TRUE(stream->WriteData(bytes.data(), static_cast<int>(bytes.size())));
         EXPECT_TRUE(stream->SeekFromStart(0));
         return stream;
     }
     // Closes the stream and gives what it left behind.
-    std::string Finish(RandomAccessMechanism& stream)
+    std::string Finish(Stream& stream)
     {
-        if (GetParam() == Kind::kString)
-            return std::string(static_cast<StringStorageMechanism&>(stream).Storage().View());
+        if constexpr (kInMemory)
+            return std::string(stream.Storage().View());
         stream.Close();
         return mFolder.Read("stream");
     }
@@ -76,14 +65,12 @@ protected:
     TemporaryFolder mFolder;
 };
 
-INSTANTIATE_TEST_SUITE_P(Of, AllStreams,
-                         testing::Values(Kind::kFileHandle, Kind::kFilePtr, Kind::kString,
-                                         Kind::kUnixDataFile),
-                         KindName);
+using Streams = testing::Types<FileHandle, FilePtr, StringStorageMechanism, UnixDataFile>;
+TYPED_TEST_SUITE(AllStreams, Streams);
 
-TEST_P(AllStreams, NegativeArgumentsAreRefused)
+TYPED_TEST(AllStreams, NegativeArgumentsAreRefused)
 {
-    auto stream = NewHolding("abc");
+    auto stream = this->NewHolding("abc");
     EXPECT_TRUE(stream->SeekFromStart(1));
     EXPECT_FALSE(stream->SeekFromStart(-1));
     EXPECT_FALSE(stream->SetLength(-1));
@@ -94,15 +81,16 @@ TEST_P(AllStreams, NegativeArgumentsAreRefused)
     EXPECT_FALSE(stream->WriteData("x", -1));
     EXPECT_EQ(1, stream->GetPosition());
     EXPECT_EQ(3, stream->GetLength());
-    EXPECT_EQ("abc", Finish(*stream));
+    EXPECT_EQ("abc", this->Finish(*stream));
 }
 
-TEST_P(AllStreams, ClosedStreamsRefuseEverything)
+TYPED_TEST(AllStreams, ClosedStreamsRefuseEverything)
 {
-    const auto closed = NewHolding("abc");
+    const auto closed = this->NewHolding("abc");
     closed->Close();
-    const auto unopened = NewUnopened();
-    for (RandomAccessMechanism* stream : {closed.get(), unopened.get()}) {
+    TypeParam unopened;
+    for (RandomAccessMechanism* stream : {static_cast<RandomAccessMechanism*>(closed.get()),
+                                          static_cast<RandomAccessMechanism*>(&unopened)}) {
         char byte;
         int count = 99;
         EXPECT_FALSE(stream->ReadData(&byte, 1, &count));
@@ -118,37 +106,37 @@ TEST_P(AllStreams, ClosedStreamsRefuseEverything)
     }
 }
 
-TEST_P(AllStreams, FlushToDiskBringsEverythingToTheFile)
+TYPED_TEST(AllStreams, FlushToDiskBringsEverythingToTheFile)
 {
-    if (GetParam() == Kind::kString)
+    if (this->kInMemory)
         return;
-    auto stream = NewHolding("abc");
+    auto stream = this->NewHolding("abc");
     EXPECT_TRUE(stream->FlushToDisk());
-    EXPECT_EQ("abc", mFolder.Read("stream"));
+    EXPECT_EQ("abc", this->mFolder.Read("stream"));
     EXPECT_TRUE(stream->WriteData("ABCD", 4));
     EXPECT_TRUE(stream->FlushToDisk());
-    EXPECT_EQ("ABCD", mFolder.Read("stream"));
+    EXPECT_EQ("ABCD", this->mFolder.Read("stream"));
 }
 
-TEST_P(AllStreams, ReservingRoomLeavesTheLength)
+TYPED_TEST(AllStreams, ReservingRoomLeavesTheLength)
 {
-    auto stream = NewHolding("abc");
+    auto stream = this->NewHolding("abc");
     EXPECT_TRUE(stream->Reserve(100000));
     EXPECT_TRUE(stream->Reserve(1)) << "less than there is";
     EXPECT_EQ(3, stream->GetLength());
-    EXPECT_EQ("abc", Finish(*stream));
+    EXPECT_EQ("abc", this->Finish(*stream));
 }
 
-TEST_P(AllStreams, RandomOperationsAgreeWithAPlainString)
+TYPED_TEST(AllStreams, RandomOperationsAgreeWithAPlainString)
 {
     for (int round = 0; round < 4; round++) {
         const unsigned seed = std::random_device{}();
         SCOPED_TRACE(seed);
-        auto stream = New();
+        auto stream = this->NewHolding("");
         std::string model;
         CompareWithString(*stream, seed, 5000, &model);
-        ASSERT_FALSE(HasFailure());
-        ASSERT_TRUE(model == Finish(*stream)) << "the file differs from what was read";
+        ASSERT_FALSE(this->HasFailure());
+        ASSERT_TRUE(model == this->Finish(*stream)) << "the file differs from what was read";
     }
 }
 

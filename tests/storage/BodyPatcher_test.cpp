@@ -24,23 +24,17 @@ VelaValue RandomValue(VelaDataType type, std::mt19937* random)
             return VelaValue::Boolean((number & 1) != 0);
         case kTypeNone:
             return VelaValue::Null(kTypeInteger);
-        default: {
-            VelaValue value;
-            value.SetText(type, string(text, kEncodingUTF8));
-            return value;
-        }
+        default:
+            return VelaValue::Text(type, string(text, kEncodingUTF8));
     }
 }
 
 std::string RandomBody(const std::vector<std::pair<uint32_t, VelaDataType>>& columns,
                        std::mt19937* random)
 {
-    std::vector<VelaValueWithID> values;
+    TestRow row;
     for (const auto& [id, type] : columns)
-        values.emplace_back(RandomValue(type, random), id);
-    VelaRow row;
-    for (VelaValueWithID& value : values)
-        row.push_back(&value);
+        row.Add(id, RandomValue(type, random));
     std::string body(CalcSchemaAndDataSize(row), '?');
     EncodeRecordBody(body.data(), row);
     return body;

@@ -76,25 +76,6 @@ std::map<std::string, std::string> AllFilesOf(const TemporaryFolder& folder)
 
 }   // namespace
 
-TEST_F(CommitFileAccessTest, StreamsOfOneFileSeeEachOther)
-{
-    disk.Put("a.dat", "0123456789");
-    const auto one = files->OpenFile("a.dat", false);
-    ASSERT_TRUE(files->BeginCommit());
-    const auto other = files->OpenFile("a.dat", false);
-    ASSERT_TRUE(one->SeekFromStart(2) && one->WriteData("xy", 2));
-    char bytes[4];
-    ASSERT_TRUE(other->SeekFromStart(1) && other->ReadData(bytes, 4, nullptr));
-    EXPECT_EQ("1xy4", std::string(bytes, 4));
-    EXPECT_EQ(4, one->GetPosition());
-    ASSERT_TRUE(other->SetLength(3));
-    EXPECT_EQ(3, one->GetLength());
-    EXPECT_TRUE(one->IsEOF());
-    ASSERT_TRUE(other->SetLength(6));
-    ASSERT_TRUE(files->EndCommit());
-    EXPECT_EQ(std::string("01x\0\0\0", 6), disk.Bytes("a.dat")) << "what was cut off is zeros";
-}
-
 TEST_F(CommitFileAccessTest, ReaderOfADeadWritersFilesSeesTheCommitsAndWritesNothing)
 {
     disk.Put("a.dat", "0123456789");

@@ -58,18 +58,15 @@ void MemoryDisk::Put(const std::string& name, const std::string& bytes)
 std::vector<std::string> MemoryDisk::Names() const
 {
     std::vector<std::string> names;
-    for (const auto& [name, file] : mFiles)
-        if (name != kCommitLogName)
-            names.push_back(name);
+    for (const auto& [name, bytes] : Snapshot())
+        names.push_back(name);
     return names;
 }
 
 std::map<std::string, std::string> MemoryDisk::Snapshot() const
 {
-    std::map<std::string, std::string> files;
-    for (const auto& [name, file] : mFiles)
-        if (name != kCommitLogName)
-            files[name] = *file;
+    std::map<std::string, std::string> files = AllFiles();
+    files.erase(kCommitLogName);
     return files;
 }
 

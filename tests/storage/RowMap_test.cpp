@@ -52,6 +52,9 @@ public:
 void ExpectSame(RowMap<int>& map, const RowMapModel& model, const std::vector<uint32_t>& rowIDs)
 {
     ASSERT_EQ(model.keys.size(), map.Count());
+    const bool listsTwice = model.keys.size() != model.values.size();
+    for (size_t i = 1; i < model.keys.size() && !listsTwice; i++)
+        ASSERT_LT(map.OrderOf(model.keys[i - 1]), map.OrderOf(model.keys[i])) << "at " << i;
     for (size_t i = 0; i < model.keys.size(); i++) {
         ASSERT_EQ(model.keys[i], map.GetRowIDByIndex(i)) << "at " << i;
         ASSERT_EQ(model.Value(model.keys[i]), map.GetItemByIndex(i)) << "at " << i;
@@ -104,56 +107,6 @@ void AppendRun(TestRandom& random, RowMap<int>* map, RowMapModel* model,
 
 }   // namespace
 
-TEST(RowMap, KeyListedTwiceShowsItsNewestValueInBothPlaces)
-{
-    RowMap<int> map;
-    map.Append(7, 1);
-    map.Append(8, 2);
-    map.Append(7, 3);
-    EXPECT_EQ(3u, map.Count());
-    EXPECT_EQ(7u, map.GetRowIDByIndex(0));
-    EXPECT_EQ(3, map.GetItemByIndex(0));
-    EXPECT_EQ(7u, map.GetRowIDByIndex(2));
-    EXPECT_EQ(3, map.GetItemByIndex(2));
-    EXPECT_EQ(0, map.FindIndex(7)) << "its first place";
-    EXPECT_TRUE(map.RemoveItem(7));
-    EXPECT_EQ(2u, map.Count()) << "one place goes, the other stays without a value";
-    EXPECT_EQ(8u, map.GetRowIDByIndex(0));
-    EXPECT_EQ(7u, map.GetRowIDByIndex(1));
-    EXPECT_EQ(0, map.GetItemByIndex(1));
-    EXPECT_FALSE(map.RemoveItem(7));
-    map.Set(7, 4);
-    EXPECT_EQ(3u, map.Count());
-    EXPECT_EQ(4, map.GetItemByIndex(1));
-    EXPECT_EQ(4, map.GetItemByIndex(2));
-}
-
-TEST(RowMap, OrderOfGrowsWithTheListAlsoAcrossRemovals)
-{
-    RowMap<int> map;
-    for (uint32_t rowID = 500; rowID > 0; rowID--)
-        map.Append(rowID, 1);
-    for (uint32_t rowID = 1; rowID <= 500; rowID += 3)
-        map.RemoveItem(rowID);
-    map.Append(1, 1);
-    for (size_t i = 0; i + 1 < map.Count(); i++)
-        EXPECT_LT(map.OrderOf(map.GetRowIDByIndex(i)), map.OrderOf(map.GetRowIDByIndex(i + 1)));
-}
-
-TEST(RowMap, PresizeEmptiesAndTakesAnyCount)
-{
-    RowMap<int> map(0);
-    for (uint32_t n : {0u, 1u, 16u, 1000u, 5000u}) {
-        map.Append(n, 1);
-        map.Presize(n);
-        EXPECT_EQ(0u, map.Count());
-        EXPECT_FALSE(map.Contains(n));
-        for (uint32_t rowID = 0; rowID < 3000; rowID++)
-            map.Append(rowID, static_cast<int>(rowID) + 1);
-        EXPECT_EQ(3000, map.GetItem(2999));
-    }
-}
-
 TEST(RowMap, AgreesWithAListAndAMap)
 {
     for (uint32_t seed = 1; seed <= 60; seed++) {
@@ -194,6 +147,10 @@ TEST(RowMap, AgreesWithAListAndAMap)
             }
             if (step % 97 == 0)
                 ExpectSame(map, model, pool);
+            if (random.OneIn(700)) {
+                map.Presize(random.Below(6000));   // empties it
+                model = RowMapModel();
+            }
             if (HasFatalFailure())
                 return;
         }

@@ -77,6 +77,10 @@ std::string RowText(const VelaRow& row)
 }
 
 TestRow::TestRow(std::initializer_list<std::pair<uint32_t, VelaValue>> values)
+    : TestRow(std::vector<std::pair<uint32_t, VelaValue>>(values))
+{}
+
+TestRow::TestRow(const std::vector<std::pair<uint32_t, VelaValue>>& values)
 {
     for (const auto& [columnID, value] : values)
         Add(columnID, value);

@@ -37,6 +37,7 @@ class TestRow {
 public:
     TestRow() = default;
     TestRow(std::initializer_list<std::pair<uint32_t, VelaValue>> values);
+    explicit TestRow(const std::vector<std::pair<uint32_t, VelaValue>>& values);
     TestRow(const TestRow&) = delete;
     TestRow& operator=(const TestRow&) = delete;
     ~TestRow();

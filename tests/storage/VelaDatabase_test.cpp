@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "engine/storage/RecordFormat.h"
 #include "engine/storage/SchemaData.h"
 #include "runtime/LocalClock.h"
 #include "tests/storage/TableFixture.h"
@@ -38,17 +39,6 @@ protected:
 
 }   // namespace
 
-TEST_F(DatabaseTest, NewOneIsValidAndInTransactionUntilItsFirstCommit)
-{
-    EXPECT_TRUE(db.database->IsValid());
-    EXPECT_TRUE(db.database->TransactionInProgress());
-    EXPECT_EQ(db.database->OpenTables()[0], db.database->Schema());
-    EXPECT_EQ(1u, db.database->OpenTables().size());
-    ASSERT_TRUE(db.Commit());
-    EXPECT_FALSE(db.database->TransactionInProgress());
-    EXPECT_TRUE(db.database->IsValid());
-}
-
 TEST_F(DatabaseTest, RollbackBeforeTheFirstCommitKeepsTheSchemasOwnRows)
 {
     CreateFilled("t", {1});
@@ -61,111 +51,6 @@ TEST_F(DatabaseTest, RollbackBeforeTheFirstCommitKeepsTheSchemasOwnRows)
     db.Open();
     EXPECT_EQ(7u, RowIDsOf(db.database->Schema()).size());
     EXPECT_EQ(1u, RowIDsOf(db.database->Schema())[0]) << "counted from one again";
-}
-
-TEST_F(DatabaseTest, DroppedWithoutCommitNothingIsWritten)
-{
-    CreateFilled("t", {1, 2});
-    db.Open();
-    EXPECT_EQ(Texts{}, disk.Names());
-    EXPECT_EQ(nullptr, db.Table("t"));
-}
-
-TEST_F(DatabaseTest, CommitWritesAllTablesAndReopeningReadsThem)
-{
-    CreateFilled("a", {1, 2});
-    CreateFilled("b", {3});
-    EXPECT_TRUE(db.database->TransactionInProgress());
-    ASSERT_TRUE(db.Commit());
-    EXPECT_FALSE(db.database->TransactionInProgress());
-    const auto committed = disk.Snapshot();
-    ASSERT_TRUE(db.Commit()) << "with nothing to do";
-    EXPECT_EQ(committed, disk.Snapshot());
-    db.Open();
-    EXPECT_EQ((Texts{"1: Integer 1", "2: Integer 2"}), Rows("a"));
-    EXPECT_EQ((Texts{"1: Integer 3"}), Rows("b"));
-    EXPECT_EQ(committed, disk.Snapshot());
-}
-
-TEST_F(DatabaseTest, IndexesAloneAreNoTransactionInProgressButAreCommitted)
-{
-    CreateFilled("t", {1});
-    ASSERT_TRUE(db.Commit());
-    db.Table("t")->AddIndex("i", {1});
-    EXPECT_FALSE(db.database->TransactionInProgress());
-    ASSERT_TRUE(db.Commit());
-    EXPECT_TRUE(disk.Contains("t.i.idx"));
-    db.Table("t")->DropIndex("i");
-    EXPECT_FALSE(db.database->TransactionInProgress());
-    ASSERT_TRUE(db.Commit());
-    EXPECT_FALSE(disk.Contains("t.i.idx"));
-}
-
-TEST_F(DatabaseTest, RollbackOfEverythingLeavesNoFile)
-{
-    CreateFilled("kept", {1});
-    db.Table("kept")->AddIndex("i", {1});
-    CreateFilled("dropped", {2});
-    ASSERT_TRUE(db.Commit());
-    const auto before = disk.Snapshot();
-    CreateFilled("new", {3});
-    db.Table("new")->AddIndex("i", {1});
-    Add("kept", 9);
-    db.Table("kept")->DropIndex("i");
-    db.Table("kept")->AddIndex("j", {1});
-    db.Drop("dropped");
-    EXPECT_EQ(before, disk.Snapshot()) << "all is pending";
-    db.Rollback();
-    EXPECT_EQ(before, disk.Snapshot());
-    EXPECT_EQ((Texts{"1: Integer 1"}), Rows("kept"));
-    EXPECT_EQ(1u, db.Table("kept")->IndexColumns("i").size());
-    EXPECT_EQ(0u, db.Table("kept")->IndexColumns("j").size());
-    EXPECT_EQ((Texts{"1: Integer 2"}), Rows("dropped"));
-    EXPECT_EQ(nullptr, db.Table("new"));
-    EXPECT_FALSE(db.database->TransactionInProgress());
-}
-
-TEST_F(DatabaseTest, DroppedTableKeepsItsFilesUntilTheCommit)
-{
-    CreateFilled("t", {1});
-    db.Table("t")->AddIndex("i", {1});
-    CreateFilled("u", {2});
-    ASSERT_TRUE(db.Commit());
-    db.Drop("t");
-    EXPECT_TRUE(db.database->TransactionInProgress());
-    EXPECT_TRUE(disk.Contains("t.dat"));
-    EXPECT_EQ(nullptr, db.Table("t"));
-    ASSERT_TRUE(db.Commit());
-    EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "u.dat", "u.map"}), disk.Names());
-    EXPECT_FALSE(db.database->TransactionInProgress());
-}
-
-TEST_F(DatabaseTest, DropAndCreateUnderOneNameGivesAnEmptyTable)
-{
-    CreateFilled("t", {1, 2});
-    db.Table("t")->AddIndex("i", {1});
-    ASSERT_TRUE(db.Commit());
-    const auto before = disk.Snapshot();
-    for (bool commit : {false, true}) {
-        db.Drop("t");
-        db.Create("t", {kTypeString, kTypeInteger});
-        EXPECT_EQ(Texts{}, Rows("t"));
-        EXPECT_EQ(0u, db.Table("t")->IndexColumns("i").size());
-        TestRow row{{1, Str("x")}, {2, Int(5)}};
-        EXPECT_EQ(1u, db.Table("t")->AddRow(row, false)) << "row ids start again";
-        if (!commit) {
-            db.Rollback();
-            EXPECT_EQ((Texts{"1: Integer 1", "2: Integer 2"}), Rows("t"));
-            EXPECT_EQ(1u, db.Table("t")->IndexColumns("i").size());
-            EXPECT_EQ(before, disk.Snapshot());
-            continue;
-        }
-        ASSERT_TRUE(db.Commit());
-        EXPECT_EQ((Texts{"1: String[600] x, Integer 5"}), Rows("t"));
-        EXPECT_FALSE(disk.Contains("t.i.idx"));
-        db.Open();
-        EXPECT_EQ((Texts{"1: String[600] x, Integer 5"}), Rows("t"));
-    }
 }
 
 TEST_F(DatabaseTest, NewTableHasNothingOfFilesThatLieThere)
@@ -190,34 +75,6 @@ TEST_F(DatabaseTest, NewTableHasNothingOfFilesThatLieThere)
     EXPECT_EQ(Texts{}, Rows("t"));
     EXPECT_FALSE(disk.Contains("t.i.idx"));
     EXPECT_EQ(1u, Add("t", 5));
-}
-
-TEST_F(DatabaseTest, LastRowIDIsTheOneHandedOutLast)
-{
-    uint32_t rowID = 77;
-    EXPECT_FALSE(db.database->LastRowID("t", &rowID));
-    EXPECT_EQ(77u, rowID);
-    CreateFilled("t", {1, 2, 3});
-    ASSERT_TRUE(db.Commit());
-    db.Table("t")->DeleteRow(2);
-    EXPECT_TRUE(db.database->LastRowID("t", &rowID));
-    EXPECT_EQ(3u, rowID);
-    disk.Remove("t.map");
-    db.Open();
-    db.Table("t")->DeleteRow(2);
-    ASSERT_TRUE(db.Commit());
-    disk.Remove("t.map");
-    db.Open();
-    TestRow row{{0, Int(2)}, {1, Int(1)}};
-    EXPECT_EQ(2u, db.Table("t")->AddRow(row, false));
-    EXPECT_TRUE(db.database->LastRowID("t", &rowID));
-    EXPECT_EQ(2u, rowID);
-    ASSERT_TRUE(db.Commit());
-    EXPECT_TRUE(db.database->LastRowID("t", &rowID));
-    EXPECT_EQ(2u, rowID) << "a commit doesn't change it";
-    db.Rollback();
-    EXPECT_TRUE(db.database->LastRowID("t", &rowID));
-    EXPECT_EQ(3u, rowID) << "a rollback opens the table anew: the last used one";
 }
 
 TEST_F(DatabaseTest, MapThatWasLostIsSavedWithTheNextCommit)
@@ -344,16 +201,12 @@ TEST_F(DatabaseTest, ReplaceSchemaData_RefusalsChangeNothing)
     ASSERT_TRUE(db.Commit());
     const auto before = disk.Snapshot();
     const std::string good = "SCHEMADA" + disk.Bytes("_schema.dat");
-    std::string deleted = good;
-    deleted.replace(8 + 256, 4, "Trsh");   // the row of TableName
-    std::string badTag = good;
-    badTag[8 + 256] = 'X';
-    std::string badLength = good;
-    badLength[8 + 256 + 8] = '\x7F';
-    std::string badCount = good;
-    badCount[8 + 256 + 12] = '\x70';
-    std::string otherTable = good;
-    otherTable[8 + 256 + 12 + 15 + 12] = '-';
+    const auto damaged = [&good](const ByteDamage& damage) {
+        std::string data = good;
+        damage(&data);
+        return data;
+    };
+    constexpr size_t kFirstRow = 8 + 256;   // that of TableName
     const struct {
         std::string data;
         const char* why;
@@ -365,13 +218,13 @@ TEST_F(DatabaseTest, ReplaceSchemaData_RefusalsChangeNothing)
         {"SCHEMADA" + Zeros(255), "no whole metadata block"},
         {"SCHEMADA" + Zeros(256), "no rows"},
         {good.substr(0, good.size() - 1), "cut in the last record"},
-        {good.substr(0, 8 + 256 + 95), "one of seven rows"},
+        {good.substr(0, kFirstRow + 95), "one of seven rows"},
         {good + "R", "rubbish behind"},
-        {deleted, "six of seven rows"},
-        {badTag, "a bad tag"},
-        {badLength, "a bad length"},
-        {badCount, "a body that can't be read"},
-        {otherTable, "a row of another table"},
+        {damaged(SetNumber(kFirstRow, kTrashTag)), "six of seven rows"},
+        {damaged(SetByte(kFirstRow, 'X')), "a bad tag"},
+        {damaged(SetByte(kFirstRow + 8, 0x7F)), "a bad length"},
+        {damaged(SetByte(kFirstRow + 12, 0x70)), "a body that can't be read"},
+        {damaged(SetByte(kFirstRow + 12 + 15 + 12, '-')), "a row of another table"},
     };
     for (const auto& c : cases) {
         db.database->ReplaceSchemaData(string(c.data, kEncodingASCII), &status);
@@ -457,13 +310,6 @@ TEST_F(DatabaseTest, UpdateClock_WritesTwoDigitsAndTheYear)
         return;
     }
     FAIL() << "the clock runs too fast";
-}
-
-TEST_F(DatabaseTest, EscapeOptionIsEmptyUntilItIsSet)
-{
-    EXPECT_TRUE(db.database->EscapeOption().empty());
-    db.database->SetEscapeOption("!");
-    EXPECT_TRUE(db.database->EscapeOption() == "!");
 }
 
 }   // namespace vela

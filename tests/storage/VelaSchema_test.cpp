@@ -26,43 +26,31 @@ std::string SchemaRecord(int rowID, const std::string& name, int type)
     return "RcSt" + number(rowID) + number(static_cast<int>(body.size())) + body;
 }
 
+class SchemaTest : public testing::Test {
+protected:
+    // In the machine's own order: the last used row id and column id that a record file tells.
+    void ExpectMetadata(const char* file, uint32_t rowID, uint32_t columnID)
+    {
+        const std::string metadata = disk.Bytes(file).substr(0, 256);
+        uint32_t numbers[2];
+        std::memcpy(numbers, metadata.data(), sizeof numbers);
+        EXPECT_EQ(rowID, numbers[0]);
+        EXPECT_EQ(columnID, numbers[1]);
+        EXPECT_EQ(Zeros(248), metadata.substr(8));
+    }
+
+    MemoryDisk disk;
+    DatabaseOnDisk db{&disk};
+};
+
 }   // namespace
 
-TEST(VelaSchema, NewOneHasItsColumnsAndNoFiles)
+TEST_F(SchemaTest, FilesOfANewDatabaseToTheByte)
 {
-    MemoryDisk disk;
-    MemoryFileAccess files(&disk);
-    VelaSchema schema(&files);
-    EXPECT_TRUE(schema.HasChangesToCommit());
-    EXPECT_EQ(Texts{}, disk.Names()) << "nothing is written before the commit";
-    EXPECT_TRUE(schema.TableName() == "_schema");
-    EXPECT_EQ(8, schema.QtyColumns());
-    const char* const names[] = {"_rowid",   "TableName", "ColumnID", "ColumnName",
-                                 "TypeCode", "Length",    "NotNull",  "DefaultValue"};
-    const VelaDataType types[] = {kTypeInteger, kTypeString,  kTypeInteger, kTypeString,
-                                  kTypeInteger, kTypeInteger, kTypeInteger, kTypeString};
-    for (long number = 0; number < 8; number++) {
-        EXPECT_TRUE(schema.Column(number)->name == names[number]);
-        EXPECT_EQ(static_cast<uint32_t>(number), schema.Column(number)->columnID);
-        EXPECT_EQ(types[number], schema.Column(number)->Type());
-        EXPECT_TRUE(schema.Column(number)->defaultValue.IsNull());
-    }
-    EXPECT_EQ(8u, schema.NextUnusedColumnID());
-}
-
-TEST(VelaSchema, FilesOfANewDatabaseToTheByte)
-{
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
     EXPECT_EQ(Texts{}, disk.Names());
     ASSERT_TRUE(db.Commit());
     EXPECT_EQ((Texts{"_schema.dat", "_schema.map"}), disk.Names());
-    const std::string metadata = disk.Bytes("_schema.dat").substr(0, 256);
-    uint32_t numbers[2];
-    std::memcpy(numbers, metadata.data(), sizeof numbers);   // in the machine's own order
-    EXPECT_EQ(7u, numbers[0]);
-    EXPECT_EQ(7u, numbers[1]);
-    EXPECT_EQ(Zeros(248), metadata.substr(8));
+    ExpectMetadata("_schema.dat", 7, 7);
     const std::string records = SchemaRecord(1, "TableName", 5) + SchemaRecord(2, "ColumnID", 3) +
                                 SchemaRecord(3, "ColumnName", 5) + SchemaRecord(4, "TypeCode", 3) +
                                 SchemaRecord(5, "Length", 3) + SchemaRecord(6, "NotNull", 3) +
@@ -76,18 +64,13 @@ TEST(VelaSchema, FilesOfANewDatabaseToTheByte)
               ToHex(disk.Bytes("_schema.map")));
 }
 
-TEST(VelaSchema, FilesOfANewTableToTheByte)
+TEST_F(SchemaTest, FilesOfANewTableToTheByte)
 {
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
     db.Create("t", {kTypeInteger, kTypeString, kTypeDouble});
     ASSERT_TRUE(db.Commit());
     EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "t.dat", "t.map"}), disk.Names());
-    uint32_t numbers[2];
-    std::memcpy(numbers, disk.Bytes("t.dat").data(), sizeof numbers);
-    EXPECT_EQ(0u, numbers[0]);
-    EXPECT_EQ(3u, numbers[1]);
-    EXPECT_EQ(Zeros(248), disk.Bytes("t.dat").substr(8)) << "and nothing behind";
+    ExpectMetadata("t.dat", 0, 3);
+    EXPECT_EQ(256u, disk.Bytes("t.dat").size()) << "and nothing behind";
     EXPECT_EQ("", disk.Bytes("t.map")) << "no row has been told of yet";
 }
 
@@ -142,10 +125,8 @@ TEST(VelaSchema, DefaultsAreMadeFromTheirTexts)
     }
 }
 
-TEST(VelaSchema, AbsentDefaultIsNullOfTheType)
+TEST_F(SchemaTest, AbsentDefaultIsNullOfTheType)
 {
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
     VelaSchema* schema = db.database->Schema();
     TestRow row{{VelaSchema::kTableName, Str("t")},
                 {VelaSchema::kColumnID, Int(3)},
@@ -171,46 +152,8 @@ TEST(VelaSchema, AbsentDefaultIsNullOfTheType)
     }
 }
 
-TEST(VelaSchema, LoadTable_TakesTheRowsOfExactlyThatName)
+TEST_F(SchemaTest, ColumnsStandInTheOrderOfTheirRows)
 {
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
-    db.Create("t", {kTypeInteger});
-    db.Create("T", {kTypeInteger, kTypeString});
-    db.Create("tt", {kTypeInteger, kTypeString, kTypeDate});
-    ASSERT_TRUE(db.Commit());
-    VelaSchema* schema = db.database->Schema();
-    EXPECT_EQ(2, schema->LoadTable("t")->QtyColumns());
-    EXPECT_EQ(3, schema->LoadTable("T")->QtyColumns());
-    EXPECT_EQ(nullptr, schema->LoadTable("x"));
-    EXPECT_EQ(nullptr, schema->LoadTable(""));
-    EXPECT_EQ(nullptr, schema->CreateTable("x"));
-    EXPECT_EQ(8, schema->LoadTable("_schema")->QtyColumns());
-}
-
-TEST(VelaSchema, LoadAllTables_InOrderOfFirstAppearance)
-{
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
-    for (const char* name : {"z", "a", "m"})
-        db.Create(name, {kTypeInteger});
-    db.Alter("z", kTypeString, "");   // its row stands behind those of the others
-    ASSERT_TRUE(db.Commit());
-    SimpleVector<VelaTable*> tables;
-    db.database->Schema()->LoadAllTables(&tables);
-    Texts names;
-    for (VelaTable* table : tables) {
-        names.emplace_back(table->TableName().View());
-        names.push_back(std::to_string(table->QtyColumns()));
-        delete table;
-    }
-    EXPECT_EQ((Texts{"z", "3", "a", "2", "m", "2"}), names);
-}
-
-TEST(VelaSchema, ColumnsStandInTheOrderOfTheirRows)
-{
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
     db.Create("t", {kTypeInteger, kTypeString});
     ASSERT_TRUE(db.Commit());
     // Renaming moves the schema row of c1 to the end of the file, and with it the column.
@@ -249,39 +192,8 @@ TEST(VelaSchema, ReloadTable_HandsNoIDOutTwice)
     ASSERT_TRUE(db.Commit());
 }
 
-TEST(VelaSchema, ReloadTable_KeepsIndexesCreatedAndDroppedInTheTransaction)
+TEST_F(SchemaTest, ReloadTable_OfATableWithoutRowsInTheSchemaIsNone)
 {
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
-    VelaTrans* table = db.Create("t", {kTypeInteger, kTypeString});
-    table->AddIndex("old", {1});
-    ASSERT_TRUE(db.Commit());
-    const auto before = disk.Snapshot();
-    table->DropIndex("old");
-    table->AddIndex("new", {2});
-    table = db.Alter("t", kTypeDate, "");
-    EXPECT_EQ(0u, table->IndexColumns("old").size());
-    EXPECT_EQ(1u, table->IndexColumns("new").size());
-    db.Rollback();
-    table = db.Table("t");
-    EXPECT_EQ(3, table->QtyColumns());
-    EXPECT_EQ(1u, table->IndexColumns("old").size());
-    EXPECT_EQ(0u, table->IndexColumns("new").size());
-    EXPECT_EQ(before, disk.Snapshot());
-    table->DropIndex("old");
-    table->AddIndex("new", {2});
-    table = db.Alter("t", kTypeDate, "");
-    table->DropIndexesOf(2);
-    EXPECT_EQ(0u, table->IndexColumns("new").size());
-    table->AddIndex("newer", {3, 2});
-    ASSERT_TRUE(db.Commit());
-    EXPECT_EQ((Texts{"_schema.dat", "_schema.map", "t.dat", "t.map", "t.newer.idx"}), disk.Names());
-}
-
-TEST(VelaSchema, ReloadTable_OfATableWithoutRowsInTheSchemaIsNone)
-{
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
     VelaTrans* table = db.Create("t", {kTypeInteger});
     VelaSchema* schema = db.database->Schema();
     schema->DeleteRow(8);
@@ -291,10 +203,8 @@ TEST(VelaSchema, ReloadTable_OfATableWithoutRowsInTheSchemaIsNone)
     EXPECT_EQ(nullptr, table);
 }
 
-TEST(VelaSchema, ManyTablesOpenWithoutLookingAtEachRowForEach)
+TEST_F(SchemaTest, ManyTablesOpenWithoutLookingAtEachRowForEach)
 {
-    MemoryDisk disk;
-    DatabaseOnDisk db(&disk);
     VelaSchema* schema = db.database->Schema();
     constexpr int kTables = 30000;   // a comparison of all with all would take minutes
     for (int i = 0; i < kTables; i++)

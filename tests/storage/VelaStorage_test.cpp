@@ -131,19 +131,6 @@ TEST_F(StorageTest, UpdateRecord_GrownRecordMovesAndKeepsItsRowID)
     EXPECT_EQ(2u, storage->QtyRows()) << "a scan counts it once";
 }
 
-TEST_F(StorageTest, UpdateRecord_GrowsIntoTheSlackOfAnEarlierOne)
-{
-    Open();
-    Add(1, Str("123456789"));
-    Update(1, Str("1"));
-    EXPECT_FALSE(Update(1, Str("12345678"))) << "one byte short";
-    EXPECT_TRUE(Update(1, Str("abcdefghi"))) << "exactly";
-    EXPECT_EQ(1u, storage->QtyRows());
-    EXPECT_TRUE(Update(1, Str("abcdefghij"))) << "one byte too much moves it";
-    EXPECT_EQ(2u, storage->QtyRows());
-    EXPECT_EQ("1=String[600] abcdefghij", Row(1));
-}
-
 TEST_F(StorageTest, UpdateRecord_NeedsACurrentRecord)
 {
     Open();
@@ -203,20 +190,6 @@ TEST_F(StorageTest, GoToRowID_FindsDeletedRecordsThatTheMapKnows)
     EXPECT_EQ("1 3", LiveRows());
 }
 
-TEST_F(StorageTest, AskingForTheCountLeavesTheCurrentRecord)
-{
-    Open();
-    Add(1, Int(1));
-    Add(2, Int(2));
-    ASSERT_TRUE(storage->FlushToDisk());
-    Open();
-    ASSERT_TRUE(storage->GoToFirstRecord());
-    EXPECT_EQ(2u, storage->QtyRows());
-    EXPECT_EQ("1=Integer 1", Current());
-    EXPECT_TRUE(storage->NextRecord());
-    EXPECT_EQ(2u, storage->GetRowID());
-}
-
 // ---- metadata
 
 TEST_F(StorageTest, MetadataIsPaddedAndCut)
@@ -256,22 +229,6 @@ TEST_F(StorageTest, MapFileIsStaleFromTheFirstChangeToTheNextSave)
     EXPECT_EQ(ToHex(FromHex("52 4D 61 70  00 00 00 02  00 00 00 01 00 00 01 00"
                             "00 00 00 02 00 00 01 13  4D 45 6E 64")),
               Map());
-}
-
-TEST_F(StorageTest, ChangesThatMoveNothingLeaveTheMapFileAlone)
-{
-    Open();
-    Add(1, Int(1));
-    Add(2, Int(2));
-    ASSERT_TRUE(storage->FlushToDisk());
-    const std::string map = Map();
-    Open();
-    Update(1, Int(11));
-    ASSERT_TRUE(storage->GoToRowID(2, false));
-    storage->DeleteRecord();
-    EXPECT_EQ(map, Map());
-    EXPECT_TRUE(storage->FlushToDisk());
-    EXPECT_EQ(map, Map());
 }
 
 TEST_F(StorageTest, BytesBehindTheEndMarkStay)
@@ -378,32 +335,6 @@ TEST_F(StorageTest, WithoutAMapStreamRowsAreFoundToo)
     EXPECT_EQ("3 2", LiveRows());
     EXPECT_EQ(2u, storage->QtyRows());
     EXPECT_EQ(std::vector<std::string>{"t.dat"}, disk.Names());
-}
-
-TEST_F(StorageTest, ManyRowsAreFoundThroughALoadedAndAnUnloadedMap)
-{
-    constexpr uint32_t kRows = 20000;
-    Open();
-    for (uint32_t rowID = 1; rowID <= kRows; rowID++)
-        Add(rowID * 3, Int(static_cast<int32_t>(rowID)));
-    ASSERT_TRUE(storage->FlushToDisk());
-    const std::string map = disk.Bytes("t.map");
-    EXPECT_EQ(12u + 8 * kRows, map.size());
-    Open();
-    for (uint32_t i = 0; i < 100; i++) {
-        const uint32_t rowID = (i * 7919 % kRows + 1) * 3;
-        ASSERT_EQ("1=Integer " + std::to_string(rowID / 3), Row(rowID));
-        ASSERT_EQ("none", Row(rowID + 1));
-    }
-    EXPECT_EQ(kRows, storage->QtyRows());
-    // One more row: only its pair, the count and the end are written, and the file is as if written whole.
-    Add(1, Int(0));
-    ASSERT_TRUE(storage->FlushToDisk());
-    const std::string longer = disk.Bytes("t.map");
-    EXPECT_EQ(ToHex(FromHex("52 4D 61 70 00 00 4E 21")), ToHex(longer.substr(0, 8)));
-    EXPECT_EQ(map.substr(8, 8 * kRows), longer.substr(8, 8 * kRows));
-    EXPECT_EQ("MEnd", longer.substr(longer.size() - 4));
-    EXPECT_EQ(12u + 8 * (kRows + 1), longer.size());
 }
 
 // ---- bad headers

@@ -2,40 +2,13 @@
 
 #include <algorithm>
 
+#include "engine/storage/RecordFormat.h"
 #include "engine/storage/VelaTable.h"
+#include "tests/storage/StorageTesting.h"
 
 namespace vela {
 
 namespace {
-
-size_t ChunkSize(uint32_t value)
-{
-    return value == 0 ? 1 : 1 + (value - 1) / 254;
-}
-
-size_t PayloadSize(const VelaValue& value)
-{
-    switch (value.GetType()) {
-        case kTypeInteger:
-            return 4;
-        case kTypeBoolean:
-            return 1;
-        case kTypeDouble:
-            return 8;
-        case kTypeString:
-            return 12 + value.TextView().size();
-        default:
-            return 8 + value.TextView().size();
-    }
-}
-
-size_t BodySize(const VelaTransModel::Values& values)
-{
-    size_t size = ChunkSize(static_cast<uint32_t>(values.size()));
-    for (const auto& [columnID, value] : values)
-        size += ChunkSize(columnID) + 1 + PayloadSize(value);
-    return size;
-}
 
 // A column that is null is taken out wherever it is named.
 VelaTransModel::Values WithoutNullColumns(const VelaTransModel::Values& values)
@@ -47,12 +20,6 @@ VelaTransModel::Values WithoutNullColumns(const VelaTransModel::Values& values)
             }))
             present.push_back(item);
     return present;
-}
-
-VelaTransModel::Values WithoutNulls(VelaTransModel::Values values)
-{
-    std::erase_if(values, [](const auto& item) { return item.second.IsNull(); });
-    return values;
 }
 
 // The first value of a column; null when there is none.
@@ -269,7 +236,7 @@ void VelaTransModel::AppendRecord(uint32_t rowID, const Values& values)
 {
     mPositions[rowID] = mRecords.size();
     mMapList.push_back(rowID);
-    mRecords.push_back({true, rowID, values, BodySize(values)});
+    mRecords.push_back({true, rowID, values, CalcSchemaAndDataSize(TestRow(values))});
 }
 
 void VelaTransModel::UpdateRecord(Record* record, const Values& changes)
@@ -277,7 +244,7 @@ void VelaTransModel::UpdateRecord(Record* record, const Values& changes)
     Values merged = record->values;
     Merge(&merged, changes);
     merged = WithoutNullColumns(merged);
-    if (BodySize(merged) > record->space) {
+    if (CalcSchemaAndDataSize(TestRow(merged)) > record->space) {
         record->live = false;
         AppendRecord(record->rowID, merged);
         return;
@@ -290,7 +257,7 @@ void VelaTransModel::Commit()
 {
     for (const Change& change : mChanges) {
         if (change.isInsert)
-            AppendRecord(change.rowID, WithoutNulls(change.values));
+            AppendRecord(change.rowID, WithoutNullColumns(change.values));
         else if (const auto found = mPositions.find(change.rowID); found != mPositions.end())
             UpdateRecord(&mRecords[found->second], change.values);
     }

@@ -153,11 +153,6 @@ private:
             values.emplace_back(300, RandomValue());
         return values;
     }
-    static void Fill(TestRow* row, const VelaTransModel::Values& values)
-    {
-        for (const auto& [columnID, value] : values)
-            row->Add(columnID, value);
-    }
     uint32_t SomeRow()
     {
         const std::vector<uint32_t> rows = mModel.GetRowIDs();
@@ -173,8 +168,7 @@ private:
             return;   // which of the two an index has after the commit is nobody's promise
         if (mRandom.OneIn(4))
             values.emplace_back(0, Int(static_cast<int32_t>(1 + mRandom.Below(40))));
-        TestRow row;
-        Fill(&row, values);
+        TestRow row(values);
         ASSERT_EQ(mModel.AddRow(values), mTable->AddRow(row, mRandom.OneIn(2)));
     }
     bool NamesAColumnTwiceWithANull(const VelaTransModel::Values& values) const
@@ -196,8 +190,7 @@ private:
         if (mWithIndexes && std::find(rows.begin(), rows.end(), rowID) == rows.end())
             return;
         const VelaTransModel::Values values = RandomValues(mRandom.OneIn(4));
-        TestRow row;
-        Fill(&row, values);
+        TestRow row(values);
         EXPECT_TRUE(mTable->UpdateRow(rowID, row, mRandom.OneIn(2)));
         mModel.UpdateRow(rowID, values);
     }

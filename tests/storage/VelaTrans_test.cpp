@@ -44,6 +44,14 @@ protected:
         db.Open();
         table = db.Table("t");
     }
+    // With a file that says so.
+    void ReopenWithLastRowID(uint32_t rowID)
+    {
+        std::string bytes = disk.Bytes("t.dat");
+        std::memcpy(bytes.data(), &rowID, sizeof rowID);
+        disk.Put("t.dat", bytes);
+        Reopen();
+    }
     std::string Records() const { return ToHex(disk.Bytes("t.dat").substr(kMetadataSize)); }
     // The last used row id and column id that the file tells.
     std::string Metadata() const
@@ -85,10 +93,7 @@ TEST_F(TableTest, AddRow_NoRowIDIsHandedOutAboveTheLargest)
     EXPECT_EQ(kInvalidRowID, Add(1, "a"));
     ASSERT_TRUE(db.Commit());
     // A file that says that even -1 is used.
-    std::string bytes = disk.Bytes("t.dat");
-    std::memset(bytes.data(), 0xFF, 4);
-    disk.Put("t.dat", bytes);
-    Reopen();
+    ReopenWithLastRowID(0xFFFFFFFF);
     EXPECT_EQ(kInvalidRowID, Add(1, "a"));
     EXPECT_EQ((Rows{0xFFFFFFFE}), RowIDs());
 }
@@ -99,11 +104,7 @@ TEST_F(TableTest, AddRow_RowsWithPendingChangesKeepTheirIDs)
         Add(i, "x");
     ASSERT_TRUE(db.Commit());
     // A file that tells too low a last used row id: the next one is that of a row which has a pending change.
-    std::string bytes = disk.Bytes("t.dat");
-    const uint32_t two = 2;
-    std::memcpy(bytes.data(), &two, sizeof two);
-    disk.Put("t.dat", bytes);
-    Reopen();
+    ReopenWithLastRowID(2);
     Update(3, 1, Int(33));
     EXPECT_EQ(4u, Add(4, "y"));
     ASSERT_TRUE(db.Commit());
@@ -182,8 +183,6 @@ TEST_F(TableTest, ExplicitRowIDIsStoredAsAValueOfColumnZero)
     EXPECT_EQ("Integer 7", Read(7, 0));
 }
 
-// ---- updates and deletions
-
 // ---- indexes
 
 TEST_F(TableTest, IndexFileIsMadeAtCommitAndReadAgain)
@@ -246,19 +245,6 @@ TEST_F(TableTest, Rollback_IndexDroppedWithAPendingRowForgetsThatRow)
     EXPECT_FALSE(table->ContainsRow(rowID));
     EXPECT_EQ("none", Read(rowID, 1));
     EXPECT_EQ(rowID, AddAs(static_cast<int32_t>(rowID), 6));
-}
-
-TEST_F(TableTest, CreatedAndDroppedIndexLeavesNoFile)
-{
-    const auto before = disk.Snapshot();
-    table->AddIndex("i", {1});
-    table->DropIndex("i");
-    ASSERT_TRUE(db.Commit());
-    EXPECT_EQ(before, disk.Snapshot());
-    table->AddIndex("i", {1});
-    table->Rollback();
-    ASSERT_TRUE(db.Commit());
-    EXPECT_EQ(before, disk.Snapshot());
 }
 
 TEST_F(TableTest, DamagedOrMissingIndexFileIsFilledFromTheRows)
