@@ -3,6 +3,7 @@
 #include <errno.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace vela {
@@ -104,6 +105,27 @@ void FileDescriptor::StartSynchronising(int64_t offset, int64_t length) const
     const int reason = errno;
     sync_file_range(mDescriptor, offset, length, SYNC_FILE_RANGE_WRITE);
     errno = reason;
+}
+
+bool FileDescriptor::IsCached(int64_t offset) const
+{
+    const int reason = errno;
+    char byte;
+    const iovec place{&byte, 1};
+    const bool mustWait =
+        preadv2(mDescriptor, &place, 1, offset, RWF_NOWAIT) < 0 && errno == EAGAIN;
+    errno = reason;
+    return !mustWait;
+}
+
+void FileDescriptor::StartReading(int64_t offset, int64_t length) const
+{
+    (void)posix_fadvise(mDescriptor, offset, length, POSIX_FADV_WILLNEED);   // leaves errno alone
+}
+
+void FileDescriptor::GiveUpCached(int64_t offset, int64_t length) const
+{
+    (void)posix_fadvise(mDescriptor, offset, length, POSIX_FADV_DONTNEED);   // leaves errno alone
 }
 
 bool FileDescriptor::Allocate(int64_t offset, int64_t length) const

@@ -50,6 +50,13 @@ public:
     // Asks the system to begin carrying length bytes from offset to the device; doesn't wait. Promises
     // nothing, and can't fail in a way that matters: Synchronise tells.
     void StartSynchronising(int64_t offset, int64_t length) const;
+    // Whether the byte at offset can be read without waiting for the device; true also where the system can't say.
+    [[nodiscard]] bool IsCached(int64_t offset) const;
+    // Asks the system to begin reading length bytes from offset into its memory; doesn't wait. Promises nothing.
+    void StartReading(int64_t offset, int64_t length) const;
+    // Lets the system forget what it keeps in memory of length bytes from offset, as far as the device has it. Promises
+    // nothing.
+    void GiveUpCached(int64_t offset, int64_t length) const;
     // Room on the device for length bytes from offset; the file's length stays. True, too, where
     // the file system can't say.
     [[nodiscard]] bool Allocate(int64_t offset, int64_t length) const;

@@ -64,6 +64,7 @@ private:
     size_t ReadSome(int64_t position, char* to, size_t count);
     bool MoveWindow(int64_t position, size_t count);
     bool ReadOn(int64_t position, size_t count);
+    void FetchEarly(int64_t position);
     bool ReadAround(int64_t position, size_t count);
     bool Fill(int64_t end);
     size_t ReadPastWindow(int64_t position, char* to, size_t count);
@@ -87,7 +88,9 @@ private:
     // Of writes that followed one another, what the system has not been asked to carry out yet.
     int64_t mRunStart = 0;
     int64_t mRunEnd = 0;
-    int64_t mAhead = 0;   // bytes that the last fetch went for
+    int64_t mRunKept = 0;    // from here on the system may keep them in memory
+    int64_t mAhead = 0;      // bytes that the last fetch went for
+    int64_t mFetchEnd = 0;   // where FetchEarly stopped
     int mErrorNumber = 0;
     bool mUnsynchronised =
         false;   // something was written since the last FlushToDisk that succeeded

@@ -1,14 +1,17 @@
 #include "engine/storage/UnixDataFile.h"
 
 #include <errno.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <random>
 #include <string>
 
+#include "engine/storage/FileDescriptor.h"
 #include "tests/storage/StreamModel.h"
 #include "tests/storage/SystemCalls.h"
 #include "tests/storage/TemporaryFolder.h"
@@ -144,6 +147,30 @@ TEST_F(UnixDataFileTest, ReadingOnCallsTheSystemRarelyAlsoPastSkippedBodies)
         }
         EXPECT_LE(calls.reads, 4000000 / (256 * 1024) + 10) << step;
         EXPECT_LE(calls.bytesRead, 4000000) << step;
+    }
+}
+
+// More than the system is asked to keep in memory of a run; then read from the device, ahead of what is asked for.
+TEST_F(UnixDataFileTest, ALongRunOfWritesIsReadBackAsItWasWrittenAlsoFromTheDevice)
+{
+    const std::string content = PatternBytes(size_t{40} << 20);
+    const std::string_view all = content;
+    ASSERT_TRUE(mFile.Create(Path("long.dat")));
+    size_t written = 0;
+    for (const size_t size : {size_t{100}, size_t{21} << 20, size_t{70000}, all.size()}) {
+        const std::string_view block = all.substr(written, size);
+        ASSERT_TRUE(mFile.WriteData(block.data(), static_cast<int>(block.size())));
+        written += block.size();
+    }
+    EXPECT_TRUE(all == ReadAt(0, all.size()));
+    ASSERT_TRUE(mFile.FlushToDisk());
+    FileDescriptor file;
+    ASSERT_TRUE(file.Open(Path("long.dat"), O_RDONLY));
+    file.GiveUpCached(0, 0);   // all of it
+    ASSERT_TRUE(mFile.Open(Path("long.dat"), kModeRead));
+    for (size_t position = 0; position < all.size(); position += 50000) {
+        const size_t size = std::min<size_t>(50000, all.size() - position);
+        ASSERT_TRUE(all.substr(position, size) == ReadAt(static_cast<int64_t>(position), size));
     }
 }
 
