@@ -123,11 +123,6 @@ void FileDescriptor::StartReading(int64_t offset, int64_t length) const
     (void)posix_fadvise(mDescriptor, offset, length, POSIX_FADV_WILLNEED);   // leaves errno alone
 }
 
-void FileDescriptor::GiveUpCached(int64_t offset, int64_t length) const
-{
-    (void)posix_fadvise(mDescriptor, offset, length, POSIX_FADV_DONTNEED);   // leaves errno alone
-}
-
 bool FileDescriptor::Allocate(int64_t offset, int64_t length) const
 {
     if (length <= 0)

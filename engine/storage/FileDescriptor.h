@@ -54,9 +54,6 @@ public:
     [[nodiscard]] bool IsCached(int64_t offset) const;
     // Asks the system to begin reading length bytes from offset into its memory; doesn't wait. Promises nothing.
     void StartReading(int64_t offset, int64_t length) const;
-    // Lets the system forget what it keeps in memory of length bytes from offset, as far as the device has it. Promises
-    // nothing.
-    void GiveUpCached(int64_t offset, int64_t length) const;
     // Room on the device for length bytes from offset; the file's length stays. True, too, where
     // the file system can't say.
     [[nodiscard]] bool Allocate(int64_t offset, int64_t length) const;

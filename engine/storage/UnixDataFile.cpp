@@ -19,8 +19,6 @@ constexpr char kTemporaryPattern[] = "/tmp/mx_XXXXXX";
 
 constexpr int64_t kPageSize = 4 * 1024;
 constexpr int64_t kEarlyPiece = int64_t{2} << 20;
-// Of a run of writes, what the system is asked to keep in memory.
-constexpr int64_t kKeptOfRun = int64_t{16} << 20;
 constexpr int64_t kLargestFetch = static_cast<int64_t>(FileWindow::kLargestSize);
 // How far reading on is ahead of itself where the system has to get the bytes from the device.
 constexpr int64_t kFetchedEarly = int64_t{4} << 20;
@@ -421,8 +419,7 @@ size_t UnixDataFile::WriteToFile(int64_t position, const char* from, size_t coun
 {
     size_t done = 0;
     while (done < count) {
-        const size_t piece = std::min(count - done, static_cast<size_t>(kEarlyPiece));
-        const ssize_t took = mFile.WriteAt(position, from + done, piece);
+        const ssize_t took = mFile.WriteAt(position, from + done, count - done);
         if (took <= 0) {
             FailWith(took < 0 ? errno : EIO);
             break;
@@ -432,28 +429,22 @@ size_t UnixDataFile::WriteToFile(int64_t position, const char* from, size_t coun
         position += took;
         mFileLength = std::max(mFileLength, position);
         mLength = std::max(mLength, position);
-        StartEarly(position, static_cast<size_t>(took));
     }
+    StartEarly(position, done);
     return done;
 }
 
 // A long run of writes goes to the device while it is still being made, so that the flush at its end has little left to wait
-// for. The system's memory for what the device has taken serves the writes that follow: new memory for all of a large file
-// may cost several times what writing it does. On a slow device, whose bytes would be dear to read again, they are still on
-// their way when they are given up, and so stay.
+// for.
 void UnixDataFile::StartEarly(int64_t end, size_t written)
 {
     if (mRunEnd != end - static_cast<int64_t>(written))
-        mRunStart = mRunKept = end - static_cast<int64_t>(written);
+        mRunStart = end - static_cast<int64_t>(written);
     mRunEnd = end;
     if (mRunEnd - mRunStart < kEarlyPiece)
         return;
     mFile.StartSynchronising(mRunStart, mRunEnd - mRunStart);
     mRunStart = mRunEnd;
-    if (mRunEnd - mRunKept <= kKeptOfRun)
-        return;
-    mFile.GiveUpCached(mRunKept, mRunEnd - kKeptOfRun - mRunKept);
-    mRunKept = mRunEnd - kKeptOfRun;
 }
 
 }   // namespace vela

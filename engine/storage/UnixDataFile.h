@@ -88,7 +88,6 @@ private:
     // Of writes that followed one another, what the system has not been asked to carry out yet.
     int64_t mRunStart = 0;
     int64_t mRunEnd = 0;
-    int64_t mRunKept = 0;    // from here on the system may keep them in memory
     int64_t mAhead = 0;      // bytes that the last fetch went for
     int64_t mFetchEnd = 0;   // where FetchEarly stopped
     int mErrorNumber = 0;
