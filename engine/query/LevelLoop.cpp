@@ -14,8 +14,6 @@ namespace {
 // is quicker.
 constexpr uint32_t kFewRows = 64;
 constexpr uint32_t kPartWorthLookingUp = 32;
-// When this part of the rows stays, columns for the output are worth loading.
-constexpr uint32_t kPartWorthLoading = 64;
 // Record sets that are not complete are listed up to this number, and so many for each row on either side.
 constexpr size_t kFewRecSets = 65536;
 constexpr size_t kRecSetsPerRow = 4;
@@ -132,7 +130,7 @@ bool LevelLoop::ExtendByTerm(size_t index, const RecSetList& outer, size_t limit
     others.erase(others.begin() + static_cast<std::ptrdiff_t>(index));
     KeepRecSets(others, result);
     NoteJudged(others);
-    if (result->Count() >= columns->RowCount() / kPartWorthLoading)
+    if (result->Count() >= columns->RowCount() / TableColumns::kPartWorthLoading)
         columns->Prepare(mState->OutputColumns(mLevel->table));
     return true;
 }
@@ -246,7 +244,8 @@ void LevelLoop::LoadAllRows()
     columns->Prepare(wanted);
     mRows = RowList::Range(columns->RowCount());
     FilterRows(columns);
-    if (mRows.Count() >= columns->RowCount() / kPartWorthLoading && mLevel->joinTerms.empty())
+    if (mRows.Count() >= columns->RowCount() / TableColumns::kPartWorthLoading &&
+        mLevel->joinTerms.empty())
         columns->Prepare(mState->OutputColumns(mLevel->table));
 }
 

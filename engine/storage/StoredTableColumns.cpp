@@ -13,10 +13,8 @@ namespace vela {
 
 namespace {
 
-// A column that is read value by value this often, and for this part of the rows, had better be loaded: then as much time
-// has gone into single values as the pass over the file takes that loads them all.
+// Of a column that is read value by value, so many are no reason to load it.
 constexpr uint32_t kFewValues = 64;
-constexpr uint32_t kPartOfRows = 64;
 // Changes of so many bytes make no difference to the memory that columns take.
 constexpr size_t kUncountedBytes = 64 * 1024;
 
@@ -289,7 +287,7 @@ bool StoredTableColumns::GetValue(uint32_t row, long number, VelaValue* value)
     }
     Column& column = mColumns[static_cast<size_t>(number)];
     if (!IsLoaded(static_cast<size_t>(number))) {
-        const uint32_t enough = kFewValues + RowCount() / kPartOfRows;
+        const uint32_t enough = kFewValues + RowCount() / kPartWorthLoading;
         if (!column.refused && ++column.asked >= enough)
             LoadAsked(enough / 2);
         if (!IsLoaded(static_cast<size_t>(number)))

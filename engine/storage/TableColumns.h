@@ -90,6 +90,9 @@ using RowIDList = LargeVector<uint32_t>;
 // table's GetRowIDs and GetValue answer. Good until the table's next change.
 class TableColumns {
 public:
+    // Values of this part of the rows, read one by one, take as long as the pass over the file that loads the column.
+    static constexpr uint32_t kPartWorthLoading = 64;
+
     virtual ~TableColumns() = default;
 
     [[nodiscard]] virtual uint32_t RowCount() = 0;

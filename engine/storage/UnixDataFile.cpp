@@ -172,7 +172,7 @@ void UnixDataFile::Close()
     mWindow.Free();
     mPath = string();
     mWritable = false;
-    mPosition = mLength = mFileLength = mAhead = 0;
+    mPosition = mLength = mFileLength = mAhead = mFetchEnd = 0;
     mUnsynchronised = false;
 }
 
