@@ -157,6 +157,18 @@ void CommitRows(VelaPeer* peer)
            peer->QueryNumber("SELECT COUNT(*) FROM items"));
 }
 
+void UpdateAll(VelaPeer* peer)
+{
+    const std::string sum = "SELECT SUM(qty) FROM items";
+    const double before = peer->QueryNumber(sum);
+    const double rows = peer->QueryNumber("SELECT COUNT(*) FROM items");
+    Count("10,000 rows updated and committed", [&] {
+        peer->Execute("UPDATE items SET qty = qty + 1");
+        peer->Commit();
+    });
+    Expect("SUM after the update", before + rows, peer->QueryNumber(sum));
+}
+
 void RunAll(const std::string& folder)
 {
     VelaPeer peer;
@@ -170,6 +182,7 @@ void RunAll(const std::string& folder)
     Sort(&peer);
     InsertTexts(&peer);
     CommitRows(&peer);
+    UpdateAll(&peer);
 }
 
 }   // namespace

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstddef>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "runtime/LargeMemory.h"
@@ -16,6 +17,19 @@ class ChunkedList {
     static_assert(std::is_trivially_copyable_v<T>);
 
 public:
+    ChunkedList() = default;
+    ChunkedList(ChunkedList&& other) noexcept { *this = std::move(other); }
+    // Leaves other empty.
+    ChunkedList& operator=(ChunkedList&& other) noexcept
+    {
+        mChunks = std::move(other.mChunks);
+        mSize = other.mSize;
+        mEnd = other.mEnd;
+        mChunkEnd = other.mChunkEnd;
+        other.clear();
+        return *this;
+    }
+
     [[nodiscard]] size_t size() const { return mSize; }
     [[nodiscard]] bool empty() const { return mSize == 0; }
     [[nodiscard]] T& operator[](size_t index)
@@ -32,21 +46,29 @@ public:
     void push_back(T item)
     {
         MakeRoomForOne();
-        (*this)[mSize++] = item;
+        *mEnd++ = item;
+        mSize++;
     }
     // The next push_back takes no memory.
     void MakeRoomForOne()
     {
-        if (mSize == StartOf(mChunks.size()))
-            mChunks.emplace_back(StartOf(mChunks.size() + 1) - mSize);
+        if (mEnd == mChunkEnd)
+            GoToNextChunk();
     }
-    void pop_back() { mSize--; }
+    void pop_back() { Shorten(mSize - 1); }
     // Keeps the first count elements.
-    void Shorten(size_t count) { mSize = count; }
+    void Shorten(size_t count)
+    {
+        mSize = count;
+        mEnd = mChunkEnd = nullptr;
+        const size_t chunk = ChunkOf(count);
+        if (chunk < mChunks.size())
+            StandIn(chunk);
+    }
     void clear()
     {
         mChunks.clear();
-        mSize = 0;
+        Shorten(0);
     }
 
 private:
@@ -62,9 +84,26 @@ private:
         return ((size_t{1} << chunks) - 1) << kFirstBits;
     }
 
+    // The last element of a chunk has been taken, or there is no chunk.
+    void GoToNextChunk()
+    {
+        const size_t chunk = ChunkOf(mSize);
+        if (chunk == mChunks.size())
+            mChunks.emplace_back(StartOf(chunk + 1) - mSize);
+        StandIn(chunk);
+    }
+    void StandIn(size_t chunk)
+    {
+        T* const start = mChunks[chunk].data();
+        mEnd = start + (mSize - StartOf(chunk));
+        mChunkEnd = start + mChunks[chunk].size();
+    }
+
     std::vector<LargeVector<T>>
         mChunks;   // each of its full length, the elements behind the last one unset
     size_t mSize = 0;
+    T* mEnd = nullptr;        // behind the last element, while the chunk where that is has room
+    T* mChunkEnd = nullptr;   // of that chunk
 };
 
 }   // namespace vela

@@ -60,22 +60,25 @@ bool ListsTwice(const std::vector<Column>& columns)
 
 }   // namespace
 
-bool BodyPatcher::Patch(std::string_view base, std::string_view changes, std::vector<char>* merged)
+bool BodyPatcher::FindDifferences(std::string_view base, std::string_view changes,
+                                  std::vector<Difference>* differences, size_t* bodySize)
 {
     if (!Knows(base, changes))
         Learn(base, changes);
     if (!mServes || changes.size() != mChangesSize)
         return false;
-    merged->assign(base.begin(), base.end());
-    const char* newBytes = changes.data() + mChangesList.size();
+    differences->clear();
     size_t at = mBaseList.size();
     for (const Step& step : mSteps) {
         size_t size = step.size;
         if (size > base.size() - at)
             return false;
-        char* bytes = merged->data() + at;
+        const char* bytes = base.data() + at;
         if (step.kind == Step::kChanged) {
-            std::memcpy(bytes, newBytes + step.newFrom, size);
+            const std::string_view newBytes =
+                changes.substr(mChangesList.size() + step.newFrom, size);
+            if (std::memcmp(bytes, newBytes.data(), size) != 0)
+                differences->push_back({at, newBytes});
         } else if (step.kind == Step::kText) {
             const uint32_t space = LoadBigEndian32(bytes);
             if (space != LoadBigEndian32(bytes + 4) || space > base.size() - at - size)
@@ -86,7 +89,7 @@ bool BodyPatcher::Patch(std::string_view base, std::string_view changes, std::ve
         }
         at += size;
     }
-    merged->resize(at);
+    *bodySize = at;
     return true;
 }
 

@@ -15,9 +15,16 @@ namespace vela {
 // those of a table mostly do.
 class BodyPatcher {
 public:
-    // Sets merged to what MergeBodies(base, changes, MergedNulls::kTakeOut, merged) would. False: it can't, and merged is
-    // undefined.
-    bool Patch(std::string_view base, std::string_view changes, std::vector<char>* merged);
+    // Bytes of a body from offset at on that become others.
+    struct Difference {
+        size_t at;
+        std::string_view bytes;   // a part of the changes
+    };
+
+    // Finds in what the body that MergeBodies(base, changes, MergedNulls::kTakeOut, merged) makes differs from base, and how long it
+    // is; base may go on behind its end. False: it can't, and the results are undefined.
+    bool FindDifferences(std::string_view base, std::string_view changes,
+                         std::vector<Difference>* differences, size_t* bodySize);
 
 private:
     // Some bytes of the payloads: values of fixed sizes up to a changed one, that one, or a text with its numbers.

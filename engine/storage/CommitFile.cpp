@@ -62,6 +62,19 @@ size_t CommitFile::ReadChanged(int64_t position, char* to, size_t count)
     return done;
 }
 
+// Of the committed bytes, the only ones that are read in small pieces.
+std::string_view CommitFile::Peek(int64_t position)
+{
+    if (!mChanged)
+        return mStream ? mStream->Peek(position) : std::string_view();
+    const int64_t end = std::min(mCommitted, mKept);
+    if (position >= end || !mStream)
+        return {};
+    const std::string_view bytes =
+        mPages.IsEmpty() ? mStream->Peek(position) : mPages.Peek(position);
+    return bytes.substr(0, static_cast<size_t>(end - position));
+}
+
 // ---- writing
 
 bool CommitFile::Write(int64_t position, const char* from, size_t count)
@@ -324,9 +337,9 @@ uint64_t CommitFile::SizeInLog()
     const uint64_t head = kLogEntryHeadSize + mName.size();
     if (mBeside)
         return head + kLogNumberSize;
-    const Extents extents = CountExtents();
+    mExtents = CountExtents();
     return head + 2 * kLogNumberSize + kLogCountSize +
-           uint64_t{extents.count} * kLogExtentHeadSize + extents.bytes;
+           uint64_t{mExtents.count} * kLogExtentHeadSize + mExtents.bytes;
 }
 
 void CommitFile::AppendToLog(LogPayload* payload)
@@ -339,7 +352,7 @@ void CommitFile::AppendToLog(LogPayload* payload)
     AppendLogEntry(payload->Room(), LogEntryKind::kFile, mName);
     AppendLogNumber(payload->Room(), mKept);
     AppendLogNumber(payload->Room(), Length());
-    AppendLogCount(payload->Room(), CountExtents().count);
+    AppendLogCount(payload->Room(), mExtents.count);
     const auto append = [payload](int64_t position, std::string_view bytes) {
         AppendLogExtent(payload->Room(), position, bytes);
         return true;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "engine/storage/AheadBytes.h"
 #include "engine/storage/CommitLogFormat.h"
@@ -38,6 +39,8 @@ public:
     {
         return mChanged ? ReadChanged(position, to, count) : ReadStream(position, to, count);
     }
+    // RandomAccessMechanism::Peek.
+    [[nodiscard]] std::string_view Peek(int64_t position);
     [[nodiscard]] bool Write(int64_t position, const char* from, size_t count);
     [[nodiscard]] bool SetLength(int64_t length);
     // During a commit nothing: the end of the commit flushes.
@@ -76,7 +79,7 @@ public:
     [[nodiscard]] bool FlushLargeParts();
     // Room for the bytes that Apply will append.
     [[nodiscard]] bool ReserveTail();
-    // Appends the changes as an entry of the log; first, the bytes that takes.
+    // The bytes that the changes take as an entry of the log; then, nothing having changed since, appends that entry.
     [[nodiscard]] uint64_t SizeInLog();
     void AppendToLog(LogPayload* payload);
     // Takes an entry of the log, of kind kFile, for changes of a commit. False: it asks for bytes that aren't there.
@@ -131,6 +134,7 @@ private:
     bool mWrittenThrough = false;   // outside a commit, and not flushed since
     bool mFlushFailed = false;
     int64_t mReserved = 0;
+    Extents mExtents;   // as SizeInLog has counted them
     int mErrorNumber = 0;
 };
 

@@ -136,8 +136,10 @@ void AppendLogCount(std::string* payload, uint32_t count)
 
 void AppendLogExtent(std::string* payload, int64_t position, std::string_view bytes)
 {
-    AppendLogNumber(payload, position);
-    AppendBigEndian32(payload, static_cast<uint32_t>(bytes.size()));
+    char head[kLogExtentHeadSize];
+    StoreBigEndian64(head, static_cast<uint64_t>(position));
+    StoreBigEndian32(head + kLogNumberSize, static_cast<uint32_t>(bytes.size()));
+    payload->append(head, sizeof head);
     payload->append(bytes);
 }
 

@@ -17,6 +17,29 @@ size_t ReadFrom(RandomAccessMechanism* file, int64_t position, char* to, size_t 
     return static_cast<size_t>(std::max(bytesRead, 0));
 }
 
+constexpr size_t kWord = 8;
+
+// How many of the count bytes a and b have in common at their start.
+size_t EqualAtStart(const char* a, const char* b, size_t count)
+{
+    size_t equal = 0;
+    while (count - equal >= kWord && std::memcmp(a + equal, b + equal, kWord) == 0)
+        equal += kWord;
+    while (equal < count && a[equal] == b[equal])
+        equal++;
+    return equal;
+}
+
+// Where the bytes end behind which a and b are equal up to count.
+size_t EqualFrom(const char* a, const char* b, size_t count)
+{
+    while (count >= kWord && std::memcmp(a + count - kWord, b + count - kWord, kWord) == 0)
+        count -= kWord;
+    while (count > 0 && a[count - 1] == b[count - 1])
+        count--;
+    return count;
+}
+
 // Copies as much of the bytes, which belong at place, as lies among the count bytes at to, which belong at position.
 void CopyOver(std::string_view bytes, int64_t place, int64_t position, char* to, size_t count)
 {
@@ -81,12 +104,13 @@ void CommitPages::PutAway()
         size_t size = 0;
         for (const auto& [begin, end] : mOpen.changes)
             size += sizeof(ChangeHead) + static_cast<size_t>(end - begin);
-        std::string changes;
-        changes.reserve(size);
+        std::string changes(size, '\0');
+        char* to = changes.data();
         for (const auto& [begin, end] : mOpen.changes) {
             const ChangeHead head{static_cast<uint16_t>(begin), static_cast<uint16_t>(end - begin)};
-            changes.append(reinterpret_cast<const char*>(&head), sizeof head);
-            changes.append(mOpen.bytes.get() + begin, head.size);
+            std::memcpy(to, &head, sizeof head);
+            std::memcpy(to + sizeof head, mOpen.bytes.get() + begin, head.size);
+            to += sizeof head + head.size;
         }
         const auto place = FirstFrom(mOpen.number);
         mPages.emplace_hint(place, mOpen.number, std::string())->second = std::move(changes);
@@ -99,6 +123,10 @@ void CommitPages::PutAway()
 void CommitPages::Note(int32_t begin, int32_t end)
 {
     auto& changes = mOpen.changes;
+    if (changes.empty() || changes.back().second + kNear < begin) {
+        changes.emplace_back(begin, end);
+        return;
+    }
     auto first = std::lower_bound(
         changes.begin(), changes.end(), begin,
         [](const auto& change, int32_t place) { return change.second + kNear < place; });
@@ -120,13 +148,9 @@ bool CommitPages::Write(RandomAccessMechanism* file, int64_t fileLength, int64_t
         const size_t size = std::min(count, static_cast<size_t>(kPageSize - begin));
         char* to = mOpen.bytes.get() + begin;
         // What is written over itself need not be written.
-        size_t first = 0;
-        size_t last = size;
-        while (first < last && to[first] == from[first])
-            first++;
-        while (first < last && to[last - 1] == from[last - 1])
-            last--;
-        if (first < last) {
+        const size_t first = EqualAtStart(to, from, size);
+        if (first < size) {
+            const size_t last = EqualFrom(to, from, size);
             Note(static_cast<int32_t>(begin + static_cast<int64_t>(first)),
                  static_cast<int32_t>(begin + static_cast<int64_t>(last)));
             std::memcpy(to + first, from + first, last - first);
@@ -171,17 +195,18 @@ bool CommitPages::ForEachPiece(
     RandomAccessMechanism* file,
     const std::function<bool(int64_t position, std::string_view bytes)>& take)
 {
-    std::string piece;
+    std::vector<char> piece;
     int64_t start = 0;
     int64_t end = 0;
     bool hasGaps = false;
     const auto takePiece = [&] {
         const size_t size = static_cast<size_t>(end - start);
-        piece.resize(size);
+        if (piece.size() < size)
+            piece.resize(size);
         if (hasGaps && ReadFrom(file, start, piece.data(), size) != size)
             return false;
         Overlay(start, piece.data(), size);
-        return take(start, piece);
+        return take(start, {piece.data(), size});
     };
     const bool taken = ForEachChange([&](int64_t position, std::string_view bytes) {
         const bool goesOn =

@@ -34,6 +34,15 @@ public:
     // Reads the count bytes from position as they are with the changes; file has them all. Says how many came.
     [[nodiscard]] size_t Read(RandomAccessMechanism* file, int64_t position, char* to,
                               size_t count) const;
+    // The bytes from position to the end of the page that was written last; none when position isn't in it. Good until the
+    // next call. Behind the end of the file they mean nothing.
+    [[nodiscard]] std::string_view Peek(int64_t position) const
+    {
+        const int64_t begin = position - mOpen.number * kPageSize;
+        if (mOpen.number < 0 || begin < 0 || begin >= kPageSize)
+            return {};
+        return {mOpen.bytes.get() + begin, static_cast<size_t>(kPageSize - begin)};
+    }
     // Forgets what lies at length and beyond.
     void CutFrom(int64_t length);
     void Clear();

@@ -20,6 +20,10 @@ public:
     int64_t GetLength() override { return mFile ? mFile->Length() : 0; }
     bool SetLength(int64_t length) override;
     int64_t GetPosition() override { return mPosition; }
+    [[nodiscard]] std::string_view Peek(int64_t position) override
+    {
+        return mFile ? mFile->Peek(position) : std::string_view();
+    }
     // During a commit nothing: its end flushes what it must.
     bool FlushToDisk() override;
     [[nodiscard]] bool Reserve(int64_t length) override;

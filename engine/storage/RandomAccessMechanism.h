@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "runtime/String.h"
 
@@ -39,6 +40,10 @@ public:
     // new end stays.
     virtual bool SetLength(int64_t length) = 0;
     virtual int64_t GetPosition() = 0;
+    // The bytes from position on as they lie in memory, to be read where they are: as many as are at hand in one piece, often
+    // none; never more than the stream has. Good until the next call of the stream, or of another one of the same file. The
+    // stream's own position stays. The base has none.
+    [[nodiscard]] virtual std::string_view Peek(int64_t) { return {}; }
     // Everything written so far reaches the device before this returns. False: some of it may not
     // have. The base does nothing and returns true.
     virtual bool FlushToDisk();

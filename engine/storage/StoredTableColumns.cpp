@@ -178,8 +178,11 @@ void StoredTableColumns::Drop()
 
 void StoredTableColumns::Refresh()
 {
-    if (mColumns.empty())
+    if (mColumns.empty()) {
         mColumns.resize(static_cast<size_t>(mTable->QtyColumns()));
+        for (size_t number = 0; number < mColumns.size(); number++)
+            mColumns[number].id = mTable->Column(static_cast<long>(number))->columnID;
+    }
     RemoveDeletedRows();
     if (mUncounted > kUncountedBytes)
         CountAllMemory();
@@ -191,6 +194,15 @@ void StoredTableColumns::CountAllMemory()
     for (uint32_t number = 1; number < mColumns.size(); number++)
         if (mColumns[number].memory != 0 || IsLoaded(number))
             CountMemory(number);
+}
+
+// Of the column with that id; 0 when there is none.
+uint32_t StoredTableColumns::NumberOf(uint32_t columnID) const
+{
+    for (uint32_t number = 1; number < mColumns.size(); number++)
+        if (mColumns[number].id == columnID)
+            return number;
+    return 0;
 }
 
 void StoredTableColumns::ListRows()
@@ -542,13 +554,15 @@ void StoredTableColumns::RowUpdated(const VTChangedRow& change)
     const uint32_t row = RowNumberOf(change.RowID());
     if (row == kInvalidRowID)
         return;
-    for (uint32_t number = 1; number < mColumns.size(); number++) {
-        if (!IsLoaded(number))
+    RecordReader reader(change.Body());
+    for (RecordField field; reader.Next(&field);) {
+        const uint32_t number = NumberOf(field.columnID);
+        if (number == 0 || !IsLoaded(number))
             continue;
-        const VelaColumnInfo* info = mTable->Column(static_cast<long>(number));
+        if (change.IsInsert())
+            FindField(change.Body(), field.columnID, &field);   // the first of several is read
         VelaValue value;
-        if (!change.GetValue(info->columnID, info->Type(), &value))
-            continue;
+        VTChangedRow::GetValue(field, mTable->Column(static_cast<long>(number))->Type(), &value);
         Unshare(&mColumns[number].data);
         if (!mColumns[number].data->Set(row, value))
             Refuse(number);
@@ -569,26 +583,15 @@ void StoredTableColumns::RemoveDeletedRows()
 {
     if (!mRowsKnown || mDeletedNumbers.empty())
         return;
-    std::sort(mDeletedNumbers.begin(), mDeletedNumbers.end());
-    mDeletedNumbers.erase(std::unique(mDeletedNumbers.begin(), mDeletedNumbers.end()),
-                          mDeletedNumbers.end());
+    const RemovedRows rows(mDeletedNumbers);
     for (Column& column : mColumns) {
         if (!column.data)
             continue;
         Unshare(&column.data);
-        column.data->RemoveRows(mDeletedNumbers);
+        column.data->RemoveRows(rows);
     }
     Unshare(&mRowIDs);
-    RowIDList& rowIDs = *mRowIDs;
-    size_t kept = 0;
-    size_t next = 0;
-    for (uint32_t row = 0; row < rowIDs.size(); row++) {
-        if (next < mDeletedNumbers.size() && mDeletedNumbers[next] == row)
-            next++;
-        else
-            rowIDs[kept++] = rowIDs[row];
-    }
-    rowIDs.resize(kept);
+    rows.RemoveFrom(mRowIDs.get());
     mDeletedNumbers.clear();
     mNumbersKnown = false;
     mLastNumber = 0;

@@ -69,11 +69,13 @@ public:
 private:
     struct Column {
         std::shared_ptr<ColumnData> data;   // null when it isn't in memory
-        uint32_t asked = 0;                 // values asked for one by one
-        bool refused = false;               // can't be had as ColumnData, as things are
-        size_t memory = 0;                  // bytes, as counted last
+        uint32_t id = 0;
+        uint32_t asked = 0;     // values asked for one by one
+        bool refused = false;   // can't be had as ColumnData, as things are
+        size_t memory = 0;      // bytes, as counted last
     };
 
+    [[nodiscard]] uint32_t NumberOf(uint32_t columnID) const;
     void ListRows();
     [[nodiscard]] bool FindsRowsQuickly() const
     {

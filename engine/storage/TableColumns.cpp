@@ -9,20 +9,6 @@ namespace {
 
 constexpr size_t kFewBytes = size_t{1} << 16;
 
-template <class List>
-void RemoveAt(List* items, const std::vector<uint32_t>& rows)
-{
-    if (items->empty())
-        return;
-    size_t kept = rows.empty() ? items->size() : rows[0];
-    for (size_t i = 0; i < rows.size(); i++) {
-        const size_t end = i + 1 < rows.size() ? rows[i + 1] : items->size();
-        for (size_t row = rows[i] + 1; row < end; row++)
-            (*items)[kept++] = std::move((*items)[row]);
-    }
-    items->resize(kept);
-}
-
 // Calls use(i, fetch(i)) for i from 0 to count - 1, in batches: what fetch reads may lie anywhere in memory, and the waits
 // for it overlap.
 template <class Fetch, class Use>
@@ -228,32 +214,21 @@ void ColumnData::TurnIntoValues()
     valueTextBytes = textBytes;
 }
 
-void ColumnData::RemoveRows(const std::vector<uint32_t>& rows)
+void ColumnData::RemoveRows(const RemovedRows& rows)
 {
     if (!nulls.empty())
         nulls.resize(Count(), false);
     if (form == Form::kTexts)
-        for (uint32_t row : rows)
-            gapBytes += textLengths[row];
-    textsInOrder = textsInOrder && rows.empty();
-    RemoveAt(&integers, rows);
-    RemoveAt(&doubles, rows);
-    RemoveAt(&textStarts, rows);
-    RemoveAt(&textLengths, rows);
-    RemoveAt(&encodingNumber, rows);
-    RemoveAt(&values, rows);
+        rows.ForEach([this](size_t row) { gapBytes += textLengths[row]; });
+    textsInOrder = false;
+    rows.RemoveFrom(&integers);
+    rows.RemoveFrom(&doubles);
+    rows.RemoveFrom(&textStarts);
+    rows.RemoveFrom(&textLengths);
+    rows.RemoveFrom(&encodingNumber);
+    rows.RemoveFrom(&values);
+    rows.RemoveFrom(&nulls);
     CloseLargeGaps();
-    if (nulls.empty())
-        return;
-    std::vector<bool> kept;
-    size_t next = 0;
-    for (uint32_t row = 0; row < nulls.size(); row++) {
-        if (next < rows.size() && rows[next] == row)
-            next++;
-        else
-            kept.push_back(nulls[row]);
-    }
-    nulls = std::move(kept);
 }
 
 void ColumnData::GetValue(uint32_t row, VelaValue* value) const

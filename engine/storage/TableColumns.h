@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/storage/RemovedRows.h"
 #include "engine/storage/VelaTable.h"
 #include "runtime/LargeMemory.h"
 #include "runtime/StringArena.h"
@@ -46,8 +47,7 @@ struct ColumnData {
     [[nodiscard]] bool Append(const VelaValue& value);
     [[nodiscard]] bool AppendText(std::string_view text, TextEncoding encoding);
     [[nodiscard]] bool Set(uint32_t row, const VelaValue& value);
-    // Takes rows out; rows are ascending row numbers.
-    void RemoveRows(const std::vector<uint32_t>& rows);
+    void RemoveRows(const RemovedRows& rows);
     [[nodiscard]] size_t Count() const;
     // Bytes of memory, about.
     [[nodiscard]] size_t MemoryUse() const;

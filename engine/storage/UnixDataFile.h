@@ -47,6 +47,10 @@ public:
     // then, unless the system refused to change it.
     bool SetLength(int64_t length) override;
     int64_t GetPosition() override { return mPosition; }
+    [[nodiscard]] std::string_view Peek(int64_t position) override
+    {
+        return mWindow.From(position);
+    }
     bool FlushToDisk() override;
     // Counts bytes that are not written out yet. True where the file system can't tell.
     [[nodiscard]] bool Reserve(int64_t length) override;

@@ -83,11 +83,16 @@ bool VTChangedRow::GetValue(uint32_t columnID, VelaDataType type, VelaValue* val
     RecordField field;
     if (!FindField(Body(), columnID, &field))
         return false;
+    GetValue(field, type, value);
+    return true;
+}
+
+void VTChangedRow::GetValue(const RecordField& field, VelaDataType type, VelaValue* value)
+{
     if (field.type == kTypeNone)
         value->SetNull(type);
     else
         DecodeField(field, value);
-    return true;
 }
 
 bool FindField(std::string_view body, uint32_t columnID, RecordField* field)

@@ -38,6 +38,8 @@ public:
     [[nodiscard]] bool HasNulls() const { return mHasNulls; }
     // The value set for a column; a null one is null of type. False when the change doesn't hold the column.
     bool GetValue(uint32_t columnID, VelaDataType type, VelaValue* value) const;
+    // The same of a field that a change holds.
+    static void GetValue(const RecordField& field, VelaDataType type, VelaValue* value);
 
 private:
     VTChangedRow(uint32_t rowID, Kind kind, bool hasNulls, size_t bodySize)

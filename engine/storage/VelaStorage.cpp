@@ -55,30 +55,6 @@ bool ReadBytesAt(RandomAccessMechanism* stream, int64_t position, char* bytes, s
            stream->ReadData(bytes, static_cast<int>(count), nullptr);
 }
 
-constexpr size_t kWord = 8;
-
-// How many bytes two texts have in common at their start; a is at least as long as b.
-size_t EqualAtStart(std::string_view a, std::string_view b)
-{
-    size_t count = 0;
-    while (b.size() - count >= kWord && std::memcmp(&a[count], &b[count], kWord) == 0)
-        count += kWord;
-    while (count < b.size() && a[count] == b[count])
-        count++;
-    return count;
-}
-
-// The same at their end; they are equally long.
-size_t EqualAtEnd(std::string_view a, std::string_view b)
-{
-    size_t left = b.size();
-    while (left >= kWord && std::memcmp(&a[left - kWord], &b[left - kWord], kWord) == 0)
-        left -= kWord;
-    while (left > 0 && a[left - 1] == b[left - 1])
-        left--;
-    return b.size() - left;
-}
-
 }   // namespace
 
 VelaStorage::VelaStorage(RandomAccessMechanism* recordStream, RandomAccessMechanism* mapStream)
@@ -168,23 +144,15 @@ bool VelaStorage::StandNowhere()
 bool VelaStorage::GoToPosition(int64_t position, bool skipDeleted)
 {
     mCurrent = false;
-    if (!mFile->SeekFromStart(position) || mFile->IsEOF())
-        return false;
-    return ReadRecHeader(skipDeleted);
-}
-
-bool VelaStorage::ReadRecHeader(bool skipDeleted)
-{
-    mCurrent = false;
-    for (;;) {
-        mPosition = mFile->GetPosition();
-        char bytes[kRecordHeaderSize];
-        if (!mFile->ReadData(bytes, sizeof bytes, nullptr))
+    for (int64_t length = mFile->GetLength(); position < length; position = mNextPosition) {
+        mPosition = position;
+        char room[kRecordHeaderSize];
+        const char* bytes = BytesAt(position, sizeof room, room);
+        if (bytes == nullptr)
             return HandleError(RecordError::kReadFailed);
         RecordHeader header;
-        const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
-        const RecordError error =
-            ParseRecordHeader(bytes, mFile->GetLength() - bodyPosition, &header);
+        const int64_t bodyPosition = position + static_cast<int64_t>(kRecordHeaderSize);
+        const RecordError error = ParseRecordHeader(bytes, length - bodyPosition, &header);
         if (error != RecordError::kNone)
             return HandleError(error);
         mRowID = header.rowID;
@@ -194,9 +162,18 @@ bool VelaStorage::ReadRecHeader(bool skipDeleted)
             mCurrent = true;
             return true;
         }
-        if (!mFile->SeekFromStart(mNextPosition) || mFile->IsEOF())
-            return false;
     }
+    return false;
+}
+
+// The count bytes of the record file from position, where they are or, when they don't lie in one piece, in room. Null: they
+// can't be read.
+const char* VelaStorage::BytesAt(int64_t position, size_t count, char* room)
+{
+    const std::string_view bytes = mFile->Peek(position);
+    if (bytes.size() >= count)
+        return bytes.data();
+    return ReadBytesAt(mFile, position, room, count) ? room : nullptr;
 }
 
 bool VelaStorage::HandleError(RecordError error)
@@ -214,12 +191,9 @@ bool VelaStorage::ReadBody(std::string_view* body)
     const size_t size = static_cast<size_t>(mNextPosition - bodyPosition);
     if (mBody.size() < size)
         mBody.resize(size);
-    if (mFile->GetPosition() != bodyPosition && !mFile->SeekFromStart(bodyPosition))
-        return false;
-    if (!mFile->ReadData(mBody.data(), static_cast<int>(size), nullptr))
-        return false;
-    *body = {mBody.data(), size};
-    return true;
+    const char* bytes = BytesAt(bodyPosition, size, mBody.data());
+    *body = {bytes, bytes != nullptr ? size : 0};
+    return bytes != nullptr;
 }
 
 bool VelaStorage::ReadRecordValues(VelaRow* values)
@@ -325,33 +299,34 @@ bool VelaStorage::UpdateBody(std::string_view changes)
     std::string_view old;
     if (!ReadBody(&old))
         return false;
-    if (!mPatcher.Patch(old, changes, &mMerged))
-        MergeBodies(old, changes, MergedNulls::kTakeOut, &mMerged);
+    size_t size = 0;
+    if (mLive && mPatcher.FindDifferences(old, changes, &mDifferences, &size))
+        return WriteDifferences(size);
+    MergeBodies(old, changes, MergedNulls::kTakeOut, &mMerged);
     const std::string_view body = ViewOf(mMerged);
-    const int64_t needed = mPosition + static_cast<int64_t>(kRecordHeaderSize + body.size());
-    if (needed <= mNextPosition)
-        return mLive ? WriteDifference(old, body)
-                     : WriteBodyAt(mPosition, mRowID, body, mNextPosition);
+    const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
+    if (mLive && body.size() <= old.size()) {
+        mCurrent = Overwrite(bodyPosition, body.data(), body.size());
+        return mCurrent;
+    }
+    if (bodyPosition + static_cast<int64_t>(body.size()) <= mNextPosition)
+        return WriteBodyAt(mPosition, mRowID, body, mNextPosition);
     const int64_t oldPosition = mPosition;
     char tag[4];
     StoreBigEndian32(tag, kTrashTag);
     return AddNewBody(mRowID, body) && Overwrite(oldPosition, tag, sizeof tag);
 }
 
-// Writes a body over the old one of the current, live record, from the first byte that differs to the last. Leaves the
-// stream behind the body.
-bool VelaStorage::WriteDifference(std::string_view old, std::string_view body)
+// Puts what was found to differ into the body of the current record. Leaves the stream behind the body, which is size bytes long.
+bool VelaStorage::WriteDifferences(size_t size)
 {
-    const size_t first = EqualAtStart(old, body);
-    const size_t end =
-        body.size() - EqualAtEnd(old.substr(first, body.size() - first), body.substr(first));
     const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
-    if (first < end &&
-        !Overwrite(bodyPosition + static_cast<int64_t>(first), body.data() + first, end - first)) {
-        mCurrent = false;
-        return false;
-    }
-    return mFile->SeekFromStart(bodyPosition + static_cast<int64_t>(body.size()));
+    for (const auto& [at, bytes] : mDifferences)
+        if (!Overwrite(bodyPosition + static_cast<int64_t>(at), bytes.data(), bytes.size())) {
+            mCurrent = false;
+            return false;
+        }
+    return mFile->SeekFromStart(bodyPosition + static_cast<int64_t>(size));
 }
 
 bool VelaStorage::WriteRecordAt(int64_t position, uint32_t rowID, const VelaRow& values,

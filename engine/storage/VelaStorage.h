@@ -101,13 +101,13 @@ public:
 private:
     enum class MapState { kUnloaded, kLoaded };
 
-    bool ReadRecHeader(bool skipDeleted);
     bool GoToPosition(int64_t position, bool skipDeleted);
+    const char* BytesAt(int64_t position, size_t count, char* room);
     bool GoToMappedRow(uint32_t rowID);
     bool MapAgreesWithFile();
     bool StandNowhere();
     bool WriteBodyAt(int64_t position, uint32_t rowID, std::string_view body, int64_t endPosition);
-    bool WriteDifference(std::string_view old, std::string_view body);
+    bool WriteDifferences(size_t size);
     bool HandleError(RecordError error);
     bool Overwrite(int64_t position, const char* bytes, size_t count);
     void NeedMap();
@@ -149,6 +149,7 @@ private:
     std::vector<char> mMerged;
     std::vector<char> mRecord;
     BodyPatcher mPatcher;
+    std::vector<BodyPatcher::Difference> mDifferences;
 
     bool mFull = false;
 };
