@@ -71,8 +71,8 @@ def read_runs(paths):
     for path in paths:
         content = read_file(path)
         duckdb = content.get("context", {}).get("duckdb", duckdb)
-        # They took turns at random; the families are numbered in the order of the table.
-        for run in sorted(content["benchmarks"], key=lambda run: run["family_index"]):
+        # They may have taken turns.
+        for run in sorted(content["benchmarks"], key=lambda run: (run.get("place", 0), run["family_index"])):
             if run["run_type"] != "iteration":
                 continue
             if run.get("error_occurred"):

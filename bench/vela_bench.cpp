@@ -1,11 +1,13 @@
 // vela_bench: Vela, SQLite and, when its library is given, DuckDB side by side.
 //
 //   vela_bench [--sizes=N,N...] [--ssb=SCALE] [--folder=FOLDER] [--sqlite_cache_mib=N]
-//              [--duckdb=LIBRARY] [--memory] [--benchmark_...]
+//              [--duckdb=LIBRARY] [--only=REGEX] [--json=FILE] [--shuffle] [--memory] [--benchmark_...]
 //
-// Benchmarks are named WORKLOAD/ENGINE/N. Databases are made in FOLDER, which should lie on the
-// kind of device that databases lie on. With --ssb the workloads are the queries of the Star Schema
-// Benchmark, at a scale of 0.001 to 100; with --memory Vela's peak memory is measured instead.
+// Benchmarks are named WORKLOAD/ENGINE/N; --only takes those whose names match. Databases are made in
+// FOLDER, which should lie on the kind of device that databases lie on. With --ssb the workloads are
+// the queries of the Star Schema Benchmark, at a scale of 0.001 to 100; with --memory Vela's peak
+// memory is measured instead. One workload follows the other, and its engines take turns; with
+// --shuffle all workloads take turns. Results go to FILE, or are printed.
 // Exit status 1: the engines' answers differ.
 
 #include <benchmark/benchmark.h>
@@ -13,8 +15,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <map>
 #include <memory>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -33,7 +37,10 @@ struct Options {
     std::vector<uint32_t> sizes = {10000, 100000, 1000000};
     std::string folder = "bench-data";
     int sqliteCacheMiB = 0;
-    std::string duckDB;        // its library; empty: it is left out
+    std::string duckDB;       // its library; empty: it is left out
+    std::string only = ".";   // a regular expression
+    std::string json;         // a file for the results; empty: they are printed
+    bool shuffle = false;
     bool starSchema = false;   // sizes are numbers of lineorders
     bool memory = false;
 };
@@ -82,6 +89,12 @@ Options ParseOptions(int argc, char** argv)
             options.folder = folder;
         else if (const char* cache = ValueOf(argv[i], "--sqlite_cache_mib="))
             options.sqliteCacheMiB = std::atoi(cache);
+        else if (const char* only = ValueOf(argv[i], "--only="))
+            options.only = only;
+        else if (const char* json = ValueOf(argv[i], "--json="))
+            options.json = json;
+        else if (std::strcmp(argv[i], "--shuffle") == 0)
+            options.shuffle = true;
         else if (std::strcmp(argv[i], "--memory") == 0)
             options.memory = true;
         else
@@ -122,7 +135,7 @@ struct Contestant {
     std::set<std::string> warm;   // workloads that it has run once
 };
 
-void Measure(benchmark::State& state, const Workload& workload, Contestant& contestant,
+void Measure(benchmark::State& state, const Workload& workload, int place, Contestant& contestant,
              Answers& answers)
 {
     Stage& stage = *contestant.stage;
@@ -137,21 +150,9 @@ void Measure(benchmark::State& state, const Workload& workload, Contestant& cont
         if (!answers.Agree(key, answer))
             state.SkipWithError("the answers differ");
     }
+    state.counters["place"] = place;
     state.counters["operations"] = workload.operations;
     state.counters["rows"] = static_cast<double>(answers.RowsOf(key));
-}
-
-void Register(const Workload& workload, const std::string& engine, Contestant* contestant,
-              Answers* answers)
-{
-    const std::string name =
-        workload.name + ("/" + engine) + "/" + std::to_string(contestant->stage->ItemCount());
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [workload, contestant, answers](benchmark::State& state) {
-                                     Measure(state, workload, *contestant, *answers);
-                                 })
-        ->UseManualTime()
-        ->Unit(benchmark::kMicrosecond);
 }
 
 // All engines at one size.
@@ -159,7 +160,7 @@ class Contest {
 public:
     // duckDB may be null. It and answers must outlive this.
     Contest(uint32_t size, const Options& options, const DuckDBLibrary* duckDB, Answers* answers)
-        : mSize(size), mFolder(options.folder), mAnswers(answers)
+        : mSize(size), mFolder(options.folder), mOnly(options.only), mAnswers(answers)
     {
         using Journal = SQLitePeer::Journal;
         const int cache = options.sqliteCacheMiB;
@@ -172,21 +173,35 @@ public:
             Join(&mDuckDB, "duckdb", [duckDB] { return std::make_unique<DuckDBPeer>(*duckDB); });
     }
 
-    void Register(Workload workload)
+    // Of the workload, which has that place in the table, what is asked for.
+    void Register(Workload workload, int place)
     {
-        bench::Register(workload, mVela.name, &mVela, mAnswers);
-        bench::Register(workload, mSQLite.name, &mSQLite, mAnswers);
+        Register(workload, place, mVela.name, &mVela);
+        Register(workload, place, mSQLite.name, &mSQLite);
         if (workload.withWAL)
-            bench::Register(workload, mSQLiteWAL.name, &mSQLiteWAL, mAnswers);
+            Register(workload, place, mSQLiteWAL.name, &mSQLiteWAL);
         if (workload.withDuckDB && mDuckDB.stage)
-            bench::Register(workload, mDuckDB.name, &mDuckDB, mAnswers);
+            Register(workload, place, mDuckDB.name, &mDuckDB);
         if (workload.runPrepared != nullptr) {
             workload.run = workload.runPrepared;
-            bench::Register(workload, "sqlite_prepared", &mSQLite, mAnswers);
+            Register(workload, place, "sqlite_prepared", &mSQLite);
         }
     }
 
 private:
+    void Register(const Workload& workload, int place, const std::string& engine,
+                  Contestant* contestant)
+    {
+        const std::string name = workload.name + ("/" + engine) + "/" + std::to_string(mSize);
+        if (!std::regex_search(name, mOnly))
+            return;
+        const auto measure = [workload, place, contestant, this](benchmark::State& state) {
+            Measure(state, workload, place, *contestant, *mAnswers);
+        };
+        benchmark::RegisterBenchmark(name.c_str(), measure)
+            ->UseManualTime()
+            ->Unit(benchmark::kMicrosecond);
+    }
     void Join(Contestant* contestant, const std::string& name, Stage::PeerMaker makePeer)
     {
         const std::string folder = mFolder + "/" + name + "-" + std::to_string(mSize);
@@ -196,8 +211,36 @@ private:
 
     uint32_t mSize;
     std::string mFolder;
+    std::regex mOnly;
     Answers* mAnswers;
     Contestant mVela, mSQLite, mSQLiteWAL, mDuckDB;   // without a stage: takes no part
+};
+
+// The results of several runs as one.
+class JSONFile : public benchmark::JSONReporter {
+public:
+    explicit JSONFile(const std::string& name) : mFile(name)
+    {
+        if (!mFile)
+            Die("can't write " + name);
+        SetOutputStream(&mFile);
+    }
+    bool ReportContext(const Context& context) override
+    {
+        const bool isFirst = !mBegun;
+        mBegun = true;
+        return !isFirst || JSONReporter::ReportContext(context);
+    }
+    void Finalize() override {}   // of one run
+    void End()
+    {
+        if (mBegun)
+            JSONReporter::Finalize();
+    }
+
+private:
+    std::ofstream mFile;
+    bool mBegun = false;
 };
 
 int RunWorkloads(const Options& options)
@@ -208,13 +251,27 @@ int RunWorkloads(const Options& options)
         duckDB = std::make_unique<DuckDBLibrary>(DuckDBLibrary::Load(options.duckDB));
         benchmark::AddCustomContext("duckdb", duckDB->library_version());
     }
+    std::unique_ptr<JSONFile> file;
+    if (!options.json.empty())
+        file = std::make_unique<JSONFile>(options.json);
+    const auto runRegistered = [&file] {
+        benchmark::RunSpecifiedBenchmarks(file.get(), ".");
+        benchmark::ClearRegisteredBenchmarks();
+    };
     std::vector<std::unique_ptr<Contest>> contests;
     for (const uint32_t size : options.sizes) {
         contests.push_back(std::make_unique<Contest>(size, options, duckDB.get(), &answers));
-        for (const Workload& workload : options.starSchema ? StarWorkloads() : Workloads())
-            contests.back()->Register(workload);
+        int place = 0;
+        for (const Workload& workload : options.starSchema ? StarWorkloads() : Workloads()) {
+            contests.back()->Register(workload, place++);
+            if (!options.shuffle)
+                runRegistered();
+        }
     }
-    benchmark::RunSpecifiedBenchmarks();
+    if (options.shuffle)
+        runRegistered();
+    if (file)
+        file->End();
     return answers.Differ() ? 1 : 0;
 }
 
