@@ -73,9 +73,11 @@ private:
     static constexpr int64_t kPageSize = 4096;
     // Changes that are no further apart are kept as one: that takes less room in the log than two.
     static constexpr int32_t kNear = 12;
-    // In a file, writing so many bytes once more takes less than a call of the system.
-    static constexpr int64_t kNearInFile = 512;
-    static constexpr int64_t kLargestPiece = int64_t{1} << 20;
+    // In a file, writing so many bytes once more takes less than a call of the system. A page without changes is never among
+    // them.
+    static constexpr int64_t kNearInFile = 4095;
+    // So much stays in the processor's second-level cache.
+    static constexpr int64_t kLargestPiece = int64_t{1} << 18;
 
     // Where a change in a page begins, and how long it is, in front of its bytes.
     struct ChangeHead {

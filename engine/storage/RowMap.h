@@ -69,28 +69,10 @@ public:
     {
         if (mRunsOn && mValues.empty())
             mFirst = rowID;
-        if (mRunsOn && rowID - mFirst != mValues.size())
-            StopRunningOn();
-        if (mRunsOn) {
+        if (mRunsOn && rowID - mFirst == mValues.size())
             mValues.push_back(std::move(value));
-            return;
-        }
-        const size_t slot = FindSlot(rowID);
-        mKeys.MakeRoomForOne();
-        mMarks.MakeRoomForOne();
-        mValues.MakeRoomForOne();
-        if (slot == kNowhere)
-            MakeRoomForSlot();
-        mKeys.push_back(rowID);
-        mMarks.push_back(kListed | kMapped);
-        mValues.push_back(std::move(value));
-        const uint32_t place = static_cast<uint32_t>(mKeys.size());
-        if (slot == kNowhere) {
-            InsertSlot(rowID, place);
-            return;
-        }
-        mListedTwice = true;
-        mSlots[slot] = place;
+        else
+            AppendKey(rowID, std::move(value));
     }
 
     // Takes the Append of a key back that was not there before it, as the last thing that has happened to the map.
@@ -203,6 +185,29 @@ private:
         }
         const size_t slot = FindSlot(rowID);
         return slot == kNowhere ? kNowhere : mSlots[slot] - 1;
+    }
+
+    // Of a key that doesn't run on.
+    void AppendKey(uint32_t rowID, T value)
+    {
+        if (mRunsOn)
+            StopRunningOn();
+        const size_t slot = FindSlot(rowID);
+        mKeys.MakeRoomForOne();
+        mMarks.MakeRoomForOne();
+        mValues.MakeRoomForOne();
+        if (slot == kNowhere)
+            MakeRoomForSlot();
+        mKeys.push_back(rowID);
+        mMarks.push_back(kListed | kMapped);
+        mValues.push_back(std::move(value));
+        const uint32_t place = static_cast<uint32_t>(mKeys.size());
+        if (slot == kNowhere) {
+            InsertSlot(rowID, place);
+            return;
+        }
+        mListedTwice = true;
+        mSlots[slot] = place;
     }
 
     // From now on keys are kept. When memory runs out, nothing has changed.
