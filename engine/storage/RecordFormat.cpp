@@ -93,6 +93,35 @@ bool ReadText(const char** payload, const char* end, RecordField* field, bool ha
     return true;
 }
 
+// makeText(bytes, encoding) gives a string.
+template <class MakeText>
+void DecodeFieldWith(const RecordField& field, VelaValue* value, const MakeText& makeText)
+{
+    switch (field.type) {
+        case kTypeInteger:
+            value->SetInteger(FieldInteger(field));
+            break;
+        case kTypeBoolean:
+            value->SetBoolean(FieldInteger(field) != 0);
+            break;
+        case kTypeDouble:
+            value->SetDouble(FieldDouble(field));
+            break;
+        case kTypeString:
+            value->SetText(kTypeString, makeText(field.payload, field.encoding));
+            break;
+        case kTypeDate:
+        case kTypeTime:
+        case kTypeTimestamp:
+        case kTypeBinary:
+            value->SetText(field.type, makeText(field.payload, kEncodingASCII));
+            break;
+        default:
+            value->SetNull(kTypeNone);
+            break;
+    }
+}
+
 }   // namespace
 
 char* EncodeByteChunk(char* to, uint32_t value)
@@ -250,29 +279,16 @@ double FieldDouble(const RecordField& field)
 
 void DecodeField(const RecordField& field, VelaValue* value)
 {
-    switch (field.type) {
-        case kTypeInteger:
-            value->SetInteger(FieldInteger(field));
-            break;
-        case kTypeBoolean:
-            value->SetBoolean(FieldInteger(field) != 0);
-            break;
-        case kTypeDouble:
-            value->SetDouble(FieldDouble(field));
-            break;
-        case kTypeString:
-            value->SetText(kTypeString, string(field.payload, field.encoding));
-            break;
-        case kTypeDate:
-        case kTypeTime:
-        case kTypeTimestamp:
-        case kTypeBinary:
-            value->SetText(field.type, string(field.payload, kEncodingASCII));
-            break;
-        default:
-            value->SetNull(kTypeNone);
-            break;
-    }
+    DecodeFieldWith(field, value, [](std::string_view text, TextEncoding encoding) {
+        return string(text, encoding);
+    });
+}
+
+void DecodeField(const RecordField& field, StringArena* arena, VelaValue* value)
+{
+    DecodeFieldWith(field, value, [arena](std::string_view text, TextEncoding encoding) {
+        return arena->Make(text, encoding);
+    });
 }
 
 bool DecodeRecordBody(std::string_view body, VelaRow* values)

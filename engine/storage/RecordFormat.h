@@ -8,6 +8,7 @@
 #include "engine/core/VelaValueWithID.h"
 #include "engine/storage/VelaTable.h"
 #include "runtime/SimpleVector.h"
+#include "runtime/StringArena.h"
 
 namespace vela {
 
@@ -120,6 +121,8 @@ private:
 
 // Makes the value that a field holds: non-null, but for type None.
 void DecodeField(const RecordField& field, VelaValue* value);
+// The same with a text that arena makes.
+void DecodeField(const RecordField& field, StringArena* arena, VelaValue* value);
 // The numbers of a field, for readers that want no VelaValue. 0 when the payload is short.
 [[nodiscard]] int32_t FieldInteger(const RecordField& field);
 [[nodiscard]] double FieldDouble(const RecordField& field);

@@ -80,7 +80,7 @@ long VelaIndex::PositionOfColumn(uint32_t columnID) const
 VelaIndexEntry VelaIndex::EntryAt(size_t position)
 {
     const uint32_t rowID = mEntries.GetRowIDByIndex(position);
-    return {SlotValues(mEntries.GetItem(rowID)), mColumnIDs.size(), rowID};
+    return {SlotValues(mEntries.GetItemByIndex(position)), mColumnIDs.size(), rowID};
 }
 
 void VelaIndex::Reserve(size_t entries)
@@ -255,6 +255,7 @@ bool VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
         return false;
     bool whole = true;
     bool plain = true;   // the file holds the entries and nothing else
+    StringArena texts;
     RecordScanner scanner(stream);
     while (scanner.Next()) {
         const uint32_t rowID = scanner.Header().rowID;
@@ -267,7 +268,7 @@ bool VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
                     (kRecordHeaderSize + scanner.Body().size()));
         const uint32_t slot = NewSlot();
         bool exact = false;
-        if (ReadEntry(scanner.Body(), slot, &exact)) {
+        if (ReadEntry(scanner.Body(), slot, &texts, &exact)) {
             AddEntry(rowID, slot);
             plain = plain && exact;
         } else {
@@ -283,7 +284,7 @@ bool VelaIndex::LoadFromFile(RandomAccessMechanism* stream)
 }
 
 // False when the record isn't one of the index's columns. exact: it has no slack.
-bool VelaIndex::ReadEntry(std::string_view body, uint32_t slot, bool* exact)
+bool VelaIndex::ReadEntry(std::string_view body, uint32_t slot, StringArena* texts, bool* exact)
 {
     RecordReader reader(body);
     if (reader.Count() != mColumnIDs.size())
@@ -292,7 +293,7 @@ bool VelaIndex::ReadEntry(std::string_view body, uint32_t slot, bool* exact)
     for (size_t i = 0; i < mColumnIDs.size(); i++) {
         if (!reader.Next(&field) || field.columnID != mColumnIDs[i])
             return false;
-        DecodeField(field, &SlotValues(slot)[i]);
+        DecodeField(field, texts, &SlotValues(slot)[i]);
     }
     *exact = reader.EndsExactly();
     return true;

@@ -9,6 +9,7 @@
 #include "engine/storage/RandomAccessMechanism.h"
 #include "engine/storage/RowMap.h"
 #include "runtime/LargeMemory.h"
+#include "runtime/StringArena.h"
 
 namespace vela {
 
@@ -95,7 +96,7 @@ public:
 private:
     void AddEntry(uint32_t rowID, uint32_t slot);
     [[nodiscard]] uint32_t NewSlot();
-    bool ReadEntry(std::string_view body, uint32_t slot, bool* exact);
+    bool ReadEntry(std::string_view body, uint32_t slot, StringArena* texts, bool* exact);
     bool WriteEntries(RandomAccessMechanism* stream, size_t first,
                       const SimpleVector<VelaValue>& defaults);
     bool WriteColumnRecord(RandomAccessMechanism* stream);

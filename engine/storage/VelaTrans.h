@@ -176,6 +176,8 @@ protected:
     void AddRowToIndex(uint32_t rowID, size_t indexNumber);
     void RemoveRowFromIndex(uint32_t rowID, size_t indexNumber);
     void FillIndex(VelaIndex* index);
+    void GetKeyValues(long number, const std::vector<uint32_t>& rows, StringArena* texts,
+                      VelaValue* values, size_t step);
     [[nodiscard]] VelaDataType NullTypeOf(long number) const;
     [[nodiscard]] SimpleVector<VelaValue> DefaultsOf(const VelaIndex& index) const;
     bool WriteIndexFiles(string* error);

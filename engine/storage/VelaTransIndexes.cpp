@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <utility>
 
 #include "engine/storage/VelaTrans.h"
@@ -11,6 +12,7 @@ namespace vela {
 namespace {
 
 const char* const kIndexSuffix = ".idx";
+constexpr uint32_t kRowsInBatch = 256;
 
 }   // namespace
 
@@ -148,15 +150,38 @@ void VelaTrans::FillIndex(VelaIndex* index)
             wanted[static_cast<size_t>(numbers.back())] = true;
     }
     columns->Prepare(wanted);
+    const uint32_t count = columns->RowCount();
+    index->Reserve(count);
+    StringArena texts;
+    std::vector<uint32_t> rows;
+    std::vector<VelaValue> batch(kRowsInBatch * numbers.size());
     SimpleVector<VelaValue> values;
     values.resize(numbers.size());
-    index->Reserve(columns->RowCount());
-    for (uint32_t row = 0; row < columns->RowCount(); row++) {
+    for (uint32_t first = 0; first < count; first += kRowsInBatch) {
+        rows.resize(std::min(kRowsInBatch, count - first));
+        std::iota(rows.begin(), rows.end(), first);
         for (size_t i = 0; i < numbers.size(); i++)
-            if (!columns->GetValue(row, numbers[i], &values[i]))
-                values[i].SetNull(NullTypeOf(numbers[i]));
-        index->Add(values, columns->RowIDs()[row]);
+            GetKeyValues(numbers[i], rows, &texts, &batch[i], numbers.size());
+        for (size_t k = 0; k < rows.size(); k++) {
+            for (size_t i = 0; i < values.size(); i++)
+                values[i] = std::move(batch[k * values.size() + i]);
+            index->Add(values, columns->RowIDs()[rows[k]]);
+        }
     }
+}
+
+// The values that rows, by their numbers, have in a column, step apart.
+void VelaTrans::GetKeyValues(long number, const std::vector<uint32_t>& rows, StringArena* texts,
+                             VelaValue* values, size_t step)
+{
+    TableColumns* columns = Columns();
+    if (const ColumnData* data = columns->Loaded(number)) {
+        data->GetValues(rows.data(), 1, rows.size(), texts, values, step);
+        return;
+    }
+    for (size_t k = 0; k < rows.size(); k++)
+        if (!columns->GetValue(rows[k], number, &values[k * step]))
+            values[k * step].SetNull(NullTypeOf(number));
 }
 
 VelaDataType VelaTrans::NullTypeOf(long number) const
