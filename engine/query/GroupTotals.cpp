@@ -58,6 +58,7 @@ GroupTotals::GroupTotals(const std::vector<VelaExprPtr>& outputs, const VelaEval
 
 void GroupTotals::Append(const std::vector<uint32_t>& groups, VelaTempTable* result)
 {
+    result->ReserveRows(groups.size());
     for (size_t start = 0; start < groups.size(); start += kGroupsAtOnce)
         AppendSome(groups.data() + start, std::min(kGroupsAtOnce, groups.size() - start), result);
 }

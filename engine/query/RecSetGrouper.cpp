@@ -66,7 +66,8 @@ bool RecSetGrouper::FindGroupsByNumber(const RecSetList& list)
     const uint64_t range = static_cast<uint64_t>(int64_t{largest} - smallest) + 1;
     if (range > kSmallRange + all.Count() * kRangePerRecSet)
         return false;
-    std::vector<uint32_t> groupOfNumber(static_cast<size_t>(range), HashChains::kNone);
+    LargeVector<uint32_t> groupOfNumber(static_cast<size_t>(range), HashChains::kNone);
+    mGroups.reserve(std::min(groupOfNumber.size(), all.Count()));
     for (size_t i = 0; i < all.Count(); i++) {
         const int32_t number = column->integers[all.RowID(i, table)];
         uint32_t& group = groupOfNumber[static_cast<size_t>(int64_t{number} - smallest)];
