@@ -56,6 +56,7 @@ void CopyOver(std::string_view bytes, int64_t place, int64_t position, char* to,
 void CommitPages::Clear()
 {
     mPages.clear();
+    mMemory.Clear();
     mLast = mPages.end();
     mOpen = OpenPage();
 }
@@ -104,8 +105,8 @@ void CommitPages::PutAway()
         size_t size = 0;
         for (const auto& [begin, end] : mOpen.changes)
             size += sizeof(ChangeHead) + static_cast<size_t>(end - begin);
-        std::string changes(size, '\0');
-        char* to = changes.data();
+        char* const piece = static_cast<char*>(mMemory.Take(size, 1));
+        char* to = piece;
         for (const auto& [begin, end] : mOpen.changes) {
             const ChangeHead head{static_cast<uint16_t>(begin), static_cast<uint16_t>(end - begin)};
             std::memcpy(to, &head, sizeof head);
@@ -113,10 +114,35 @@ void CommitPages::PutAway()
             to += sizeof head + head.size;
         }
         const auto place = FirstFrom(mOpen.number);
-        mPages.emplace_hint(place, mOpen.number, std::string())->second = std::move(changes);
+        SetChanges(mPages.emplace_hint(place, mOpen.number, std::string_view()), {piece, size});
     }
     mOpen.number = -1;
     mOpen.changes.clear();
+    if (mMemory.IsWastingMemory())
+        MoveTogether();
+}
+
+void CommitPages::SetChanges(Pages::iterator page, std::string_view piece)
+{
+    mMemory.Drop(page->second.size());
+    page->second = piece;
+}
+
+// Gives back the memory of changes that were replaced.
+void CommitPages::MoveTogether()
+{
+    RowArena memory;
+    std::vector<std::string_view> moved;
+    moved.reserve(mPages.size());
+    for (const auto& [number, changes] : mPages) {
+        char* const piece = static_cast<char*>(memory.Take(changes.size(), 1));
+        changes.copy(piece, changes.size());
+        moved.emplace_back(piece, changes.size());
+    }
+    size_t next = 0;
+    for (auto& [number, changes] : mPages)
+        changes = moved[next++];
+    mMemory = std::move(memory);
 }
 
 // Of the open page.
@@ -224,23 +250,28 @@ bool CommitPages::ForEachPiece(
 void CommitPages::CutFrom(int64_t length)
 {
     PutAway();
-    mPages.erase(mPages.lower_bound((length + kPageSize - 1) / kPageSize), mPages.end());
+    const auto firstCut = mPages.lower_bound((length + kPageSize - 1) / kPageSize);
+    for (auto page = firstCut; page != mPages.end(); ++page)
+        SetChanges(page, {});
+    mPages.erase(firstCut, mPages.end());
     mLast = mPages.end();
     if (mPages.empty() || length % kPageSize == 0)
         return;
-    auto& [number, changes] = *mPages.rbegin();
-    const int64_t end = length - number * kPageSize;
-    std::string left;
-    ForEachIn(changes, [&left, end](int64_t begin, std::string_view bytes) {
+    const auto page = std::prev(mPages.end());
+    const int64_t end = length - page->first * kPageSize;
+    char* const piece = static_cast<char*>(mMemory.Take(page->second.size(), 1));
+    size_t size = 0;
+    ForEachIn(page->second, [piece, &size, end](int64_t begin, std::string_view bytes) {
         if (begin >= end)
             return false;
         bytes = bytes.substr(0, static_cast<size_t>(end - begin));
         const ChangeHead head{static_cast<uint16_t>(begin), static_cast<uint16_t>(bytes.size())};
-        left.append(reinterpret_cast<const char*>(&head), sizeof head);
-        left.append(bytes);
+        std::memcpy(piece + size, &head, sizeof head);
+        bytes.copy(piece + size + sizeof head, bytes.size());
+        size += sizeof head + bytes.size();
         return true;
     });
-    changes = std::move(left);
+    SetChanges(page, {piece, size});
 }
 
 }   // namespace vela

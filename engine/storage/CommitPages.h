@@ -5,12 +5,12 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "engine/storage/RandomAccessMechanism.h"
+#include "engine/storage/RowArena.h"
 
 namespace vela {
 
@@ -92,8 +92,8 @@ private:
         std::vector<std::pair<int32_t, int32_t>> changes;   // begin, end; sorted, apart
     };
 
-    // By number. The value: the changes in order, each a head and its bytes.
-    using Pages = std::map<int64_t, std::string>;
+    // By number. The value: the changes in order, each a head and its bytes, a piece of mMemory.
+    using Pages = std::map<int64_t, std::string_view>;
 
     // Calls take(begin, bytes) for each change, as ForEachChange.
     template <class Take>
@@ -113,9 +113,13 @@ private:
     bool Open(RandomAccessMechanism* file, int64_t fileLength, int64_t number);
     // The open page joins the others.
     void PutAway();
+    // Those of a page become the ones in the piece, which was just taken.
+    void SetChanges(Pages::iterator page, std::string_view piece);
+    void MoveTogether();
     void Note(int32_t begin, int32_t end);
     void Overlay(int64_t position, char* to, size_t count) const;
 
+    RowArena mMemory;
     mutable Pages mPages;                           // the open one as it was before it was opened
     mutable Pages::iterator mLast = mPages.end();   // where FirstFrom was last
     OpenPage mOpen;

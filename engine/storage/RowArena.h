@@ -7,8 +7,8 @@
 
 namespace vela {
 
-// RowArena is the memory that the pending changes of a table's rows lie in: pieces that are taken one by one and given back
-// all together. It counts how much of it is no longer used.
+// RowArena is the memory that pending changes lie in, those of a table's rows, or of a file in a commit: pieces that are taken
+// one by one and given back all together. It counts how much of it is no longer used.
 class RowArena {
 public:
     // A piece of that size. Throws bad_alloc.

@@ -704,8 +704,8 @@ void VelaTrans::Rollback()
         open.loaded = false;
         open.forgotten = false;
     }
-    ForgetChanges();
     mRows->Drop();
+    ForgetChanges();
     LoadMetadata();
 }
 

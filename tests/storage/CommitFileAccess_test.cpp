@@ -27,6 +27,10 @@ std::string Read(CommitFileAccess& files, const std::string& name)
     std::string bytes(static_cast<size_t>(stream->GetLength()), '\0');
     EXPECT_TRUE(stream->ReadData(bytes.data(), static_cast<int>(bytes.size()), nullptr));
     EXPECT_TRUE(stream->IsEOF());
+    for (size_t place = 0; place < bytes.size(); place += 61) {
+        const std::string_view atHand = stream->Peek(static_cast<int64_t>(place));
+        EXPECT_EQ(bytes.substr(place, atHand.size()), atHand);
+    }
     return bytes;
 }
 

@@ -30,6 +30,9 @@ public:
         ASSERT_EQ(static_cast<int64_t>(mModel->size()), mStream.GetLength());
         ASSERT_EQ(static_cast<int64_t>(mPosition), mStream.GetPosition());
         ASSERT_EQ(mPosition >= mModel->size(), mStream.IsEOF());
+        const size_t near = mPosition - std::min(mPosition, mRandom() % size_t{300});
+        const std::string_view atHand = mStream.Peek(static_cast<int64_t>(near));
+        ASSERT_TRUE(atHand.empty() || mModel->compare(near, atHand.size(), atHand) == 0) << near;
     }
     unsigned Random() { return static_cast<unsigned>(mRandom()); }
 
