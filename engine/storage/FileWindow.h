@@ -32,9 +32,9 @@ public:
     // The bytes from position to the end; none when position isn't here. Good until the window changes.
     [[nodiscard]] std::string_view From(int64_t position) const
     {
-        const uint64_t offset = static_cast<uint64_t>(position - mStart);
-        return offset < mSize ? std::string_view(mBytes.get() + offset, mSize - offset)
-                              : std::string_view();
+        if (position < mStart || position >= End())
+            return {};
+        return {mBytes.get() + (position - mStart), static_cast<size_t>(End() - position)};
     }
     // Copies as many of the count bytes from position as are here; says how many.
     size_t CopyOut(int64_t position, char* to, size_t count) const;
