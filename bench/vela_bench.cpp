@@ -73,6 +73,16 @@ uint32_t ParseScale(const char* text)
     return LineorderCount(scale);
 }
 
+std::string CheckedRegex(const char* text)
+{
+    try {
+        (void)std::regex(text);
+    } catch (const std::regex_error&) {
+        Die(std::string("--only wants a regular expression, not ") + text);
+    }
+    return text;
+}
+
 // Of what Google Benchmark left.
 Options ParseOptions(int argc, char** argv)
 {
@@ -90,7 +100,7 @@ Options ParseOptions(int argc, char** argv)
         else if (const char* cache = ValueOf(argv[i], "--sqlite_cache_mib="))
             options.sqliteCacheMiB = std::atoi(cache);
         else if (const char* only = ValueOf(argv[i], "--only="))
-            options.only = only;
+            options.only = CheckedRegex(only);
         else if (const char* json = ValueOf(argv[i], "--json="))
             options.json = json;
         else if (std::strcmp(argv[i], "--shuffle") == 0)
@@ -173,9 +183,10 @@ public:
             Join(&mDuckDB, "duckdb", [duckDB] { return std::make_unique<DuckDBPeer>(*duckDB); });
     }
 
-    // Of the workload, which has that place in the table, what is asked for.
-    void Register(Workload workload, int place)
+    // Of the workload, which has that place in the table, what is asked for. False: nothing is.
+    bool Register(Workload workload, int place)
     {
+        const size_t before = mRegistered;
         Register(workload, place, mVela.name, &mVela);
         Register(workload, place, mSQLite.name, &mSQLite);
         if (workload.withWAL)
@@ -186,6 +197,7 @@ public:
             workload.run = workload.runPrepared;
             Register(workload, place, "sqlite_prepared", &mSQLite);
         }
+        return mRegistered > before;
     }
 
 private:
@@ -195,6 +207,7 @@ private:
         const std::string name = workload.name + ("/" + engine) + "/" + std::to_string(mSize);
         if (!std::regex_search(name, mOnly))
             return;
+        mRegistered++;
         const auto measure = [workload, place, contestant, this](benchmark::State& state) {
             Measure(state, workload, place, *contestant, *mAnswers);
         };
@@ -212,6 +225,7 @@ private:
     uint32_t mSize;
     std::string mFolder;
     std::regex mOnly;
+    size_t mRegistered = 0;
     Answers* mAnswers;
     Contestant mVela, mSQLite, mSQLiteWAL, mDuckDB;   // without a stage: takes no part
 };
@@ -258,17 +272,22 @@ int RunWorkloads(const Options& options)
         benchmark::RunSpecifiedBenchmarks(file.get(), ".");
         benchmark::ClearRegisteredBenchmarks();
     };
+    bool any = false;
     std::vector<std::unique_ptr<Contest>> contests;
     for (const uint32_t size : options.sizes) {
         contests.push_back(std::make_unique<Contest>(size, options, duckDB.get(), &answers));
         int place = 0;
         for (const Workload& workload : options.starSchema ? StarWorkloads() : Workloads()) {
-            contests.back()->Register(workload, place++);
-            if (!options.shuffle)
+            const bool isAskedFor = contests.back()->Register(workload, place++);
+            any = any || isAskedFor;
+            if (isAskedFor && !options.shuffle)
                 runRegistered();
         }
     }
-    if (options.shuffle)
+    if (!any)
+        std::fprintf(stderr, "bench: no name among these workloads matches %s\n",
+                     options.only.c_str());
+    else if (options.shuffle)
         runRegistered();
     if (file)
         file->End();
