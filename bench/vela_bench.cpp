@@ -268,8 +268,12 @@ int RunWorkloads(const Options& options)
     std::unique_ptr<JSONFile> file;
     if (!options.json.empty())
         file = std::make_unique<JSONFile>(options.json);
-    const auto runRegistered = [&file] {
-        benchmark::RunSpecifiedBenchmarks(file.get(), ".");
+    // The library's own serves one run only.
+    benchmark::ConsoleReporter console(benchmark::ConsoleReporter::OO_None);
+    benchmark::BenchmarkReporter* const reporter =
+        file ? static_cast<benchmark::BenchmarkReporter*>(file.get()) : &console;
+    const auto runRegistered = [reporter] {
+        benchmark::RunSpecifiedBenchmarks(reporter, ".");
         benchmark::ClearRegisteredBenchmarks();
     };
     bool any = false;
