@@ -18,11 +18,11 @@ public:
     // Bytes of a body from offset at on that become others.
     struct Difference {
         size_t at;
-        std::string_view bytes;   // a part of the changes
+        std::string_view bytes;   // of FindDifferences: a part of the changes
     };
 
-    // Finds in what the body that MergeBodies(base, changes, MergedNulls::kTakeOut, merged) makes differs from base, and how long it
-    // is; base may go on behind its end. False: it can't, and the results are undefined.
+    // Compares base with the body that MergeBodies(base, changes, MergedNulls::kTakeOut, merged) would make: bodySize is how long
+    // that is, which base may go on behind, differences is where it has other bytes. False: it can't, and both are undefined.
     bool FindDifferences(std::string_view base, std::string_view changes,
                          std::vector<Difference>* differences, size_t* bodySize);
 

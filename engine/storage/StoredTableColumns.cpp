@@ -196,7 +196,7 @@ void StoredTableColumns::CountAllMemory()
             CountMemory(number);
 }
 
-// Of the column with that id; 0 when there is none.
+// Of the column with that id; 0 when there is none. As FindColumnNumber, without its calls, which each updated row would pay for.
 uint32_t StoredTableColumns::NumberOf(uint32_t columnID) const
 {
     for (uint32_t number = 1; number < mColumns.size(); number++)

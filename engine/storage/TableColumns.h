@@ -47,6 +47,7 @@ struct ColumnData {
     [[nodiscard]] bool Append(const VelaValue& value);
     [[nodiscard]] bool AppendText(std::string_view text, TextEncoding encoding);
     [[nodiscard]] bool Set(uint32_t row, const VelaValue& value);
+    // Takes the rows out; the others keep their order.
     void RemoveRows(const RemovedRows& rows);
     [[nodiscard]] size_t Count() const;
     // Bytes of memory, about.

@@ -304,13 +304,13 @@ bool VelaStorage::UpdateBody(std::string_view changes)
         return WriteDifferences(size);
     MergeBodies(old, changes, MergedNulls::kTakeOut, &mMerged);
     const std::string_view body = ViewOf(mMerged);
-    const int64_t bodyPosition = mPosition + static_cast<int64_t>(kRecordHeaderSize);
-    if (mLive && body.size() <= old.size()) {
-        mCurrent = Overwrite(bodyPosition, body.data(), body.size());
-        return mCurrent;
-    }
-    if (bodyPosition + static_cast<int64_t>(body.size()) <= mNextPosition)
+    const bool fits = body.size() <= old.size();
+    if (fits && !mLive)
         return WriteBodyAt(mPosition, mRowID, body, mNextPosition);
+    if (fits) {
+        mDifferences.assign(1, {0, body});
+        return WriteDifferences(body.size());
+    }
     const int64_t oldPosition = mPosition;
     char tag[4];
     StoreBigEndian32(tag, kTrashTag);
